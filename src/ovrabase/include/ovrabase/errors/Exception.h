@@ -1,0 +1,271 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <ovrabase/export.h>
+
+#include <QString>
+
+#include <exception>
+#include <sstream>
+#include <string>
+
+/// \file
+/// The failures that the library reports, as one tree of classes under BaseException.
+///
+/// A category (InternalException, IOException, ParameterException) and a sub-code identify a
+/// failure. Catch a concrete class for one failure, a category for its kind, BaseException or
+/// std::exception for all. The library logs each failure on the Debug logger, then throws it by
+/// value. An exception object belongs to one thread at a time.
+namespace Vyn::Exception {
+
+/// The root of the tree: a message that traces may be written over.
+class OVRABASE_EXPORT BaseException : public std::exception
+{
+public:
+    /// Takes \a message as it is; text for other software is UTF-8.
+    explicit BaseException(const std::string &message);
+    /// Takes \a message as UTF-8.
+    explicit BaseException(const QString &message);
+    /// Takes the zero-terminated \a message; null counts as empty.
+    explicit BaseException(const char *message);
+
+    /// Copies the text. The next addTrace() on the copy writes at its beginning again.
+    BaseException(const BaseException &other);
+    BaseException(BaseException &&other) noexcept;
+    BaseException &operator=(const BaseException &other);
+    BaseException &operator=(BaseException &&other) noexcept;
+    ~BaseException() override;
+
+    /// Returns the current text, valid until the next call on this object or its end.
+    const char *what() const noexcept override;
+
+    /// Returns the number of the failure in its category, 0 for the categories themselves.
+    virtual unsigned int errorSubCode() const;
+
+    /// Writes " <" and \a trace over the text, from its beginning on; a second call goes on where
+    /// the first stopped. What is longer than the text extends it.
+    void addTrace(const std::string &trace);
+
+private:
+    std::stringstream mMessage;
+    mutable std::string mWhat;
+};
+
+/// A fault of the program itself.
+class OVRABASE_EXPORT InternalException : public BaseException
+{
+public:
+    using BaseException::BaseException;
+    InternalException(const InternalException &) = default;
+    InternalException(InternalException &&) noexcept = default;
+    InternalException &operator=(const InternalException &) = default;
+    InternalException &operator=(InternalException &&) noexcept = default;
+    ~InternalException() override;
+};
+
+/// A file, folder, drive or network resource that did not do what was asked of it.
+class OVRABASE_EXPORT IOException : public BaseException
+{
+public:
+    /// \a subject names what failed: a path, a drive or a network resource. It is no part of what().
+    IOException(const std::string &message, QString subject);
+    IOException(const QString &message, QString subject);
+    IOException(const char *message, QString subject);
+    IOException(const IOException &) = default;
+    IOException(IOException &&) noexcept = default;
+    IOException &operator=(const IOException &) = default;
+    IOException &operator=(IOException &&) noexcept = default;
+    ~IOException() override;
+
+    /// Returns the path, drive or network resource that the failure concerns.
+    const QString &subject() const noexcept { return mSubject; }
+
+private:
+    QString mSubject;
+};
+
+/// An argument that a function cannot work with.
+class OVRABASE_EXPORT ParameterException : public BaseException
+{
+public:
+    using BaseException::BaseException;
+    ParameterException(const ParameterException &) = default;
+    ParameterException(ParameterException &&) noexcept = default;
+    ParameterException &operator=(const ParameterException &) = default;
+    ParameterException &operator=(ParameterException &&) noexcept = default;
+    ~ParameterException() override;
+};
+
+/// Failure number N of its Category; each concrete class below derives from one instance.
+template<unsigned int N, class Category>
+class Exception : public Category
+{
+public:
+    using Category::Category;
+    Exception(const Exception &) = default;
+    Exception(Exception &&) noexcept = default;
+    Exception &operator=(const Exception &) = default;
+    Exception &operator=(Exception &&) noexcept = default;
+    ~Exception() override = default;
+
+private:
+    unsigned int errorSubCode() const override { return N; }
+};
+
+extern template class OVRABASE_EXPORT Exception<0, InternalException>;
+extern template class OVRABASE_EXPORT Exception<1, InternalException>;
+extern template class OVRABASE_EXPORT Exception<2, InternalException>;
+extern template class OVRABASE_EXPORT Exception<0, IOException>;
+extern template class OVRABASE_EXPORT Exception<1, IOException>;
+extern template class OVRABASE_EXPORT Exception<2, IOException>;
+extern template class OVRABASE_EXPORT Exception<3, IOException>;
+extern template class OVRABASE_EXPORT Exception<4, IOException>;
+extern template class OVRABASE_EXPORT Exception<5, IOException>;
+extern template class OVRABASE_EXPORT Exception<6, IOException>;
+extern template class OVRABASE_EXPORT Exception<7, IOException>;
+extern template class OVRABASE_EXPORT Exception<8, IOException>;
+extern template class OVRABASE_EXPORT Exception<9, IOException>;
+extern template class OVRABASE_EXPORT Exception<10, IOException>;
+extern template class OVRABASE_EXPORT Exception<11, IOException>;
+extern template class OVRABASE_EXPORT Exception<0, ParameterException>;
+extern template class OVRABASE_EXPORT Exception<1, ParameterException>;
+
+/// Code that contradicts itself.
+class OVRABASE_EXPORT LogicErrorException : public Exception<0, InternalException>
+{
+public:
+    using Exception::Exception;
+    ~LogicErrorException() override;
+};
+
+/// A condition that only shows while running.
+class OVRABASE_EXPORT RuntimeErrorException : public Exception<1, InternalException>
+{
+public:
+    using Exception::Exception;
+    ~RuntimeErrorException() override;
+};
+
+/// A value outside the domain of a computation.
+class OVRABASE_EXPORT DomainErrorException : public Exception<2, InternalException>
+{
+public:
+    using Exception::Exception;
+    ~DomainErrorException() override;
+};
+
+/// A file that cannot be opened.
+class OVRABASE_EXPORT FileOpenException : public Exception<0, IOException>
+{
+public:
+    using Exception::Exception;
+    ~FileOpenException() override;
+};
+
+/// A file that opens but cannot be read.
+class OVRABASE_EXPORT FileReadingException : public Exception<1, IOException>
+{
+public:
+    using Exception::Exception;
+    ~FileReadingException() override;
+};
+
+/// A file that cannot be written.
+class OVRABASE_EXPORT FileWritingException : public Exception<2, IOException>
+{
+public:
+    using Exception::Exception;
+    ~FileWritingException() override;
+};
+
+/// A file that cannot be copied.
+class OVRABASE_EXPORT FileCopyException : public Exception<3, IOException>
+{
+public:
+    using Exception::Exception;
+    ~FileCopyException() override;
+};
+
+/// A file whose content is not of the expected format.
+class OVRABASE_EXPORT FileFormatException : public Exception<4, IOException>
+{
+public:
+    using Exception::Exception;
+    ~FileFormatException() override;
+};
+
+/// A file that cannot be removed.
+class OVRABASE_EXPORT FileDeletionException : public Exception<5, IOException>
+{
+public:
+    using Exception::Exception;
+    ~FileDeletionException() override;
+};
+
+/// A folder that cannot be made.
+class OVRABASE_EXPORT FolderCreationException : public Exception<6, IOException>
+{
+public:
+    using Exception::Exception;
+    ~FolderCreationException() override;
+};
+
+/// A folder that does not exist.
+class OVRABASE_EXPORT FolderNotFoundException : public Exception<7, IOException>
+{
+public:
+    using Exception::Exception;
+    ~FolderNotFoundException() override;
+};
+
+/// A folder that cannot be removed, or not with all its content.
+class OVRABASE_EXPORT FolderDeletionException : public Exception<8, IOException>
+{
+public:
+    using Exception::Exception;
+    ~FolderDeletionException() override;
+};
+
+/// A drive that cannot be mounted.
+class OVRABASE_EXPORT DriveMountException : public Exception<9, IOException>
+{
+public:
+    using Exception::Exception;
+    ~DriveMountException() override;
+};
+
+/// A drive that cannot be unmounted or ejected.
+class OVRABASE_EXPORT DriveUnmountException : public Exception<10, IOException>
+{
+public:
+    using Exception::Exception;
+    ~DriveUnmountException() override;
+};
+
+/// A network resource that cannot be reached.
+class OVRABASE_EXPORT NetworkConnectionException : public Exception<11, IOException>
+{
+public:
+    using Exception::Exception;
+    ~NetworkConnectionException() override;
+};
+
+/// A null where an object is needed.
+class OVRABASE_EXPORT NullParameterException : public Exception<0, ParameterException>
+{
+public:
+    using Exception::Exception;
+    ~NullParameterException() override;
+};
+
+/// An argument that has no meaning for the function.
+class OVRABASE_EXPORT InvalidArgumentException : public Exception<1, ParameterException>
+{
+public:
+    using Exception::Exception;
+    ~InvalidArgumentException() override;
+};
+
+} // namespace Vyn::Exception

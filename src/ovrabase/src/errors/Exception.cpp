@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include <ovrabase/errors/Exception.h>
+
+#include <utility>
+
+namespace Vyn::Exception {
+
+BaseException::BaseException(const std::string &message)
+    : mMessage(message)
+{
+}
+
+BaseException::BaseException(const QString &message)
+    : BaseException(message.toStdString())
+{
+}
+
+BaseException::BaseException(const char *message)
+    : BaseException(std::string(message ? message : ""))
+{
+}
+
+BaseException::BaseException(const BaseException &other)
+    : std::exception(other)
+    , mMessage(other.mMessage.str())
+    , mWhat(other.mWhat)
+{
+}
+
+BaseException &BaseException::operator=(const BaseException &other)
+{
+    if (this != &other) {
+        *this = BaseException(other);
+    }
+    return *this;
+}
+
+BaseException::BaseException(BaseException &&other) noexcept = default;
+BaseException &BaseException::operator=(BaseException &&other) noexcept = default;
+BaseException::~BaseException() = default;
+
+const char *BaseException::what() const noexcept
+{
+    try {
+        mWhat = mMessage.str();
+    } catch (...) {
+        // Out of memory: the text of the last call is still the best answer.
+    }
+    return mWhat.c_str();
+}
+
+unsigned int BaseException::errorSubCode() const
+{
+    return 0;
+}
+
+void BaseException::addTrace(const std::string &trace)
+{
+    mMessage << " <" << trace;
+}
+
+IOException::IOException(const std::string &message, QString subject)
+    : BaseException(message)
+    , mSubject(std::move(subject))
+{
+}
+
+IOException::IOException(const QString &message, QString subject)
+    : BaseException(message)
+    , mSubject(std::move(subject))
+{
+}
+
+IOException::IOException(const char *message, QString subject)
+    : BaseException(message)
+    , mSubject(std::move(subject))
+{
+}
+
+InternalException::~InternalException() = default;
+IOException::~IOException() = default;
+ParameterException::~ParameterException() = default;
+
+template class Exception<0, InternalException>;
+template class Exception<1, InternalException>;
+template class Exception<2, InternalException>;
+template class Exception<0, IOException>;
+template class Exception<1, IOException>;
+template class Exception<2, IOException>;
+template class Exception<3, IOException>;
+template class Exception<4, IOException>;
+template class Exception<5, IOException>;
+template class Exception<6, IOException>;
+template class Exception<7, IOException>;
+template class Exception<8, IOException>;
+template class Exception<9, IOException>;
+template class Exception<10, IOException>;
+template class Exception<11, IOException>;
+template class Exception<0, ParameterException>;
+template class Exception<1, ParameterException>;
+
+LogicErrorException::~LogicErrorException() = default;
+RuntimeErrorException::~RuntimeErrorException() = default;
+DomainErrorException::~DomainErrorException() = default;
+FileOpenException::~FileOpenException() = default;
+FileReadingException::~FileReadingException() = default;
+FileWritingException::~FileWritingException() = default;
+FileCopyException::~FileCopyException() = default;
+FileFormatException::~FileFormatException() = default;
+FileDeletionException::~FileDeletionException() = default;
+FolderCreationException::~FolderCreationException() = default;
+FolderNotFoundException::~FolderNotFoundException() = default;
+FolderDeletionException::~FolderDeletionException() = default;
+DriveMountException::~DriveMountException() = default;
+DriveUnmountException::~DriveUnmountException() = default;
+NetworkConnectionException::~NetworkConnectionException() = default;
+NullParameterException::~NullParameterException() = default;
+InvalidArgumentException::~InvalidArgumentException() = default;
+
+} // namespace Vyn::Exception

@@ -1,0 +1,136 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include <ovrabase/errors/Exception.h>
+
+#include <gmock/gmock.h>
+
+#include <type_traits>
+
+namespace Vyn::Exception {
+namespace {
+
+using testing::StrEq;
+
+template<class Category>
+struct Expected {
+    template<class E>
+    static void thrown(unsigned int subCode)
+    {
+        SCOPED_TRACE(typeid(E).name());
+        try {
+            if constexpr (std::is_same_v<Category, IOException>) {
+                throw E("told", QStringLiteral("/a/subject"));
+            } else {
+                throw E("told");
+            }
+        } catch (const BaseException &caught) {
+            EXPECT_EQ(caught.errorSubCode(), subCode);
+            EXPECT_THAT(caught.what(), StrEq("told"));
+            EXPECT_NE(dynamic_cast<const E *>(&caught), nullptr);
+            EXPECT_NE(dynamic_cast<const Category *>(&caught), nullptr);
+            if (const auto *io = dynamic_cast<const IOException *>(&caught)) {
+                EXPECT_EQ(io->subject(), QStringLiteral("/a/subject"));
+            }
+        }
+    }
+
+    /// The classes in the order of their sub-codes.
+    template<class... Es>
+    static void numberedFromZero()
+    {
+        unsigned int subCode = 0;
+        (thrown<Es>(subCode++), ...);
+    }
+};
+
+TEST(Exception, ClassesAnswerTheirPlaceInTheirCategory)
+{
+    Expected<InternalException>::numberedFromZero<LogicErrorException, RuntimeErrorException,
+        DomainErrorException>();
+    Expected<IOException>::numberedFromZero<FileOpenException, FileReadingException,
+        FileWritingException, FileCopyException, FileFormatException, FileDeletionException,
+        FolderCreationException, FolderNotFoundException, FolderDeletionException,
+        DriveMountException, DriveUnmountException, NetworkConnectionException>();
+    Expected<ParameterException>::numberedFromZero<NullParameterException,
+        InvalidArgumentException>();
+}
+
+TEST(Exception, ACategoryItselfIsNumberZero)
+{
+    Expected<IOException>::thrown<IOException>(0);
+    Expected<InternalException>::thrown<InternalException>(0);
+    Expected<ParameterException>::thrown<ParameterException>(0);
+}
+
+TEST(Exception, EveryMessageTypeGivesTheSameUtf8)
+{
+    const char *const text = "Größe 尺 😀";
+    EXPECT_THAT(BaseException(text).what(), StrEq(text));
+    EXPECT_THAT(BaseException(std::string(text)).what(), StrEq(text));
+    EXPECT_THAT(BaseException(QString::fromUtf8(text)).what(), StrEq(text));
+    EXPECT_THAT(FileOpenException(QString::fromUtf8(text), QString()).what(), StrEq(text));
+    EXPECT_THAT(BaseException(static_cast<const char *>(nullptr)).what(), StrEq(""));
+}
+
+struct TraceRow {
+    const char *message;
+    const char *trace;
+    const char *afterOne;
+    const char *afterTwo;
+};
+
+TEST(Exception, ATraceOverwritesTheMessageFromItsBeginning)
+{
+    for (const TraceRow &row : {
+             TraceRow{"abcdef", "X", " <Xdef", " <X <X"},
+             TraceRow{"abc", "longer", " <longer", " <longer <longer"},
+             TraceRow{"", "t", " <t", " <t <t"},
+             TraceRow{"abcdefgh", "", " <cdefgh", " < <efgh"},
+         }) {
+        SCOPED_TRACE(row.message);
+        BaseException exception(row.message);
+        exception.addTrace(row.trace);
+        EXPECT_THAT(exception.what(), StrEq(row.afterOne));
+        exception.addTrace(row.trace);
+        EXPECT_THAT(exception.what(), StrEq(row.afterTwo));
+    }
+}
+
+TEST(Exception, ACopyIsTracedFromItsBeginningAgain)
+{
+    BaseException original("abcdef");
+    original.addTrace("X");
+
+    BaseException copied(original);
+    BaseException assigned("");
+    assigned = original;
+    for (BaseException *copy : {&copied, &assigned}) {
+        EXPECT_THAT(copy->what(), StrEq(" <Xdef"));
+        copy->addTrace("Y");
+        EXPECT_THAT(copy->what(), StrEq(" <Ydef"));
+    }
+    original.addTrace("Z");
+    EXPECT_THAT(original.what(), StrEq(" <X <Z"));
+}
+
+TEST(Exception, AMoveGoesOnWhereTheSourceWas)
+{
+    BaseException source("abcdef");
+    source.addTrace("X");
+    BaseException moved(std::move(source));
+    moved.addTrace("Z");
+    EXPECT_THAT(moved.what(), StrEq(" <X <Z"));
+}
+
+TEST(Exception, ACopyKeepsItsSubject)
+{
+    const FileCopyException original("m", QStringLiteral("/файл"));
+    FileCopyException copy("", QString());
+    copy = original;
+    EXPECT_EQ(copy.subject(), QStringLiteral("/файл"));
+    EXPECT_THAT(copy.what(), StrEq("m"));
+}
+
+} // namespace
+} // namespace Vyn::Exception
