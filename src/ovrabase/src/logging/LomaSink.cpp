@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "logging/LogPosition_p.h"
+#include "logging/LomaSink_p.h"
+
+#include <ovrabase/logging/GlobalLoggers.h>
+
+#include <QFileInfo>
+
+#include <spdlog/sinks/base_sink.h>
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+namespace Vyn::OvraBase {
+namespace {
+
+constexpr LogPosition kInfoRecord{
+    "Logger.cpp:58 Vyn::OvraBase::`anonymous-namespace'::LomaSink::sink_it_()"};
+constexpr LogPosition kWarningRecord{
+    "Logger.cpp:62 Vyn::OvraBase::`anonymous-namespace'::LomaSink::sink_it_()"};
+constexpr LogPosition kErrorRecord{
+    "Logger.cpp:67 Vyn::OvraBase::`anonymous-namespace'::LomaSink::sink_it_()"};
+
+StreamLogger openRecord(spdlog::level::level_enum level)
+{
+    const Logger &debug = logger(Debug);
+    switch (level) {
+    case spdlog::level::warn:
+        return debug.warning(std::string(kWarningRecord.text));
+    case spdlog::level::err:
+    case spdlog::level::critical:
+        return debug.error(std::string(kErrorRecord.text));
+    default:
+        return debug.info(std::string(kInfoRecord.text));
+    }
+}
+
+class LomaSink final : public spdlog::sinks::base_sink<std::mutex> {
+protected:
+    void sink_it_(const spdlog::details::log_msg &msg) override
+    {
+        const auto view = [](spdlog::string_view_t text) {
+            return std::string_view(text.data(), text.size());
+        };
+        const auto *const function = msg.source.funcname ? msg.source.funcname : "";
+        openRecord(msg.level)
+            << view(msg.logger_name) << " ["
+            << QFileInfo(QString::fromUtf8(msg.source.filename)).fileName().toStdString() << ':'
+            << msg.source.line << ' ' << function << "()] " << view(msg.payload);
+    }
+
+    void flush_() override {}
+};
+
+} // namespace
+
+spdlog::sink_ptr makeLomaSink()
+{
+    return std::make_shared<LomaSink>();
+}
+
+} // namespace Vyn::OvraBase

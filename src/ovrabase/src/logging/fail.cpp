@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "logging/fail_p.h"
+
+#include <string>
+
+namespace Vyn::OvraBase {
+
+void logAt(const LogPosition &position, LogService service, Logger::LogSeverity severity,
+    const QString &message) noexcept
+{
+    try {
+        logger(service).log(severity, std::string(position.text)) << message.toStdString();
+    } catch (...) {
+        // Out of memory: what comes next (mostly a throw) is worth more than its record.
+    }
+}
+
+} // namespace Vyn::OvraBase
