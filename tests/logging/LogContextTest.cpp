@@ -1,0 +1,202 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include <ovrabase/logging/Logger.h>
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+// Every function below answers its own context without the file and line in front of it.
+#define NAME_OF_THIS (LOG_CONTEXT.substr(LOG_CONTEXT.find(' ') + 1))
+
+namespace ctx {
+
+using Text = std::string;
+Text gSeen;
+
+Text freeFunction(int, std::function<int(char)>)
+{
+    return NAME_OF_THIS;
+}
+const std::vector<Text> &returnsReference()
+{
+    static std::vector<Text> seen;
+    seen = {NAME_OF_THIS};
+    return seen;
+}
+void (*returnsFunction(int))(char)
+{
+    gSeen = NAME_OF_THIS;
+    return nullptr;
+}
+int (&returnsArray(int))[3]
+{
+    static int array[3];
+    gSeen = NAME_OF_THIS;
+    return array;
+}
+template<class T>
+Text functionTemplate(T)
+{
+    return NAME_OF_THIS;
+}
+[[gnu::abi_tag("tagged")]] Text taggedFunction()
+{
+    return NAME_OF_THIS;
+}
+
+struct Widget {
+    Widget() { gSeen = NAME_OF_THIS; }
+    Widget(int) { gSeen = NAME_OF_THIS; }
+    virtual ~Widget() { gSeen = NAME_OF_THIS; }
+    Text draw() const { return NAME_OF_THIS; }
+    Text onRvalue() &&noexcept { return NAME_OF_THIS; }
+    static Text make(const Widget &) { return NAME_OF_THIS; }
+    Text operator()(int) const { return NAME_OF_THIS; }
+    Text operator<<(int) { return NAME_OF_THIS; }
+    Text operator->*(int) { return NAME_OF_THIS; }
+    Text operator[](int) { return NAME_OF_THIS; }
+    Text operator==(int) const { return NAME_OF_THIS; }
+    operator unsigned int() const
+    {
+        gSeen = NAME_OF_THIS;
+        return 1;
+    }
+    Widget &operator=(int)
+    {
+        gSeen = NAME_OF_THIS;
+        return *this;
+    }
+    int (Widget::*returnsMember(char))(long)
+    {
+        gSeen = NAME_OF_THIS;
+        return nullptr;
+    }
+};
+
+template<class T, class U = std::vector<T>>
+struct Box {
+    Text put(const U &) const { return NAME_OF_THIS; }
+};
+
+namespace {
+Text inUnnamed(int)
+{
+    return NAME_OF_THIS;
+}
+} // namespace
+
+Text inLambda(int)
+{
+    return [](char) { return NAME_OF_THIS; }('x');
+}
+
+Text operators(const char *symbol)
+{
+    return Text("ctx::Widget::operator") + symbol + "()";
+}
+
+} // namespace ctx
+
+namespace {
+
+using namespace ctx;
+using testing::AllOf;
+using testing::AnyOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(LogContext, BeginsWithFileNameAndLine)
+{
+    const int line = __LINE__ + 1;
+    const std::string context = LOG_CONTEXT;
+    EXPECT_THAT(context, StartsWith("LogContextTest.cpp:" + std::to_string(line) + " "));
+}
+
+TEST(LogContext, NamesFunctionsWithoutTheirTypes)
+{
+    EXPECT_EQ(freeFunction(1, {}), "ctx::freeFunction()");
+    EXPECT_EQ(returnsReference().front(), "ctx::returnsReference()");
+    returnsFunction(1);
+    EXPECT_EQ(gSeen, "ctx::returnsFunction()");
+    returnsArray(1);
+    EXPECT_EQ(gSeen, "ctx::returnsArray()");
+    EXPECT_EQ(functionTemplate(std::vector<int>()), "ctx::functionTemplate()");
+    EXPECT_EQ(taggedFunction(), "ctx::taggedFunction()");
+}
+
+TEST(LogContext, NamesMembers)
+{
+    {
+        Widget widget;
+        EXPECT_EQ(gSeen, "ctx::Widget::Widget()");
+        EXPECT_EQ(widget.draw(), "ctx::Widget::draw()");
+        EXPECT_EQ(std::move(widget).onRvalue(), "ctx::Widget::onRvalue()");
+        EXPECT_EQ(Widget::make(widget), "ctx::Widget::make()");
+        EXPECT_EQ(Widget().draw(), "ctx::Widget::draw()");
+        widget.returnsMember('x');
+        EXPECT_EQ(gSeen, "ctx::Widget::returnsMember()");
+    }
+    EXPECT_EQ(gSeen, "ctx::Widget::~Widget()");
+}
+
+TEST(LogContext, NamesOperators)
+{
+    Widget widget(1);
+    EXPECT_EQ(widget(1), operators("()"));
+    EXPECT_EQ(widget << 1, operators("<<"));
+    EXPECT_EQ(widget->*1, operators("->*"));
+    EXPECT_EQ(widget[1], operators("[]"));
+    EXPECT_EQ(widget == 1, operators("=="));
+    EXPECT_EQ(static_cast<unsigned int>(widget), 1U);
+    EXPECT_EQ(gSeen, operators(" unsigned int"));
+    widget = 1;
+    EXPECT_EQ(gSeen, operators("="));
+}
+
+TEST(LogContext, SpellsTemplatesAndScopesAsTheCompilerDoes)
+{
+    EXPECT_THAT(Box<int>().put({}), AnyOf("ctx::Box<T, U>::put()", "ctx::Box<int>::put()"));
+    EXPECT_THAT(inUnnamed(1),
+        AnyOf("ctx::{anonymous}::inUnnamed()", "ctx::(anonymous namespace)::inUnnamed()"));
+    EXPECT_THAT(inLambda(1),
+        AllOf(StartsWith("ctx::inLambda(int)::"),
+            AnyOf(HasSubstr("<lambda(char)>"), HasSubstr("operator()")), EndsWith("()")));
+}
+
+struct Spelling {
+    const char *signature;
+    const char *name;
+};
+
+// Texts of compilers that this build may not use; they come in as they are.
+TEST(LogContext, CutsTheNameOutOfAnyCompilersText)
+{
+    for (const Spelling &row : {
+             Spelling{"", ""},
+             Spelling{"main", "main"},
+             Spelling{"int main(int, char**)", "main"},
+             Spelling{"void (* ns::f(int))(char) [with T = int (&)[3]]", "ns::f"},
+             Spelling{"std::function<void (int)> ns::g(int (*)[3])", "ns::g"},
+             Spelling{"T *ns::Box<int>::operator int *() const [T = int]",
+                 "ns::Box<int>::operator int *"},
+             Spelling{"std::string ns::W::f() const::L::g(int) &&", "ns::W::f() const::L::g"},
+             Spelling{"auto ns::W::operator()(int) const::(anonymous class)::operator()() const",
+                 "ns::W::operator()(int) const::(anonymous class)::operator()"},
+             Spelling{"static void* ns::W::operator new(size_t)", "ns::W::operator new"},
+             Spelling{"bool ns::operator<(const ns::W&, const ns::W&)", "ns::operator<"},
+             Spelling{"void ns::cooperator(int)", "ns::cooperator"},
+             Spelling{"void ns::{anonymous}::f()::<lambda(int)> mutable",
+                 "ns::{anonymous}::f()::<lambda(int)>"},
+             Spelling{")", ")"},
+             Spelling{"((", "(("},
+         }) {
+        EXPECT_EQ(Vyn::Detail::qualifiedNameOf(row.signature), row.name) << row.signature;
+    }
+}
+
+} // namespace

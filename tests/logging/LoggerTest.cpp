@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include <ovrabase/logging/Logger.h>
+
+#include <gmock/gmock.h>
+
+#include <stdexcept>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace Vyn {
+namespace {
+
+using testing::ElementsAre;
+using Message = std::tuple<int, std::string, std::string>;
+
+class LoggerTest : public testing::Test {
+protected:
+    Logger mLogger;
+    std::vector<Message> mMessages;
+
+    void SetUp() override
+    {
+        mLogger.setDelegate(
+            [this](int severity, const std::string &context, const std::string &text) {
+                mMessages.emplace_back(severity, context, text);
+            });
+    }
+};
+
+TEST_F(LoggerTest, DeliversAWholeMessageWhenTheStatementEnds)
+{
+    mLogger.info("i") << "a" << 1 << ' ' << 2.5;
+    mLogger.warning("w") << std::string(5000, 'x');
+    mLogger.error("") << "e";
+    mLogger.log(static_cast<Logger::LogSeverity>(7), "7") << "seven";
+    EXPECT_THAT(
+        mMessages, ElementsAre(Message{0, "i", "a1 2.5"}, Message{1, "w", std::string(5000, 'x')},
+                       Message{2, "", "e"}, Message{7, "7", "seven"}));
+}
+
+TEST_F(LoggerTest, DeliversNoEmptyMessage)
+{
+    mLogger.info("nothing written");
+    mLogger.info("empty strings") << "" << std::string();
+    EXPECT_THAT(mMessages, ElementsAre());
+}
+
+TEST_F(LoggerTest, DeliversUpToTheFurthestPositionWritten)
+{
+    {
+        StreamLogger stream = mLogger.info("");
+        stream << "abcdef";
+        stream.seekp(1) << "X";
+    }
+    EXPECT_THAT(mMessages, ElementsAre(Message{0, "", "aXcdef"}));
+}
+
+TEST_F(LoggerTest, AStreamCanBeReadBack)
+{
+    StreamLogger stream = mLogger.info("");
+    stream << "12 words";
+    int number = 0;
+    std::string word;
+    stream >> number >> word;
+    EXPECT_EQ(number, 12);
+    EXPECT_EQ(word, "words");
+}
+
+TEST_F(LoggerTest, AMovedStreamDeliversOnce)
+{
+    {
+        StreamLogger first = mLogger.info("c");
+        first << "one";
+        StreamLogger second(std::move(first));
+        second << " two";
+    }
+    EXPECT_THAT(mMessages, ElementsAre(Message{0, "c", "one two"}));
+}
+
+TEST_F(LoggerTest, AMessageKeepsTheDelegateThatItBeganWith)
+{
+    {
+        StreamLogger stream = mLogger.info("");
+        stream << "begun before";
+        mLogger.setDelegate({});
+    }
+    mLogger.info("") << "dropped";
+    EXPECT_THAT(mMessages, ElementsAre(Message{0, "", "begun before"}));
+}
+
+TEST(Logger, EachMessageHasItsOwnCopyOfTheDelegate)
+{
+    std::vector<int> calls;
+    Logger logger;
+    logger.setDelegate([&calls, n = 0](int, const std::string &, const std::string &) mutable {
+        calls.push_back(++n);
+    });
+    logger.info("") << "a";
+    logger.info("") << "b";
+    EXPECT_THAT(calls, ElementsAre(1, 1));
+}
+
+TEST(Logger, WhatADelegateThrowsEndsThere)
+{
+    Logger logger;
+    int calls = 0;
+    logger.setDelegate([&calls](int, const std::string &, const std::string &) {
+        ++calls;
+        throw std::runtime_error("delegate");
+    });
+    EXPECT_NO_THROW(logger.error("") << "x");
+    EXPECT_EQ(calls, 1);
+}
+
+} // namespace
+} // namespace Vyn

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+// Logs before main(), after it and after everything is gone. The process ends with 0 when each
+// record went where it should; its own process, because the order of statics is what it tests.
+
+#include <ovrabase/logging/LogManager.h>
+
+#include <QString>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+int gDelivered = 0;
+
+/// Checked first of all statics made, so destroyed last.
+struct Verdict {
+    ~Verdict()
+    {
+        if (gDelivered != 2) {
+            std::fprintf(stderr, "delivered %d records, expected 2\n", gDelivered);
+            std::_Exit(1);
+        }
+    }
+};
+const Verdict gVerdict;
+
+} // namespace
+
+#include <ovrabase/logging/GlobalLoggers.h>
+
+namespace {
+
+using namespace Vyn;
+using namespace Vyn::OvraBase;
+
+struct Counting : Core::Log::LogDelegate {
+    void log(int, const QString &, const QString &) override { ++gDelivered; }
+};
+
+Logger gBound;
+
+/// Speaks when the manager is closed: made before it, destroyed after it.
+struct LateSpeaker {
+    ~LateSpeaker()
+    {
+        gBound.error("late") << "dropped, the manager is closed";
+        logger(Debug).error("late") << "dropped";
+        logManagerInstance()->log(2, QString(), QStringLiteral("dropped"));
+        const Core::Log::ScopedPushLogDelegate tooLate(std::make_shared<Counting>());
+        logger(Debug).error("late") << "dropped";
+
+        while (GlobalLoggersInstanciator::counter() > 0) {
+            alignas(
+                GlobalLoggersInstanciator) unsigned char place[sizeof(GlobalLoggersInstanciator)];
+            reinterpret_cast<GlobalLoggersInstanciator *>(place)->~GlobalLoggersInstanciator();
+        }
+        if (GlobalLoggersInstanciator::loggers != nullptr) {
+            std::fputs("the loggers outlived their last owner\n", stderr);
+            std::_Exit(1);
+        }
+        logger(Debug).error("last") << "dropped, the loggers are gone";
+    }
+};
+const LateSpeaker gLateSpeaker;
+
+struct EarlySpeaker {
+    EarlySpeaker() { logger(UI).info("early") << "dropped, not bound yet"; }
+};
+const EarlySpeaker gEarlySpeaker;
+
+/// Destroyed before the manager is closed: its record still arrives.
+struct TimelySpeaker {
+    ~TimelySpeaker() { logger(Debug).info("timely") << "delivered"; }
+};
+
+} // namespace
+
+int main()
+{
+    // Left registered on purpose: the manager must let go of it at its own end.
+    new Core::Log::ScopedPushLogDelegate(std::make_shared<Counting>());
+    bindLoggers();
+    Core::Log::bindLogger(gBound, QStringLiteral("Bound: "));
+    static const TimelySpeaker timely;
+    logger(UI).info("main") << "delivered";
+    return 0;
+}
