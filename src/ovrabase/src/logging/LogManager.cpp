@@ -5,7 +5,6 @@
 #include <ovrabase/logging/Logger.h>
 
 #include <QScopeGuard>
-#include <QStringDecoder>
 
 #include <set>
 #include <string>
@@ -14,41 +13,27 @@
 namespace Vyn::Core::Log {
 namespace {
 
-/// Returns \a prefix followed by \a utf8, in one allocation.
-QString joined(const QString &prefix, const std::string &utf8)
-{
-    if (utf8.empty()) {
-        return prefix;
-    }
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    const auto size = static_cast<qsizetype>(utf8.size());
-    QString text(prefix.size() + decoder.requiredSpace(size), Qt::Uninitialized);
-    QChar *end = std::copy(prefix.cbegin(), prefix.cend(), text.data());
-    end = decoder.appendToBuffer(end, QByteArrayView(utf8.data(), size));
-    text.truncate(end - text.constData());
-    return text;
-}
-
 /// The delegate of a bound logger. A plain pointer, so that the copy in each message is free.
 struct BoundDelegate {
-    const QString *prefix;
+    const std::string *prefix;
 
     void operator()(
-        Logger::LogSeverity severity, const std::string &context, const std::string &message) const
+        Logger::LogSeverity severity, std::string &&context, const std::string &message) const
     {
         const int level = severity == Logger::Info ? 0 : severity == Logger::Warning ? 1 : 2;
+        context.insert(0, *prefix);
         LogManager::instance()->log(
-            level, joined(*prefix, context), QString::fromStdString(message));
+            level, QString::fromStdString(context), QString::fromStdString(message));
     }
 };
 
 /// Returns the one copy of \a prefix that lives as long as the process.
-const QString *keep(const QString &prefix)
+const std::string *keep(const QString &prefix)
 {
     static QMutex mutex;
-    static auto &prefixes = *new std::set<QString>; // loggers may outlive static destruction
+    static auto &prefixes = *new std::set<std::string>; // loggers may outlive static destruction
     const QMutexLocker lock(&mutex);
-    return &*prefixes.insert(prefix).first;
+    return &*prefixes.insert(prefix.toStdString()).first;
 }
 
 } // namespace
@@ -70,31 +55,33 @@ void LogManager::log(int level, const QString &context, const QString &message)
         if (mClosed) {
             return;
         }
-        mQueue.append({level, context, message});
-        if (mDispatching == 0) {
-            dispatch();
+        if (mDispatching != 0) {
+            mQueue.append({level, context, message}); // the loop below us delivers it
+            return;
+        }
+        mDispatching = 1;
+        const auto finished = qScopeGuard([this] { mDispatching = 0; });
+        deliver(level, context, message);
+        while (!mQueue.isEmpty()) {
+            const LogRecord record = mQueue.takeFirst();
+            deliver(record.level, record.context, record.message);
         }
     } catch (...) {
         // Out of memory: the record is lost, the caller is not.
     }
 }
 
-void LogManager::dispatch()
+void LogManager::deliver(int level, const QString &context, const QString &message)
 {
-    mDispatching = 1;
-    const auto finished = qScopeGuard([this] { mDispatching = 0; });
-    while (!mQueue.isEmpty()) {
-        const LogRecord record = mQueue.takeFirst();
-        const auto delegates = mDelegates;
-        for (const auto &delegate : delegates) {
-            if (!mDelegates.contains(delegate)) {
-                continue;
-            }
-            try {
-                delegate->log(record.level, record.context, record.message);
-            } catch (...) {
-                // The others are served all the same.
-            }
+    const auto delegates = mDelegates;
+    for (const auto &delegate : delegates) {
+        if (!mDelegates.contains(delegate)) {
+            continue;
+        }
+        try {
+            delegate->log(level, context, message);
+        } catch (...) {
+            // The others are served all the same.
         }
     }
 }

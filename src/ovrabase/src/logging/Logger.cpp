@@ -3,28 +3,64 @@
 
 #include <ovrabase/logging/Logger.h>
 
+#include <locale>
+#include <new>
 #include <utility>
 
 namespace Vyn {
+namespace {
+
+/// A stream in its first state, which every message moves from: that initialises a stream once,
+/// where the constructor from a buffer does it twice (for input and for output), and initialising
+/// is most of what a short message costs. Moving leaves the state as it is where it counts: format,
+/// locale and a null buffer. Numbers are written the same under every global locale.
+class Pristine : public std::iostream {
+public:
+    /// The calling thread's one. It is never destroyed, as static destructors log too.
+    static std::iostream &&ofThread()
+    {
+        alignas(Pristine) static thread_local unsigned char place[sizeof(Pristine)];
+        static thread_local Pristine *const stream = new (place) Pristine;
+        return std::move(*stream);
+    }
+
+private:
+    Pristine()
+        : std::iostream(nullptr)
+    {
+        imbue(std::locale::classic());
+    }
+};
+
+/// Room for a message of common length, so that writing it allocates nothing more.
+std::string roomForAMessage()
+{
+    constexpr std::size_t kCommonLength = 240;
+    std::string room;
+    room.reserve(kCommonLength);
+    return room;
+}
+
+} // namespace
 
 StreamLogger Logger::info(std::string context) const
 {
-    return log(Info, std::move(context));
+    return StreamLogger(mDelegate, Info, std::move(context));
 }
 
 StreamLogger Logger::warning(std::string context) const
 {
-    return log(Warning, std::move(context));
+    return StreamLogger(mDelegate, Warning, std::move(context));
 }
 
 StreamLogger Logger::error(std::string context) const
 {
-    return log(Error, std::move(context));
+    return StreamLogger(mDelegate, Error, std::move(context));
 }
 
 StreamLogger Logger::log(LogSeverity severity, std::string context) const
 {
-    return {mDelegate, severity, std::move(context)};
+    return StreamLogger(mDelegate, severity, std::move(context));
 }
 
 void Logger::setDelegate(Delegate delegate)
@@ -33,12 +69,14 @@ void Logger::setDelegate(Delegate delegate)
 }
 
 StreamLogger::StreamLogger(
-    Logger::Delegate delegate, Logger::LogSeverity severity, std::string context)
-    : std::iostream(&mText)
-    , mDelegate(std::move(delegate))
+    const Logger::Delegate &delegate, Logger::LogSeverity severity, std::string &&context)
+    : std::iostream(Pristine::ofThread())
+    , mText(roomForAMessage(), std::ios::in | std::ios::out)
+    , mDelegate(delegate)
     , mSeverity(severity)
     , mContext(std::move(context))
 {
+    rdbuf(&mText);
 }
 
 StreamLogger::StreamLogger(StreamLogger &&other) noexcept

@@ -143,7 +143,8 @@ public:
     std::string text() const
     {
         std::string text;
-        text.reserve(mPlace.size() + mFunction.size() + 2);
+        constexpr std::size_t kLoggersPrefix = 16; // put in front of it later
+        text.reserve(mPlace.size() + mFunction.size() + 2 + kLoggersPrefix);
         text.append(mPlace).append(mFunction).append("()");
         if (mHasAbiTags) {
             for (std::size_t at = 0; (at = text.find(kAbiTag, at)) != kNowhere;) {

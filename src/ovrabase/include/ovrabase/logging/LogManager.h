@@ -57,7 +57,7 @@ private:
 
     LogManager() = default;
     ~LogManager() = default;
-    void dispatch();
+    void deliver(int level, const QString &context, const QString &message);
     void add(std::shared_ptr<LogDelegate> delegate);
     void remove(const std::shared_ptr<LogDelegate> &delegate);
     void close();

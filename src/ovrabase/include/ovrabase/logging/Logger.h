@@ -57,7 +57,8 @@ public:
 
 private:
     friend class Logger;
-    StreamLogger(Logger::Delegate delegate, Logger::LogSeverity severity, std::string context);
+    StreamLogger(
+        const Logger::Delegate &delegate, Logger::LogSeverity severity, std::string &&context);
 
     std::stringbuf mText;
     Logger::Delegate mDelegate;

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+// One whole message, from the statement to a delegate that takes QStrings: ours beside spdlog with
+// a sink of its own that makes the same QStrings and calls the same delegate.
+
+#include <ovrabase/logging/LogManager.h>
+#include <ovrabase/logging/Logger.h>
+
+#include <QString>
+
+#include <spdlog/sinks/base_sink.h>
+#include <spdlog/spdlog.h>
+
+#include <benchmark/benchmark.h>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace {
+
+using namespace Vyn;
+
+struct Consumer : Core::Log::LogDelegate {
+    void log(int level, const QString &context, const QString &message) override
+    {
+        benchmark::DoNotOptimize(level + context.size() + message.size());
+    }
+};
+
+class QStringSink final : public spdlog::sinks::base_sink<std::mutex> {
+public:
+    explicit QStringSink(std::shared_ptr<Core::Log::LogDelegate> delegate)
+        : mDelegate(std::move(delegate))
+    {
+    }
+
+protected:
+    void sink_it_(const spdlog::details::log_msg &msg) override
+    {
+        // As lean as a sink can be: the context is already one text.
+        mDelegate->log(msg.level >= spdlog::level::err ? 2 : 0,
+            QString::fromUtf8(msg.source.funcname),
+            QString::fromUtf8(msg.payload.data(), static_cast<qsizetype>(msg.payload.size())));
+    }
+    void flush_() override {}
+
+private:
+    std::shared_ptr<Core::Log::LogDelegate> mDelegate;
+};
+
+void message(benchmark::State &state, const Logger &logger)
+{
+    int i = 0;
+    for (auto _ : state) {
+        logger.info(LOG_CONTEXT) << "Imported the mesh with triangles: " << ++i;
+    }
+}
+
+void boundLogger(benchmark::State &state)
+{
+    const Core::Log::ScopedPushLogDelegate registration(std::make_shared<Consumer>());
+    Logger logger;
+    Core::Log::bindLogger(logger, QStringLiteral("Debug: "));
+    message(state, logger);
+}
+BENCHMARK(boundLogger);
+
+void unboundLogger(benchmark::State &state)
+{
+    message(state, Logger());
+}
+BENCHMARK(unboundLogger);
+
+void spdlogSink(benchmark::State &state)
+{
+    spdlog::logger logger("core", std::make_shared<QStringSink>(std::make_shared<Consumer>()));
+    const std::string context = "Debug: " + LOG_CONTEXT;
+    const spdlog::source_loc place("", 1, context.c_str());
+    int i = 0;
+    for (auto _ : state) {
+        logger.log(place, spdlog::level::info, "Imported the mesh with triangles: {}", ++i);
+    }
+}
+BENCHMARK(spdlogSink);
+
+} // namespace
+
+BENCHMARK_MAIN();
