@@ -42,6 +42,7 @@ struct Counting : Core::Log::LogDelegate {
 };
 
 Logger gBound;
+Core::Log::ScopedPushLogDelegate *volatile gLeftRegistered = nullptr;
 
 /// Speaks when the manager is closed: made before it, destroyed after it.
 struct LateSpeaker {
@@ -82,7 +83,7 @@ struct TimelySpeaker {
 int main()
 {
     // Left registered on purpose: the manager must let go of it at its own end.
-    new Core::Log::ScopedPushLogDelegate(std::make_shared<Counting>());
+    gLeftRegistered = new Core::Log::ScopedPushLogDelegate(std::make_shared<Counting>());
     bindLoggers();
     Core::Log::bindLogger(gBound, QStringLiteral("Bound: "));
     static const TimelySpeaker timely;

@@ -97,7 +97,7 @@ constexpr std::size_t operatorKeyword(std::string_view name)
         symbol.remove_prefix(2);
     }
     // A parenthesis shows that the operator is only a scope of what follows.
-    return symbol.find("(") == kNowhere || symbol.front() == ' ' ? at : name.size();
+    return symbol.find('(') == kNowhere || symbol.front() == ' ' ? at : name.size();
 }
 
 /// Returns the qualified name out of \a signature, the compiler's pretty text of a function:

@@ -1,0 +1,56 @@
+# Shared by the scripts of this folder; sourced, not run.
+# shellcheck shell=bash
+
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+jobs=$(nproc)
+[ "$jobs" -le 2 ] || jobs=$((jobs - 1))
+
+# Compiler results are shared between checkouts.
+export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
+export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-minimal}
+export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-/tmp}
+
+# What the library itself is built with and from.
+build_packages=(g++ cmake ninja-build ccache pkg-config
+    qt6-base-dev libspdlog-dev libfreeimage-dev libudev-dev)
+test_packages=(libgtest-dev libgmock-dev)
+
+# quietly TITLE COMMAND...: one line when it goes well, everything when it does not.
+quietly() {
+    local title=$1 begin=$SECONDS log
+    shift
+    log=$(mktemp)
+    if "$@" >"$log" 2>&1 </dev/null; then
+        printf '  %-44s %4d s\n' "$title" $((SECONDS - begin))
+        rm -f "$log"
+    else
+        local status=$?
+        cat "$log"
+        rm -f "$log"
+        printf '  %-44s FAILED (%d)\n' "$title" "$status" >&2
+        return "$status"
+    fi
+}
+
+# install_packages PACKAGE...: asks apt for those that are missing, as Debian 12 names them.
+install_packages() {
+    local missing=() package
+    for package; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    local sudo=
+    [ "$(id -u)" -eq 0 ] || sudo=sudo
+    quietly "apt-get update" $sudo apt-get -q update
+    quietly "apt-get install ${missing[0]} …" \
+        $sudo env DEBIAN_FRONTEND=noninteractive apt-get -q install -y --no-install-recommends "${missing[@]}"
+}
+
+# configure_and_build PRESET [CMAKE OPTION...]
+configure_and_build() {
+    local preset=$1
+    shift
+    quietly "configure $preset" cmake --preset "$preset" "$@"
+    quietly "build $preset" cmake --build --preset "$preset" -j "$jobs"
+}

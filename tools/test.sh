@@ -1,0 +1,7 @@
+#!/usr/bin/env bash
+# Sets up, builds and passes the tests on Debian 12.
+. "$(dirname "$0")/lib.sh"
+
+install_packages "${build_packages[@]}" "${test_packages[@]}"
+configure_and_build dev
+ctest --preset dev --output-on-failure -j "$jobs"
