@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+/// \file
+/// A stand-in for FreeImage where it has no package for MinGW: the one function that the library
+/// calls, which tells formats by extension. It reads no image. Release builds link FreeImage.
+
+#pragma once
+
+#define FREEIMAGE_MAJOR_VERSION 3
+#define FREEIMAGE_MINOR_VERSION 18
+
+enum FREE_IMAGE_FORMAT : int { FIF_UNKNOWN = -1 };
+
+/// Returns the number of the format whose extension or name, in any case, is the text after the
+/// last dot of \a filename (all of it when there is none), else FIF_UNKNOWN.
+extern "C" FREE_IMAGE_FORMAT FreeImage_GetFIFFromFilename(const char *filename);

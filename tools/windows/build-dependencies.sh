@@ -1,0 +1,73 @@
+#!/bin/bash
+# SPDX-FileCopyrightText: 2026 The ovrabase authors
+# SPDX-License-Identifier: MIT
+#
+# Builds Qt (Core and Gui), fmt and spdlog for Windows from Debian's source packages with MinGW-w64,
+# and prints the folder that they are installed in. They are kept in
+# ${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}, where the next call finds them.
+# From nothing it takes about ten minutes on two cores.
+set -euo pipefail
+
+root=$(cd "$(dirname "$0")/../.." && pwd)
+# Qt is built with the programs (moc, rcc) of this machine's Qt, so both have one version.
+qtVersion=$(dpkg-query -W -f '${Version}' qt6-base-dev | sed 's/[+-].*//')
+cache=${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}/mingw-qt-$qtVersion
+prefix=$cache/prefix # made by a rename at the very end: a folder that is there is complete
+work=$cache/work
+
+# A package list of its own with the source packages of the Debian mirrors that this machine uses.
+apt_with_sources() {
+    apt-get -q -y -o Dir::Etc::SourceList="$work/sources.list" -o Dir::Etc::SourceParts=/dev/null \
+        -o Dir::State::Lists="$work/lists" -o APT::Sandbox::User=root "$@"
+}
+
+get_sources() {
+    mkdir -p "$work/lists/partial"
+    if [ -z "$(apt-get indextargets 'Created-By: Packages' 'Origin: Debian')" ]; then
+        apt-get -q update
+    fi
+    apt-get indextargets 'Created-By: Packages' 'Origin: Debian' \
+        --format "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg]"' $(REPO_URI) $(RELEASE) $(COMPONENT)' \
+        | sort -u >"$work/sources.list"
+    apt_with_sources update
+    cd "$work"
+    apt_with_sources --only-source source qt6-base fmtlib spdlog
+}
+
+# $1: the name that the unpacked source package begins with; the rest goes to CMake.
+build() {
+    local name=$1
+    shift
+    cmake -S "$(echo "$work/$name"-*/)" -B "$work/build-$name" -G Ninja \
+        -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" \
+        -DOVRABASE_WINDOWS_PREFIX="$work/prefix" -DCMAKE_INSTALL_PREFIX="$work/prefix" \
+        -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=ON "$@"
+    cmake --build "$work/build-$name" --parallel "${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}"
+    cmake --install "$work/build-$name" --strip
+}
+
+build_all() {
+    rm -rf "$work"
+    get_sources
+    build fmtlib -DFMT_TEST=OFF -DFMT_DOC=OFF
+    build spdlog -DSPDLOG_FMT_EXTERNAL=ON -DSPDLOG_BUILD_EXAMPLE=OFF
+    # Debian's package has no tablet header (its licence), the host's pkg-config finds host libraries.
+    local features=(sql network dbus widgets xml testlib printsupport concurrent opengl opengl_desktop
+        vulkan tabletevent direct2d directwrite directwrite3 pkg_config system_zlib)
+    features=("${features[@]/#/-DFEATURE_}")
+    build qt6-base -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF -DINPUT_opengl=no "${features[@]/%/=OFF}"
+    mv "$work/prefix" "$prefix"
+    rm -rf "$work"
+}
+
+mkdir -p "$cache"
+exec 9>"$cache/lock"
+flock 9
+if [ ! -d "$prefix" ]; then
+    log=$cache/build.log
+    echo "Building Qt $qtVersion for Windows (ten minutes and more), see $log" >&2
+    exec 3>&2
+    trap '[ $? = 0 ] || tail -n 30 "$log" >&3' EXIT
+    build_all >"$log" 2>&1
+fi
+echo "$prefix"
