@@ -1,0 +1,43 @@
+#!/bin/bash
+# SPDX-FileCopyrightText: 2026 The ovrabase authors
+# SPDX-License-Identifier: MIT
+#
+# Checks what a built library exports: names of the namespace Vyn only, with what the compiler adds
+# to its classes, and no data but the singleton of the service locator. The DLL must not be stripped.
+#
+#   tools/check-exports.sh build/dev/src/ovrabase/libovrabase.so
+#   tools/check-exports.sh build/windows/bin/libovrabase.dll
+set -euo pipefail
+library=$1
+
+# "kind mangled-name" of every export; the kind is the letter that nm uses.
+list_exports() {
+    case $library in
+    *.dll)
+        local mingw=x86_64-w64-mingw32
+        awk 'NR == FNR { kind[$NF] = $(NF - 1); next } { print ($1 in kind) ? kind[$1] : "?", $1 }' \
+            <("$mingw-nm" --defined-only "$library") \
+            <("$mingw-objdump" -p "$library" | sed -n '/^\[Ordinal\/Name Pointer\]/,/^$/s/^\t\[.*\] *//p')
+        ;;
+    *) nm --dynamic --defined-only "$library" | awk '{ print $(NF - 1), $NF }' ;;
+    esac
+}
+
+exports=$(list_exports | c++filt | sort)
+compilers='(vtable|VTT|typeinfo|typeinfo name|guard variable) for |construction vtable for .*-in-'
+compilers+='|(virtual|non-virtual) thunk to '
+foreign=$(grep -vE "^. ($compilers)?Vyn::" <<<"$exports" || true)
+# Functions are T or W. Qt's meta-object compiler gives each QObject class a staticMetaObject.
+data=$(grep -vE "^[TW] |^. ($compilers)|^. Vyn::.*::staticMetaObject$" <<<"$exports" \
+    | grep -vE '^. Vyn::OvraBase::ServiceLocator::mUniqueInstance$' || true)
+
+status=0
+complain() {
+    printf '%s: %s\n%s\n' "$library" "$1" "$2"
+    status=1
+}
+grep -q '^T Vyn::' <<<"$exports" || complain "no function of the namespace Vyn is exported" ""
+[ -z "$foreign" ] || complain "exports from outside the namespace Vyn:" "$foreign"
+[ -z "$data" ] || complain "exports data:" "$data"
+[ $status = 0 ] && echo "$library: $(wc -l <<<"$exports") exports, as intended"
+exit $status
