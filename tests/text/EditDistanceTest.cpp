@@ -1,0 +1,190 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "support/EditDistanceOracle.h"
+
+#include <ovrabase/text/StringUtils.h>
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <atomic>
+#include <random>
+#include <thread>
+
+namespace Vyn::OvraBase::StringUtils {
+namespace {
+
+using namespace Qt::StringLiterals;
+using Vyn::Test::EditDistances;
+using Vyn::Test::expectedDistances;
+
+EditDistances byFunctions(const QString &a, const QString &b)
+{
+    return {damerauLevenshteinDistance(a, b), damerauLevenshteinSubstringDistance(a, b)};
+}
+
+EditDistances byMatcher(const DamerauLevenshteinMatcher &matcher, const QString &text)
+{
+    return {matcher.distance(text), matcher.substringDistance(text)};
+}
+
+struct Row {
+    const char *name;
+    QString a;
+    QString b;
+    EditDistances expected;
+};
+
+TEST(EditDistance, OfNamedCases)
+{
+    const QString a64(64, u'a');
+    const QString a200(200, u'a');
+    const std::array rows{
+        Row{"both empty", {}, {}, {0, 0}},
+        Row{"empty pattern", {}, u"abc"_s, {3, 0}},
+        Row{"empty text", u"abc"_s, {}, {3, 3}},
+        Row{"null and empty", QString(), u""_s, {0, 0}},
+        Row{"swapped pair", u"ab"_s, u"ba"_s, {1, 1}},
+        Row{"a swapped pair is not edited again", u"ca"_s, u"abc"_s, {3, 1}},
+        Row{"case counts", u"Abc"_s, u"abc"_s, {1, 1}},
+        Row{"part found", u"abc"_s, u"xxabcxx"_s, {4, 0}},
+        Row{"part nearly found", u"abd"_s, u"xxabcxx"_s, {5, 1}},
+        Row{"the order of the arguments counts for parts", u"xxabcxx"_s, u"abc"_s, {4, 4}},
+        Row{"surrogate pairs are two units", u"\U0001F600"_s, u"x"_s, {2, 2}},
+        Row{"one half of a pair differs", u"\U0001F600"_s, u"\U0001F601"_s, {1, 1}},
+        Row{"a composed letter is not its parts", u"\u00E9"_s, u"e\u0301"_s, {2, 1}},
+        Row{"same low byte", u"a\u0161\u0261a"_s, u"a\u0261\u0161\u0361"_s, {2, 2}},
+        Row{"a swap at the border of 64", a64 + u"bc"_s, a64 + u"cbc"_s, {1, 1}},
+        Row{"a swap across the border of 64", u"x"_s + a64.chopped(2) + u"bcyy"_s,
+            u"z"_s + a64.chopped(2) + u"cbyw"_s, {3, 3}},
+        Row{"longer than 64 against nothing", a200, {}, {200, 200}},
+        Row{"far apart", a200, QString(150, u'b'), {200, 200}},
+        Row{"equal and long", a200, a200, {0, 0}},
+        Row{"the null unit is a unit", QString(3, QChar(0)), QString(5, QChar(0)), {2, 0}},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(expectedDistances(row.a, row.b), row.expected);
+        EXPECT_EQ(byFunctions(row.a, row.b), row.expected);
+        EXPECT_EQ(byMatcher(DamerauLevenshteinMatcher(row.a), row.b), row.expected);
+    }
+}
+
+/// Makes pairs of texts over alphabets of different kinds, often near to each other.
+class Pairs {
+public:
+    std::size_t below(std::size_t limit) { return mRandom() % limit; }
+
+    /// Chooses an alphabet, then lengths: mostly short ones, sometimes next to a multiple of 64.
+    std::pair<QString, QString> next()
+    {
+        static constexpr std::array<std::size_t, 6> kSizes = {1, 2, 4, 26, 300, 60000};
+        static constexpr std::array<unsigned, 4> kStarts = {u'a', 0x00F0, 0x0430, 0xD7F0};
+        mLetters = kSizes[below(kSizes.size())];
+        mFirst = kStarts[below(kStarts.size())];
+        mStep = below(4) == 0 ? 256 : 1;
+        const QString a = text(length());
+        return {a, below(2) == 0 ? text(length()) : edited(a)};
+    }
+
+private:
+    std::size_t length() { return below(50) != 0 ? below(13) : (1 + below(2)) * 64 + below(3) - 1; }
+
+    QChar unit() { return QChar(static_cast<char16_t>(mFirst + below(mLetters) * mStep)); }
+
+    QString text(std::size_t size)
+    {
+        QString result;
+        while (static_cast<std::size_t>(result.size()) < size) {
+            result += unit();
+        }
+        return result;
+    }
+
+    QString edited(QString text)
+    {
+        for (std::size_t edits = below(5); edits > 0; --edits) {
+            const auto at =
+                static_cast<qsizetype>(below(static_cast<std::size_t>(text.size()) + 1));
+            switch (below(3)) {
+            case 0:
+                text.insert(at, unit());
+                break;
+            case 1:
+                text.remove(at, 1);
+                break;
+            default:
+                std::reverse(text.begin() + at, text.begin() + std::min(at + 2, text.size()));
+            }
+        }
+        return text;
+    }
+
+    std::mt19937 mRandom{2003};
+    std::size_t mLetters = 1;
+    std::size_t mStep = 1;
+    unsigned mFirst = 0;
+};
+
+TEST(EditDistance, IsThatOfTheDefinition)
+{
+    Pairs pairs;
+    for (int i = 0; i < 100'000; ++i) {
+        const auto [a, b] = pairs.next();
+        const auto expected = expectedDistances(a, b);
+        SCOPED_TRACE(testing::Message() << i << ": " << qPrintable(a) << " | " << qPrintable(b));
+        ASSERT_EQ(byFunctions(a, b), expected);
+        ASSERT_EQ(byMatcher(DamerauLevenshteinMatcher(a), b), expected);
+    }
+}
+
+TEST(EditDistance, OfManyBandsIsThatOfTheDefinition)
+{
+    Pairs pairs;
+    for (const int size : {191, 193, 320, 450}) {
+        QString a;
+        QString b;
+        while (a.size() < size) {
+            const auto [nextA, nextB] = pairs.next();
+            a += nextA;
+            b += nextB;
+        }
+        const auto expected = expectedDistances(a, b);
+        EXPECT_EQ(byFunctions(a, b), expected) << size;
+        EXPECT_EQ(byMatcher(DamerauLevenshteinMatcher(a), b), expected) << size;
+    }
+}
+
+TEST(DamerauLevenshteinMatcher, OutlivesWhatItWasMadeFrom)
+{
+    DamerauLevenshteinMatcher copy(u"other"_s);
+    {
+        const DamerauLevenshteinMatcher matcher(u"Oak, rough"_s);
+        copy = matcher;
+    }
+    EXPECT_EQ(copy.distance(u"Oak, tough"_s), 1U);
+}
+
+TEST(DamerauLevenshteinMatcher, ServesSeveralThreads)
+{
+    const QString pattern(100, u'a');
+    const DamerauLevenshteinMatcher matcher(pattern);
+    std::atomic<int> wrong = 0;
+    std::vector<std::thread> threads;
+    for (qsizetype size : {70, 90, 110, 130}) {
+        threads.emplace_back([&, size] {
+            for (int i = 0; i < 200; ++i) {
+                const auto expected = static_cast<std::uint64_t>(std::abs(size - pattern.size()));
+                wrong += matcher.distance(QString(size, u'a')) == expected ? 0 : 1;
+            }
+        });
+    }
+    for (std::thread &thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(wrong, 0);
+}
+
+} // namespace
+} // namespace Vyn::OvraBase::StringUtils
