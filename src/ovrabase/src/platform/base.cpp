@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "logging/fail_p.h"
+#include "platform/SharedLibrary_p.h"
+
+#include <ovrabase/config.h>
+#include <ovrabase/platform/base.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QResource>
+
+namespace Vyn::OvraBase {
+namespace {
+
+constexpr LogPosition kNoLibrary{"base.cpp:92 Vyn::OvraBase::loadSharedLibrary()"};
+constexpr LogPosition kBoundFromDevelopment{
+    "base.cpp:157 Vyn::OvraBase::registerExternalResource()"};
+constexpr LogPosition kBoundFromInstallation{
+    "base.cpp:162 Vyn::OvraBase::registerExternalResource()"};
+constexpr LogPosition kNoResource{"base.cpp:166 Vyn::OvraBase::registerExternalResource()"};
+
+/// Returns the filter that finds \a name whatever stands behind its second point.
+QString libraryPattern(const QString &name)
+{
+    const QStringList parts = QFileInfo(name).fileName().split(QLatin1Char('.'));
+    return parts.mid(0, 2).join(QLatin1Char('.')) + QLatin1Char('*');
+}
+
+/// Returns the files beside the application that match \a pattern.
+QFileInfoList applicationFiles(const QString &pattern)
+{
+    const QString folder = QCoreApplication::applicationDirPath();
+    if (folder.isEmpty()) {
+        return {}; // no application object: QDir would list the current folder
+    }
+    return QDir(folder).entryInfoList({pattern});
+}
+
+/// Registers the file at \a path and logs \a origin and the result at \a position.
+bool bindResource(const LogPosition &position, const QString &fileName, const QString &path,
+    const QString &origin)
+{
+    const bool bound = QResource::registerResource(path);
+    logAt(position, Debug, Logger::Info,
+        QStringLiteral("External resource %1 bound from %2: %3")
+            .arg(fileName, origin, bound ? QStringLiteral("true") : QStringLiteral("false")));
+    return bound;
+}
+
+} // namespace
+
+QString applicationName()
+{
+    return QStringLiteral("Tessik");
+}
+
+QString applicationSulvaneName()
+{
+    return QStringLiteral("Sulvane 3D ") + applicationName();
+}
+
+QString applicationArdelName()
+{
+    return QStringLiteral("Ardel ") + applicationSulvaneName();
+}
+
+QString applicationLicenseName()
+{
+    return applicationName();
+}
+
+QString getApplicationVersionString()
+{
+    return QStringLiteral("%1.%2.%3")
+        .arg(OVRABASE_VERSION_MAJOR)
+        .arg(OVRABASE_VERSION_MINOR)
+        .arg(OVRABASE_VERSION_PATCH);
+}
+
+QString getCurrentUserName()
+{
+    const QByteArray user = qgetenv("USER");
+    return QString::fromLocal8Bit(user.isEmpty() ? qgetenv("USERNAME") : user);
+}
+
+const QString &getSharedLibraryExtension()
+{
+    static const QString extension = QStringLiteral(".dll");
+    return extension;
+}
+
+void *loadSharedLibrary(const QString &name)
+{
+    const QFileInfoList matches = applicationFiles(libraryPattern(name));
+    if (matches.isEmpty()) {
+        logAt(kNoLibrary, Debug, Logger::Error,
+            QStringLiteral("Failed to retrieve dynamic library: ") + name);
+        return nullptr;
+    }
+    return Platform::openLibrary(matches.first().absoluteFilePath());
+}
+
+void *loadSymbol(void *library, const QString &symbol)
+{
+    return library ? Platform::findSymbol(library, symbol.toStdString().c_str()) : nullptr;
+}
+
+void closeSharedLibrary(void *library)
+{
+    if (library) {
+        Platform::closeLibrary(library);
+    }
+}
+
+bool registerExternalResource(const QString &fileName)
+{
+    const QDir development(QStringLiteral(OVRABASE_DEV_RESOURCE_DIR));
+    const QDir installation(
+        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("Resources")));
+    const QString developmentFile = development.filePath(fileName);
+    const QString installedFile = installation.filePath(fileName);
+
+    if (QFileInfo(developmentFile).isFile()) {
+        return bindResource(
+            kBoundFromDevelopment, fileName, developmentFile, QStringLiteral("dev environment"));
+    }
+    if (QFileInfo(installedFile).isFile()) {
+        return bindResource(
+            kBoundFromInstallation, fileName, installedFile, QStringLiteral("installed file"));
+    }
+    logAt(kNoResource, Debug, Logger::Warning,
+        QStringLiteral("Resource file %1 not found in directories %2 and %3")
+            .arg(fileName, development.path(), installation.path()));
+    return false;
+}
+
+bool registerExternalResource(const std::vector<QString> &fileNames)
+{
+    bool all = true;
+    for (const QString &fileName : fileNames) {
+        all = registerExternalResource(fileName) && all;
+    }
+    return all;
+}
+
+} // namespace Vyn::OvraBase
