@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <ovrabase/export.h>
+#include <ovrabase/services/Service.h>
+
+class QString;
+
+namespace Vyn::OvraBase {
+
+/// Shows messages to the user. The application derives its service from this class and registers it
+/// in the ServiceLocator; the library itself shows nothing.
+class OVRABASE_EXPORT MessagingService : public Service {
+public:
+    OVRABASE_SERVICE_TYPE_ID(Vyn::OvraBase::MessagingService)
+
+    /// Keeps a service muted while it lives. It may be moved, not copied.
+    class OVRABASE_EXPORT MuteScope {
+    public:
+        MuteScope(MuteScope &&other) noexcept;
+        /// Takes the mute of \a other. Move into empty scopes only: a mute that this one held
+        /// before is never ended.
+        MuteScope &operator=(MuteScope &&other) noexcept;
+        MuteScope(const MuteScope &) = delete;
+        MuteScope &operator=(const MuteScope &) = delete;
+        /// Ends the mute, if this scope holds one.
+        ~MuteScope();
+
+    private:
+        friend class MessagingService;
+        explicit MuteScope(MessagingService *service);
+
+        MessagingService *mService;
+    };
+
+    ~MessagingService() override;
+
+    virtual void showInformation(const QString &title, const QString &text) = 0;
+    virtual void showWarning(const QString &title, const QString &text) = 0;
+    virtual void showError(const QString &title, const QString &text) = 0;
+    /// Returns whether the user agreed.
+    virtual bool askQuestion(const QString &title, const QString &text) = 0;
+
+    /// Begins to suppress messages. Several mutes may be alive at once.
+    virtual void beginMute() = 0;
+    /// Undoes one beginMute(). Called from a destructor: it must not throw.
+    virtual void endMute() = 0;
+
+    /// Mutes this service for as long as the returned scope lives. The service must outlive it.
+    [[nodiscard]] MuteScope mute();
+};
+
+} // namespace Vyn::OvraBase

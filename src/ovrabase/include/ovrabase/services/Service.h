@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <ovrabase/export.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace Vyn::OvraBase {
+
+/// The base of everything that the ServiceLocator owns.
+class OVRABASE_EXPORT Service {
+public:
+    Service() = default;
+    Service(const Service &) = default;
+    Service &operator=(const Service &) = default;
+    virtual ~Service();
+};
+
+/// Returns the type id of the class with that fully qualified name: its 64-bit FNV-1a hash
+/// (Fowler, Noll and Vo, 1991). The same in every run, build and module, on every system.
+constexpr std::size_t serviceTypeId(std::string_view qualifiedName)
+{
+    static_assert(sizeof(std::size_t) == sizeof(std::uint64_t), "type ids have 64 bits");
+    std::uint64_t hash = 0xcbf29ce484222325;
+    for (const char c : qualifiedName) {
+        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+    }
+    return hash;
+}
+
+} // namespace Vyn::OvraBase
+
+/// Gives a service class its id; stands in the class's public part with its fully qualified name:
+///
+///     namespace Paint {
+///     class Palettes : public Vyn::OvraBase::Service {
+///     public:
+///         OVRABASE_SERVICE_TYPE_ID(Paint::Palettes)
+///     };
+///     }
+///
+/// A name that is not declared does not compile.
+#define OVRABASE_SERVICE_TYPE_ID(QualifiedName)                                                    \
+    static std::size_t typeId()                                                                    \
+    {                                                                                              \
+        static_assert(sizeof(::QualifiedName *) != 0);                                             \
+        static constexpr std::size_t id = ::Vyn::OvraBase::serviceTypeId(#QualifiedName);          \
+        return id;                                                                                 \
+    }
