@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+// A process from its first static to its last: logs before main(), stops, starts again, and ends
+// without stopping. It ends with 0 only if the service that is destroyed last says so.
+
+#include "services/Operation.h"
+
+#include <ovrabase/logging/GlobalLoggers.h>
+#include <ovrabase/logging/LogManager.h>
+#include <ovrabase/services/DefaultAsyncRecovery.h>
+#include <ovrabase/services/ServiceLocator.h>
+
+#include <QCoreApplication>
+#include <QString>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+using namespace Vyn::OvraBase;
+
+void require(bool condition, const char *what)
+{
+    if (!condition) {
+        std::fprintf(stderr, "failed: %s\n", what);
+        std::fflush(stderr);
+        std::_Exit(1);
+    }
+}
+
+struct BeforeMain {
+    BeforeMain()
+    {
+        require(!ServiceLocator::started(), "no locator before start()");
+        logger(Debug).error("early") << "dropped";
+    }
+};
+const BeforeMain gBeforeMain;
+
+int gRecords = 0;
+
+struct Counting : Vyn::Core::Log::LogDelegate {
+    void log(int, const QString &, const QString &) override { ++gRecords; }
+};
+
+/// Logs and looks services up at its end, and holds an operation that never ends.
+struct Farewell : Service {
+    OVRABASE_SERVICE_TYPE_ID(Vyn::OvraBase::Service)
+
+    explicit Farewell(Vyn::future<void> pending)
+    {
+        recovery.registerRecoverable(1, std::move(pending), QStringLiteral("endless"));
+    }
+    ~Farewell() override
+    {
+        require(!ServiceLocator::started(), "services see no locator at their end");
+        require(ServiceLocator::instance() == nullptr, "looking a service up finds no locator");
+        logger(Debug).info("late") << "farewell";
+    }
+
+    struct Verdict {
+        ~Verdict()
+        {
+            if (isSuccess) {
+                std::_Exit(0);
+            }
+        }
+        bool isSuccess = false;
+    } verdict;
+    DefaultAsyncRecovery recovery; // ends before the verdict
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    require(gRecords == 0, "early records are dropped");
+    bindLoggers();
+    const Vyn::Core::Log::ScopedPushLogDelegate registration(std::make_shared<Counting>());
+    static Vyn::Test::Operation endless;
+
+    ServiceLocator::start();
+    auto &first = *ServiceLocator::instance();
+    first.registerService(std::make_unique<Farewell>(endless.future));
+    first.registerService(std::make_unique<DefaultAsyncRecovery>());
+    ServiceLocator::stop();
+    require(gRecords == 1, "a service may log at its end");
+    ServiceLocator::stop();
+
+    ServiceLocator::start();
+    auto &second = *ServiceLocator::instance();
+    require(second.service<Farewell>() == nullptr, "a new locator is empty");
+    auto farewell = std::make_unique<Farewell>(endless.future);
+    farewell->verdict.isSuccess = true;
+    second.registerService(std::move(farewell));
+    second.registerService(std::make_unique<DefaultAsyncRecovery>());
+    return 1; // unless the end of the process stops the locator
+}

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include <ovrabase/services/MessagingService.h>
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <utility>
+
+namespace Vyn::OvraBase {
+namespace {
+
+/// Writes down how it is muted: '+' for a begin, '-' for an end.
+struct Messages : MessagingService {
+    void showInformation(const QString &, const QString &) override {}
+    void showWarning(const QString &, const QString &) override {}
+    void showError(const QString &, const QString &) override {}
+    bool askQuestion(const QString &, const QString &) override { return false; }
+    void beginMute() override { calls += '+'; }
+    void endMute() override { calls += '-'; }
+
+    std::string calls;
+};
+
+TEST(MuteScope, MutesForAsLongAsItLives)
+{
+    Messages messages;
+    {
+        const auto scope = messages.mute();
+        EXPECT_EQ(messages.calls, "+");
+    }
+    EXPECT_EQ(messages.calls, "+-");
+}
+
+TEST(MuteScope, HandsItsMuteOnWhenItIsMoved)
+{
+    static_assert(!std::is_copy_constructible_v<MessagingService::MuteScope>);
+    static_assert(!std::is_copy_assignable_v<MessagingService::MuteScope>);
+    Messages messages;
+    auto target = messages.mute();
+    {
+        auto emptied = std::move(target);
+        target = std::move(emptied); // into an empty one
+    }
+    auto &self = target;
+    target = std::move(self);
+    EXPECT_EQ(messages.calls, "+");
+    {
+        const auto last = std::move(target);
+    }
+    EXPECT_EQ(messages.calls, "+-");
+}
+
+TEST(MuteScope, NeverEndsAMuteThatItWasAssignedOver)
+{
+    Messages overwritten;
+    Messages kept;
+    {
+        auto scope = overwritten.mute();
+        scope = kept.mute();
+    }
+    EXPECT_EQ(overwritten.calls, "+");
+    EXPECT_EQ(kept.calls, "+-");
+}
+
+} // namespace
+} // namespace Vyn::OvraBase

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+// A plug-in of the application: a module of its own that shares the library with the tests.
+
+#include "support/PluginServices.h"
+
+#include <ovrabase/services/ServiceLocator.h>
+
+#ifdef _WIN32
+#define PLUGIN_EXPORT __declspec(dllexport)
+#else
+#define PLUGIN_EXPORT __attribute__((visibility("default")))
+#endif
+
+using namespace Vyn::Test;
+using Vyn::OvraBase::ServiceLocator;
+
+/// Registers the plug-in's service and answers with the number of the application's, 0 without one.
+extern "C" PLUGIN_EXPORT int plugInServices()
+{
+    auto &locator = *ServiceLocator::instance();
+    locator.registerService(std::make_unique<PluginService>(7));
+    const auto *service = locator.service<HostService>();
+    return service ? service->number : 0;
+}

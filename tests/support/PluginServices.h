@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <ovrabase/services/Service.h>
+
+namespace Vyn::Test {
+
+struct HostService : OvraBase::Service {
+    OVRABASE_SERVICE_TYPE_ID(Vyn::Test::HostService)
+    explicit HostService(int value)
+        : number(value)
+    {
+    }
+    int number;
+};
+
+struct PluginService : HostService {
+    OVRABASE_SERVICE_TYPE_ID(Vyn::Test::PluginService)
+    using HostService::HostService;
+};
+
+} // namespace Vyn::Test
