@@ -9,9 +9,15 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 /// \file
-/// Algorithms over texts.
+/// Edit distances, names of copies, XML tags, escapes, command lines and character classes.
+///
+/// The functions hold no state, report no failure and may be called from any thread; all but the
+/// edit distances answer every input in linear time.
 namespace Vyn::OvraBase::StringUtils {
 
 /// \name Edit distances
@@ -61,5 +67,51 @@ private:
 };
 
 /// @}
+
+/// Returns the name of the next copy of \a name: "Wall" gives "Wall copy", that "Wall copy 2", that
+/// "Wall copy 3".
+///
+/// The word "copy" is translated (source text "copy", empty context). A number is counted on in 64
+/// bits; one that does not fit a signed 32-bit integer counts as 0. Only a name of one line is
+/// counted on; a line feed at its very end is dropped then.
+OVRABASE_EXPORT QString getCopyName(const QString &name);
+
+/// Returns \a text without what an XML element name may not hold: all but ASCII letters, digits,
+/// '-', '_' and '.'; then, as long as there are any, what may not begin a name and the reserved
+/// prefix "xml" in any case. The result is empty when nothing is left.
+OVRABASE_EXPORT QString makeValidXMLTag(const QString &text);
+
+/// Returns \a text with the JSON escapes of backspace, tab, line feed, form feed, carriage return,
+/// quotation mark and backslash.
+///
+/// Every other byte stays as it is, other control bytes too. No quotes are added.
+OVRABASE_EXPORT std::string escapeJSON(const std::string &text);
+
+/// Returns \a text between quotation marks, with the escapes of bell, backspace, tab, vertical tab,
+/// form feed, line feed, carriage return, quotation mark and backslash.
+///
+/// Every other character stays as it is.
+OVRABASE_EXPORT QString asStringLiteral(const QString &text);
+
+/// Splits the line \a input, such as "free text --scale 2 --flip", into the free text and its
+/// (option, value) pairs, the rightmost first.
+///
+/// \a options are the accepted names, without the "--". An option ends at its first space; its
+/// value is the rest up to the next option, less the one character in front of that. Two pairs
+/// stand for errors: ("Invalid syntax", the text from "--" on) for an option without a name, and
+/// ("Invalid option", the name) for one that is not accepted.
+OVRABASE_EXPORT std::pair<std::string, std::vector<std::pair<std::string, std::string>>> parseInput(
+    const std::string &input, const std::vector<std::string> &options);
+
+/// Tells whether \a c is below 0x80.
+OVRABASE_EXPORT bool isAscii(const QChar &c);
+/// Tells whether \a c is one of 0 to 9.
+OVRABASE_EXPORT bool isAsciiDigit(const QChar &c);
+/// Tells whether \a c is one of a to z or A to Z.
+OVRABASE_EXPORT bool isAsciiLetter(const QChar &c);
+/// Tells whether \a c is one of a to z, A to Z or 0 to 9.
+OVRABASE_EXPORT bool isAsciiLetterOrDigit(const QChar &c);
+/// Tells whether \a c is an ASCII character that shows, or a space.
+OVRABASE_EXPORT bool isAsciiPrint(const QChar &c);
 
 } // namespace Vyn::OvraBase::StringUtils

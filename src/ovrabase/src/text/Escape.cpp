@@ -1,0 +1,137 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include <ovrabase/text/StringUtils.h>
+
+#include <QStringView>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+#include <type_traits>
+
+namespace Vyn::OvraBase::StringUtils {
+namespace {
+
+/// The letters that follow the backslash in an escape, by character; 0 for no escape.
+constexpr auto kEscapes = [] {
+    std::array<char, 128> letters{};
+    letters['\\'] = '\\';
+    letters['\a'] = 'a';
+    letters['\b'] = 'b';
+    letters['\t'] = 't';
+    letters['\v'] = 'v';
+    letters['\f'] = 'f';
+    letters['\n'] = 'n';
+    letters['\r'] = 'r';
+    letters['"'] = '"';
+    return letters;
+}();
+
+// Most text needs few escapes. These tests find them without a look-up and without a branch, so
+// that the compiler can take many characters at once.
+struct NeededInLiteral {
+    constexpr bool operator()(char16_t c) const
+    {
+        return ((c >= u'\a') & (c <= u'\r')) | (c == u'"') | (c == u'\\');
+    }
+};
+
+struct NeededInJson {
+    constexpr bool operator()(char c) const
+    {
+        return ((c >= '\b') & (c <= '\r') & (c != '\v')) | (c == '"') | (c == '\\');
+    }
+};
+
+constexpr bool testsAgreeWithTheTable()
+{
+    for (char16_t c = 0; c < kEscapes.size(); ++c) {
+        const bool inJson = kEscapes[c] != 0 && c != u'\a' && c != u'\v';
+        if (NeededInLiteral()(c) != (kEscapes[c] != 0) ||
+            NeededInJson()(static_cast<char>(c)) != inJson) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(testsAgreeWithTheTable());
+
+/// Characters that are tested together: few enough for their number to fit a byte.
+constexpr std::size_t kBlock = 64;
+
+template<class Char, class Needed>
+std::size_t countEscapes(std::basic_string_view<Char> text, Needed needed)
+{
+    std::size_t count = 0;
+    for (std::size_t begin = 0; begin < text.size(); begin += kBlock) {
+        // No wider than the characters: that is as many at once as a register holds.
+        std::make_unsigned_t<Char> inBlock = 0;
+        for (const Char c : text.substr(begin, kBlock)) {
+            inBlock = static_cast<decltype(inBlock)>(inBlock + needed(c));
+        }
+        count += inBlock;
+    }
+    return count;
+}
+
+/// Writes \a text with its escapes to \a out, which has room for them.
+template<class Char, class Needed>
+void writeEscaped(std::basic_string_view<Char> text, Char *out, Needed needed)
+{
+    const Char *run = text.data(); // what stands from here on is not yet written
+    for (std::size_t begin = 0; begin < text.size(); begin += kBlock) {
+        const std::basic_string_view<Char> block = text.substr(begin, kBlock);
+        std::array<bool, kBlock> marks;
+        std::transform(block.begin(), block.end(), marks.begin(), needed);
+
+        for (std::size_t i = 0; i < block.size(); ++i) {
+            if (!marks[i]) {
+                const void *const mark = std::memchr(&marks[i], true, block.size() - i);
+                if (!mark) {
+                    break;
+                }
+                i = static_cast<std::size_t>(static_cast<const bool *>(mark) - marks.data());
+            }
+            const Char *const special = block.data() + i;
+            if (run != special) { // escapes come in rows, and an empty copy costs a call
+                out = std::copy(run, special, out);
+            }
+            *out++ = '\\';
+            *out++ = static_cast<Char>(kEscapes[static_cast<std::size_t>(*special)]);
+            run = special + 1;
+        }
+    }
+    std::copy(run, text.data() + text.size(), out);
+}
+
+} // namespace
+
+std::string escapeJSON(const std::string &text)
+{
+    const std::size_t escapes = countEscapes(std::string_view(text), NeededInJson());
+    if (escapes == 0) {
+        return text;
+    }
+    std::string escaped(text.size() + escapes, '\0');
+    writeEscaped(std::string_view(text), escaped.data(), NeededInJson());
+    return escaped;
+}
+
+QString asStringLiteral(const QString &text)
+{
+    const std::u16string_view units(
+        QStringView(text).utf16(), static_cast<std::size_t>(text.size()));
+    const std::size_t escapes = countEscapes(units, NeededInLiteral());
+
+    QString literal(text.size() + static_cast<qsizetype>(escapes) + 2, Qt::Uninitialized);
+    auto *const out = reinterpret_cast<char16_t *>(literal.data());
+    out[0] = u'"';
+    writeEscaped(units, out + 1, NeededInLiteral());
+    out[literal.size() - 1] = u'"';
+    return literal;
+}
+
+} // namespace Vyn::OvraBase::StringUtils
