@@ -1,0 +1,204 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include <ovrabase/text/LengthUnits.h>
+
+#include <QHash>
+#include <QStringView>
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
+namespace Vyn::OvraBase {
+namespace {
+
+struct LengthUnit {
+    QStringView name;
+    QStringView abbreviations[4]; ///< the places behind the last one are empty
+    double metersPerUnit;
+};
+
+// The order is the users', the factors are to the bit what saved projects were computed with: 12 *
+// 0.0254 and not 0.3048.
+// clang-format off
+constexpr LengthUnit kUnits[] = {
+    {u"Ångström", {u"Å", u"A"}, 1e-10},
+    {u"Barleycorn", {u"Bc"}, 0.008466666666666666},
+    {u"步 - Bù", {u"步"}, 1.6},
+    {u"Cable", {u"cb"}, 219.45599999999996},
+    {u"Centimeter", {u"cm"}, 0.01},
+    {u"Chain", {u"ch"}, 20.116799999999998},
+    {u"尺 - Chǐ", {u"尺"}, 0.32},
+    {u"寸 - Cùn", {u"寸"}, 0.032},
+    {u"Decimeter", {u"dm"}, 0.1},
+    {u"Fathom", {u"ftm"}, 1.8287999999999998},
+    {u"分 - Fēn", {u"分"}, 0.0032},
+    {u"Foot", {u"ft", u"′", u"'"}, 0.30479999999999996},
+    {u"Furlong", {u"fur"}, 201.16799999999998},
+    {u"Hand", {u"h", u"hh"}, 0.1016},
+    {u"毫 - Háo", {u"毫"}, 3.2e-05},
+    {u"Inch", {u"in", u"\"", u"″"}, 0.0254},
+    {u"Kilometer", {u"km"}, 1000.0},
+    {u"League", {u"lea"}, 4828.031999999999},
+    {u"厘 - Lí", {u"厘", u"釐"}, 0.00032},
+    {u"里 - Lǐ", {u"里"}, 576.0},
+    {u"Light-year", {u"ly"}, 9460730472580800.0},
+    {u"Line", {u"L", u"lin", u"‴", u"'''"}, 0.0021166666666666664},
+    {u"Link", {u"li", u"lnk"}, 0.20116799999999999},
+    {u"Meter", {u"m"}, 1.0},
+    {u"Micrometer", {u"µm"}, 1e-06},
+    {u"Mile", {u"mi"}, 1609.3439999999998},
+    {u"Millimeter", {u"mm"}, 0.001},
+    {u"Nanometer", {u"nm"}, 1e-09},
+    {u"Nautical mile", {u"nmi"}, 1852.0},
+    {u"Parsec", {u"pc"}, 3.085677581491367e+16},
+    {u"Planck length", {u"ℓP", u"lP"}, 1.61625518e-35},
+    {u"Rack unit", {u"U"}, 0.044449999999999996},
+    {u"Rod", {u"rd"}, 5.0291999999999994},
+    {u"Thou", {u"th"}, 2.5399999999999997e-05},
+    {u"Copper x unit", {u"xu"}, 1.002076993e-13},
+    {u"Yard", {u"yd"}, 0.9143999999999999},
+    {u"引 - Yǐn", {u"引"}, 32.0},
+    {u"丈 - Zhàng", {u"丈"}, 3.2},
+};
+// clang-format on
+
+/// Returns the metres per unit of a name or an abbreviation.
+std::optional<double> factorOf(QStringView unit)
+{
+    static const QHash<QStringView, double> index = [] {
+        QHash<QStringView, double> factors;
+        for (const LengthUnit &known : kUnits) {
+            factors.insert(known.name, known.metersPerUnit);
+            for (const QStringView abbreviation : known.abbreviations) {
+                if (!abbreviation.isEmpty()) {
+                    factors.insert(abbreviation, known.metersPerUnit);
+                }
+            }
+        }
+        return factors;
+    }();
+    const auto found = index.constFind(unit);
+    return found == index.cend() ? std::nullopt : std::optional(*found);
+}
+
+struct Length {
+    QStringView number;
+    QStringView unit;
+};
+
+bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+bool isDigitOrPoint(QChar c)
+{
+    return isDigit(c) || c == u'.';
+}
+
+bool isSign(QChar c)
+{
+    return c == u'+' || c == u'-';
+}
+
+bool isSpace(QChar c)
+{
+    return c == u' ' || (c >= u'\t' && c <= u'\r');
+}
+
+/// Returns the end of the exponent that begins at \a at, or \a at when none does.
+const QChar *skipExponent(const QChar *at, const QChar *end)
+{
+    if (at == end || (*at != u'e' && *at != u'E')) {
+        return at;
+    }
+    const QChar *digits = at + 1;
+    if (digits != end && isSign(*digits)) {
+        ++digits;
+    }
+    const QChar *const digitsEnd = std::find_if_not(digits, end, isDigit);
+    return digitsEnd == digits ? at : digitsEnd;
+}
+
+/// Returns the end of the letters, combining marks and asterisks that begin at \a at.
+const QChar *skipUnit(const QChar *at, const QChar *end)
+{
+    while (at != end) {
+        const bool isPair = at->isHighSurrogate() && at + 1 != end && at[1].isLowSurrogate();
+        const char32_t c = isPair ? QChar::surrogateToUcs4(at[0], at[1]) : at->unicode();
+        if (c != U'*' && !QChar::isLetter(c) && !QChar::isMark(c)) {
+            break;
+        }
+        at += isPair ? 2 : 1;
+    }
+    return at;
+}
+
+/// Finds the first match of "([+-]?[\d.]+(?:[eE][-+]?\d+)?)\s*([\pL\pM*]+)?". Each part takes what
+/// it can and never gives back, so one pass finds it, where a matcher gives up on long or
+/// broken text.
+Length findLength(QStringView text)
+{
+    const QChar *const end = text.end();
+    const QChar *const digits = std::find_if(text.begin(), end, isDigitOrPoint);
+    if (digits == end) {
+        return {};
+    }
+    const bool hasSign = digits != text.begin() && isSign(digits[-1]);
+    const QChar *const numberEnd = skipExponent(std::find_if_not(digits, end, isDigitOrPoint), end);
+    const QChar *const unit = std::find_if_not(numberEnd, end, isSpace);
+    return {{hasSign ? digits - 1 : digits, numberEnd}, {unit, skipUnit(unit, end)}};
+}
+
+} // namespace
+
+QList<QString> availableLengthUnits()
+{
+    QList<QString> names;
+    names.reserve(std::size(kUnits));
+    for (const LengthUnit &unit : kUnits) {
+        names.append(unit.name.toString());
+    }
+    return names;
+}
+
+QList<QString> abbrevations(const QString &unitName)
+{
+    QList<QString> abbreviations;
+    const auto *const unit = std::find_if(std::begin(kUnits), std::end(kUnits),
+        [&unitName](const LengthUnit &known) { return known.name == unitName; });
+    if (unit != std::end(kUnits)) {
+        for (const QStringView abbreviation : unit->abbreviations) {
+            if (!abbreviation.isEmpty()) {
+                abbreviations.append(abbreviation.toString());
+            }
+        }
+    }
+    return abbreviations;
+}
+
+double fromMeter(double meters, const QString &unit)
+{
+    const std::optional<double> factor = factorOf(unit);
+    return factor ? meters / *factor : 0.0;
+}
+
+double stringToMeter(const QString &value, const QString &defaultUnit)
+{
+    if (value.compare(QStringLiteral("nan"), Qt::CaseInsensitive) == 0) {
+        return 0.0;
+    }
+    const Length length = findLength(value);
+    bool isNumber = false;
+    const double converted = length.number.toDouble(&isNumber);
+    const double number = isNumber ? converted : 0.0; // too large a number converts to infinity
+    std::optional<double> factor = factorOf(length.unit);
+    if (!factor) {
+        factor = factorOf(defaultUnit);
+    }
+    return factor ? number * *factor : number;
+}
+
+} // namespace Vyn::OvraBase
