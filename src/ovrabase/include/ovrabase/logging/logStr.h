@@ -1,0 +1,277 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <ovrabase/export.h>
+
+#include <QString>
+#include <QtContainerFwd>
+
+#include <concepts>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+QT_BEGIN_NAMESPACE
+class QBitArray;
+class QBitmap;
+class QBrush;
+class QByteArray;
+class QColor;
+class QCursor;
+class QDate;
+class QDateTime;
+class QEasingCurve;
+class QFont;
+class QIcon;
+class QImage;
+class QKeySequence;
+class QLine;
+class QLineF;
+class QLocale;
+class QMatrix4x4;
+class QModelIndex;
+class QPalette;
+class QPersistentModelIndex;
+class QPixmap;
+class QPoint;
+class QPointF;
+class QPolygon;
+class QPolygonF;
+class QQuaternion;
+class QRect;
+class QRectF;
+class QRegion;
+class QRegularExpression;
+class QSize;
+class QSizeF;
+class QTime;
+class QTransform;
+class QUrl;
+class QUuid;
+class QVariant;
+class QVector2D;
+class QVector3D;
+class QVector4D;
+QT_END_NAMESPACE
+
+/// \file
+/// logStr() shows a value in a log message, in a short text that never changes: tools read it.
+///
+/// An overload takes its type and nothing that merely converts to it: a pointer is no bool and an
+/// enumeration no number, the call does not compile. All functions may be called from any thread
+/// but for the one of QCursor, and none fails.
+///
+/// A type of your own joins in with a function `QString logStr(const Type &)` in its own namespace.
+/// Lists and optionals of it then have a logStr() too.
+namespace Vyn {
+
+/// \name Text, as a literal: quoted and escaped by StringUtils::asStringLiteral()
+/// Pointers are to zero-terminated text, of UTF-8 where the characters are bytes; null gives
+/// "<null string>".
+/// \{
+OVRABASE_EXPORT QString logStr(const QString &value);
+OVRABASE_EXPORT QString logStr(const std::string &value);
+OVRABASE_EXPORT QString logStr(const std::u16string &value);
+OVRABASE_EXPORT QString logStr(const std::u32string &value);
+OVRABASE_EXPORT QString logStr(const std::wstring &value);
+OVRABASE_EXPORT QString logStr(const char *value);
+OVRABASE_EXPORT QString logStr(const unsigned char *value);
+OVRABASE_EXPORT QString logStr(const char16_t *value);
+OVRABASE_EXPORT QString logStr(const char32_t *value);
+OVRABASE_EXPORT QString logStr(const wchar_t *value);
+/// \}
+
+/// \name One character, as a literal in single quotes
+/// A byte is read as UTF-8.
+/// \{
+OVRABASE_EXPORT QString logStr(char value);
+OVRABASE_EXPORT QString logStr(unsigned char value);
+OVRABASE_EXPORT QString logStr(QChar value);
+OVRABASE_EXPORT QString logStr(char16_t value);
+OVRABASE_EXPORT QString logStr(char32_t value);
+OVRABASE_EXPORT QString logStr(wchar_t value);
+/// \}
+
+/// \name Truth and numbers
+/// A float shows up to 8 digits, a double up to 6.
+/// \{
+OVRABASE_EXPORT QString logStr(bool value);
+OVRABASE_EXPORT QString logStr(float value);
+OVRABASE_EXPORT QString logStr(double value);
+/// \}
+
+/// \name Bytes and bits: percent-encoded; "[0110]"
+/// \{
+OVRABASE_EXPORT QString logStr(const QByteArray &value);
+OVRABASE_EXPORT QString logStr(const QBitArray &value);
+/// \}
+
+/// \name Names, dates and expressions
+/// "2024-02-29", "23:59:58.007", both with a space between; "/pattern/ims" with a letter per
+/// option; the others as their class writes them.
+/// \{
+OVRABASE_EXPORT QString logStr(const QDate &value);
+OVRABASE_EXPORT QString logStr(const QTime &value);
+OVRABASE_EXPORT QString logStr(const QDateTime &value);
+OVRABASE_EXPORT QString logStr(const QLocale &value);
+OVRABASE_EXPORT QString logStr(const QUrl &value);
+OVRABASE_EXPORT QString logStr(const QUuid &value);
+OVRABASE_EXPORT QString logStr(const QRegularExpression &value);
+/// \}
+
+/// \name Model indexes
+/// "()" for an invalid one, "(row, column)", below the top "(row, column, depth=ancestors)".
+/// \{
+OVRABASE_EXPORT QString logStr(const QModelIndex &value);
+OVRABASE_EXPORT QString logStr(const QPersistentModelIndex &value);
+/// \}
+
+/// \name Geometry
+/// Points "(x,y)", sizes "wxh", rectangles "(xxy)wh(wxh)", lines "(x,y)--(x,y)". A polygon and the
+/// spline of an easing curve join their points by "--", a region its rectangles by " U ".
+/// \{
+OVRABASE_EXPORT QString logStr(const QPoint &value);
+OVRABASE_EXPORT QString logStr(const QPointF &value);
+OVRABASE_EXPORT QString logStr(const QSize &value);
+OVRABASE_EXPORT QString logStr(const QSizeF &value);
+OVRABASE_EXPORT QString logStr(const QRect &value);
+OVRABASE_EXPORT QString logStr(const QRectF &value);
+OVRABASE_EXPORT QString logStr(const QLine &value);
+OVRABASE_EXPORT QString logStr(const QLineF &value);
+OVRABASE_EXPORT QString logStr(const QPolygon &value);
+OVRABASE_EXPORT QString logStr(const QPolygonF &value);
+OVRABASE_EXPORT QString logStr(const QRegion &value);
+OVRABASE_EXPORT QString logStr(const QEasingCurve &value);
+/// \}
+
+/// \name Vectors and matrices
+/// Vectors "(x,y)", a quaternion "1 + 2i + 3j + 4k", matrices row by row in brackets. A transform
+/// shows its transpose, and says so by "^t" at the end.
+/// \{
+OVRABASE_EXPORT QString logStr(const QVector2D &value);
+OVRABASE_EXPORT QString logStr(const QVector3D &value);
+OVRABASE_EXPORT QString logStr(const QVector4D &value);
+OVRABASE_EXPORT QString logStr(const QQuaternion &value);
+OVRABASE_EXPORT QString logStr(const QMatrix4x4 &value);
+OVRABASE_EXPORT QString logStr(const QTransform &value);
+/// \}
+
+/// \name Colours and looks
+/// "#rrggbb", or "invalid". A palette shows the colour of its Base role in the place of Window too.
+/// An icon gives its theme name, without one its sizes.
+/// \{
+OVRABASE_EXPORT QString logStr(const QColor &value);
+OVRABASE_EXPORT QString logStr(const QBrush &value);
+OVRABASE_EXPORT QString logStr(const QPalette &value);
+OVRABASE_EXPORT QString logStr(const QFont &value);
+OVRABASE_EXPORT QString logStr(const QIcon &value);
+OVRABASE_EXPORT QString logStr(const QKeySequence &value);
+/// \}
+
+/// \name Images: "640x480:32bpp"
+/// Null ones give "<null image>", "<null bitmap>" and, for a pixmap, "null".
+/// \{
+OVRABASE_EXPORT QString logStr(const QImage &value);
+OVRABASE_EXPORT QString logStr(const QBitmap &value);
+OVRABASE_EXPORT QString logStr(const QPixmap &value);
+/// Shows the bitmap of the cursor and where the mouse pointer is now. For the GUI thread only.
+OVRABASE_EXPORT QString logStr(const QCursor &value);
+/// \}
+
+/// Returns "QVariant(text as type)", with the logStr() of what \a value holds, "<?>" for a type
+/// that is not known here; "QVariant(Null)" for a null variant of such a type.
+OVRABASE_EXPORT QString logStr(const QVariant &value);
+
+/// Returns "{key: value, key: value}" in the order of the hash, the keys without quotes.
+OVRABASE_EXPORT QString logStr(const QHash<QString, QVariant> &value);
+
+namespace LogStr {
+
+template<class T, class... Ts>
+inline constexpr bool isOneOf = (std::is_same_v<T, Ts> || ...);
+
+/// The integers that count; those that hold a character show one, or are refused.
+template<class T>
+concept Number = std::integral<T> &&
+    !isOneOf<T, bool, char, signed char, unsigned char, wchar_t, char8_t, char16_t, char32_t>;
+
+/// The enumerations, the odd number types and the pointers to what is no object.
+template<class T>
+concept Formless =
+    std::is_scalar_v<T> && !Number<T> && !std::convertible_to<T, const volatile void *>;
+
+/// Whatever converts to the type of an overload converts to this as well, which is ambiguous.
+struct Convertible {
+    template<class T>
+    Convertible(const T &);
+};
+
+} // namespace LogStr
+
+/// Returns \a value in decimal.
+template<LogStr::Number T>
+QString logStr(T value)
+{
+    if constexpr (std::is_signed_v<T>) {
+        return QString::number(qlonglong{value});
+    } else {
+        return QString::number(qulonglong{value});
+    }
+}
+
+/// What has no form of its own must not take that of a bool, a char or a double.
+template<LogStr::Formless T>
+QString logStr(T value) = delete;
+QString logStr(const volatile void *value) = delete;
+QString logStr(LogStr::Convertible value) = delete;
+
+template<class T>
+QString logStr(const QList<T> &values);
+template<class T, class Allocator>
+QString logStr(const std::vector<T, Allocator> &values);
+template<class T>
+QString logStr(const std::optional<T> &value);
+
+namespace LogStr {
+
+/// Finds logStr() of T among those above, and by its argument in the namespace of T.
+template<class T, class Range>
+QString listOf(const Range &values)
+{
+    QString text(u'[');
+    for (const T &value : values) {
+        if (text.size() > 1) {
+            text += QStringLiteral(", ");
+        }
+        text += logStr(value);
+    }
+    return text += u']';
+}
+
+} // namespace LogStr
+
+/// Returns "[a, b]" with the logStr() of each value.
+template<class T>
+QString logStr(const QList<T> &values)
+{
+    return LogStr::listOf<T>(values);
+}
+
+/// Returns "[a, b]" with the logStr() of each value.
+template<class T, class Allocator>
+QString logStr(const std::vector<T, Allocator> &values)
+{
+    return LogStr::listOf<T>(values);
+}
+
+/// Returns the list of the one value, or of none: "[a]" or "[]".
+template<class T>
+QString logStr(const std::optional<T> &value)
+{
+    return value ? QStringLiteral("[%1]").arg(logStr(*value)) : QStringLiteral("[]");
+}
+
+} // namespace Vyn
