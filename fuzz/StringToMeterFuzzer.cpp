@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "Require.h"
+
+#include <ovrabase/text/LengthUnits.h>
+
+#include <QHash>
+#include <QRegularExpression>
+
+#include <cmath>
+#include <fuzzer/FuzzedDataProvider.h>
+
+namespace {
+
+using namespace Vyn::OvraBase;
+
+QHash<QString, double> factors()
+{
+    QHash<QString, double> all;
+    for (const QString &name : availableLengthUnits()) {
+        for (const QString &spelling : abbrevations(name) + QList<QString>{name}) {
+            all[spelling] = stringToMeter(QStringLiteral("1"), name);
+        }
+    }
+    return all;
+}
+
+/// By the expression itself, which serves for short texts without unpaired surrogates.
+double expected(const QString &value, const QString &defaultUnit)
+{
+    static const QHash<QString, double> all = factors();
+    static const QRegularExpression length(
+        QStringLiteral(R"(([+-]?[\d.]+(?:[eE][-+]?\d+)?)\s*([\pL\pM*]+)?)"));
+    if (value.toLower() == QStringLiteral("nan")) {
+        return 0;
+    }
+    const QRegularExpressionMatch match = length.match(value);
+    const double converted = match.captured(1).toDouble();
+    const double number = std::isinf(converted) ? 0 : converted;
+    return number * all.value(match.captured(2), all.value(defaultUnit, 1));
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    FuzzedDataProvider provider(data, size);
+    const QString unit = QString::fromStdString(provider.ConsumeRandomLengthString(8));
+    const QString value = QString::fromStdString(provider.ConsumeRemainingBytesAsString());
+    const double meters = stringToMeter(value, unit);
+    require(meters == expected(value, unit));
+    require(!std::isnan(meters));
+    require(meters == 0 || fromMeter(meters, QStringLiteral("m")) == meters);
+    return 0;
+}
