@@ -13,12 +13,11 @@
 
 #include <gmock/gmock.h>
 
-#include <atomic>
+#include <array>
 #include <chrono>
 #include <future>
 #include <memory>
 #include <thread>
-#include <vector>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -175,13 +174,13 @@ INSTANTIATE_TEST_SUITE_P(Ends, WaitingRegistry, testing::Bool(),
 
 TEST(DefaultAsyncRecovery, ServesEightThreads)
 {
-    constexpr std::size_t rounds = 200;
+    constexpr std::size_t rounds = 100;
     DefaultAsyncRecovery registry;
-    std::vector<std::thread> threads;
-    for (std::size_t thread = 0; thread < 8; ++thread) {
-        threads.emplace_back([&registry, thread] {
+    std::array<std::thread, 8> threads;
+    for (std::size_t i = 0; i < threads.size(); ++i) {
+        threads[i] = std::thread([&registry, i] {
             for (std::size_t round = 0; round < rounds; ++round) {
-                const std::size_t id = thread * rounds + round;
+                const std::size_t id = i * rounds + round;
                 const Operation operation;
                 registry.registerRecoverable(id, operation.future, QStringLiteral("x"));
                 EXPECT_GT(registry.registrySize(), 0U);
@@ -195,7 +194,7 @@ TEST(DefaultAsyncRecovery, ServesEightThreads)
     for (std::thread &thread : threads) {
         thread.join();
     }
-    EXPECT_EQ(registry.registrySize(), 8 * rounds / 2);
+    EXPECT_EQ(registry.registrySize(), threads.size() * rounds / 2);
 }
 
 } // namespace

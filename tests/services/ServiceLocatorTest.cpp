@@ -10,12 +10,12 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <atomic>
 #include <functional>
 #include <memory>
 #include <thread>
 #include <utility>
-#include <vector>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -145,9 +145,9 @@ TEST_F(ServiceLocatorTest, ServesEightThreadsWhileServicesAreRegistered)
             ++locator.service<Numbered<2>>()->uses;
         }
     };
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) {
-        threads.emplace_back(work);
+    std::array<std::thread, 8> threads;
+    for (std::thread &thread : threads) {
+        thread = std::thread(work);
     }
     for (std::thread &thread : threads) {
         thread.join();

@@ -3,8 +3,10 @@
 
 #include <ovrabase/services/future.h>
 
-#include <stlab/concurrency/await.hpp>
+#include <stlab/concurrency/immediate_executor.hpp>
 
+#include <future>
+#include <memory>
 #include <utility>
 
 namespace Vyn {
@@ -24,11 +26,12 @@ void future<void>::await() const
     if (!mBackend) {
         return;
     }
-    try {
-        stlab::await(backend_type(*mBackend));
-    } catch (...) {
-        // The operation's own error; it has ended.
-    }
+    // stlab::await() would start a thread pool inside this library, which no application can join
+    // before it exits. The promise is shared because this call may return while it is being set.
+    const auto ended = std::make_shared<std::promise<void>>();
+    const auto continuation = backend_type(*mBackend).recover(
+        stlab::immediate_executor, [ended](const backend_type &) { ended->set_value(); });
+    ended->get_future().wait();
 }
 
 bool future<void>::isSameOperation(const future &other) const
