@@ -4,7 +4,7 @@
 build=$1 seconds=$2
 
 found=0
-for fuzzer in "$build"/bin/*Fuzz; do
+for fuzzer in "$build"/bin/*Fuzzer; do
     found=1
     work=$(mktemp -d)
     echo "== $fuzzer"
