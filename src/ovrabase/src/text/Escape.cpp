@@ -48,9 +48,10 @@ struct NeededInJson {
 
 constexpr bool testsAgreeWithTheTable()
 {
-    for (char16_t c = 0; c < kEscapes.size(); ++c) {
-        const bool inJson = kEscapes[c] != 0 && c != u'\a' && c != u'\v';
-        if (NeededInLiteral()(c) != (kEscapes[c] != 0) ||
+    for (std::size_t c = 0; c < kEscapes.size(); ++c) {
+        const bool inLiteral = kEscapes[c] != 0;
+        const bool inJson = inLiteral && c != '\a' && c != '\v';
+        if (NeededInLiteral()(static_cast<char16_t>(c)) != inLiteral ||
             NeededInJson()(static_cast<char>(c)) != inJson) {
             return false;
         }
@@ -100,7 +101,7 @@ void writeEscaped(std::basic_string_view<Char> text, Char *out, Needed needed)
                 out = std::copy(run, special, out);
             }
             *out++ = '\\';
-            *out++ = static_cast<Char>(kEscapes[static_cast<std::size_t>(*special)]);
+            *out++ = static_cast<Char>(kEscapes[static_cast<std::make_unsigned_t<Char>>(*special)]);
             run = special + 1;
         }
     }
