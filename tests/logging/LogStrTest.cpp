@@ -188,7 +188,7 @@ TEST(LogStr, ShowsGeometry)
     EXPECT_SHOWN(QLineF(0.5, 0, 5, 6), "(0.5,0)--(5,6)");
     EXPECT_SHOWN(QPolygon(), "");
     EXPECT_SHOWN(QPolygon({{1, 2}, {3, 4}, {5, 6}}), "(1,2)--(3,4)--(5,6)");
-    EXPECT_SHOWN(QPolygonF({{0.5, 2}, {3, 4}}), "(0.5,2)--(3,4)");
+    EXPECT_SHOWN(QPolygonF(QList<QPointF>{{0.5, 2}, {3, 4}}), "(0.5,2)--(3,4)");
     EXPECT_SHOWN(QRegion(0, 0, 1, 2).united(QRect(5, 0, 1, 2)), "(0x0)wh(1x2) U (5x0)wh(1x2)");
     QEasingCurve curve(QEasingCurve::BezierSpline);
     curve.addCubicBezierSegment({0.25, 0}, {0.5, 0.75}, {1, 1});

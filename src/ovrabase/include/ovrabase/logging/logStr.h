@@ -188,6 +188,7 @@ OVRABASE_EXPORT QString logStr(const QVariant &value);
 /// Returns "{key: value, key: value}" in the order of the hash, the keys without quotes.
 OVRABASE_EXPORT QString logStr(const QHash<QString, QVariant> &value);
 
+/// What the functions below are made of; not for callers.
 namespace LogStr {
 
 template<class T, class... Ts>
