@@ -14,7 +14,7 @@ export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-/tmp}
 # What the library itself is built with and from.
 build_packages=(g++ cmake ninja-build ccache pkg-config
     qt6-base-dev libspdlog-dev libfreeimage-dev libudev-dev)
-test_packages=(libgtest-dev libgmock-dev)
+test_packages=(libgtest-dev libgmock-dev umockdev)
 
 # quietly TITLE COMMAND...: one line when it goes well, everything when it does not.
 quietly() {

@@ -27,7 +27,7 @@ get_sources() {
         apt-get -q update
     fi
     apt-get indextargets 'Created-By: Packages' 'Origin: Debian' \
-        --format "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg]"' $(REPO_URI) $(RELEASE) $(COMPONENT)' \
+        --format "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg] \$(REPO_URI) \$(RELEASE) \$(COMPONENT)" \
         | sort -u >"$work/sources.list"
     apt_with_sources update
     cd "$work"

@@ -1,0 +1,206 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/Devices_p.h"
+
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstring>
+#include <initializer_list>
+#include <libudev.h>
+#include <memory>
+#include <system_error>
+
+namespace Vyn::OvraBase::platform {
+namespace {
+
+struct Unref {
+    void operator()(udev *context) const { udev_unref(context); }
+    void operator()(udev_enumerate *search) const { udev_enumerate_unref(search); }
+    void operator()(udev_device *device) const { udev_device_unref(device); }
+};
+template<class T>
+using Owner = std::unique_ptr<T, Unref>;
+
+QString text(const char *value)
+{
+    return QString::fromUtf8(value).trimmed();
+}
+
+/// The first text that there is: of attributes, which are the device's own words, then of
+/// properties, which udev's rules add.
+QString firstOf(udev_device *device, std::initializer_list<const char *> attributes,
+    std::initializer_list<const char *> properties)
+{
+    QString value;
+    for (const char *const name : attributes) {
+        value = value.isEmpty() ? text(udev_device_get_sysattr_value(device, name)) : value;
+    }
+    for (const char *const name : properties) {
+        value = value.isEmpty() ? text(udev_device_get_property_value(device, name)) : value;
+    }
+    return value;
+}
+
+void fill(DeviceInfo &info, udev_device *device)
+{
+    udev_device *const parent = udev_device_get_parent(device); // lives as long as the device
+    info.description = firstOf(device, {}, {"ID_MODEL_FROM_DATABASE"});
+    info.deviceClass = text(udev_device_get_subsystem(device));
+    info.manufacturer = firstOf(
+        device, {"manufacturer", "device/vendor"}, {"ID_VENDOR", "ID_VENDOR_FROM_DATABASE"});
+    info.name = firstOf(device, {"product", "device/model"}, {"ID_MODEL"});
+    info.service = text(udev_device_get_driver(device));
+    info.pdo = text(udev_device_get_devnode(device));
+    info.instanceId = text(udev_device_get_devpath(device));
+    info.parentInstanceId = parent ? text(udev_device_get_devpath(parent)) : QString();
+    info.address = firstOf(device, {"devnum"}, {}).toInt();
+}
+
+/// Visits the devices that \a narrow leaves in a search. Returns an errno, 0 when all went well.
+template<class Narrow, class Visit>
+std::uint32_t enumerateDevices(udev *context, Narrow narrow, Visit visit)
+{
+    errno = 0;
+    const Owner<udev_enumerate> search(context ? udev_enumerate_new(context) : nullptr);
+    if (!search) {
+        return static_cast<std::uint32_t>(errno != 0 ? errno : ENOMEM);
+    }
+    narrow(search.get());
+    if (const int result = udev_enumerate_scan_devices(search.get()); result < 0) {
+        return static_cast<std::uint32_t>(-result);
+    }
+    udev_list_entry *entry = nullptr;
+    udev_list_entry_foreach(entry, udev_enumerate_get_list_entry(search.get()))
+    {
+        // Null for a device that was unplugged meanwhile.
+        if (const Owner<udev_device> device{
+                udev_device_new_from_syspath(context, udev_list_entry_get_name(entry))}) {
+            visit(device.get());
+        }
+    }
+    return 0;
+}
+
+bool isOfType(udev_device *device, const char *type)
+{
+    const char *const actual = udev_device_get_devtype(device);
+    return actual && std::strcmp(actual, type) == 0;
+}
+
+/// A disk has no driver of its own: it is served by that of the device that it is found on.
+QString driverAbove(udev_device *device)
+{
+    const char *driver = nullptr;
+    while (device && !driver) {
+        driver = udev_device_get_driver(device);
+        device = udev_device_get_parent(device);
+    }
+    return text(driver);
+}
+
+/// Whether \a device is one that drivers are looked up for, and none was found. The devices of a
+/// class never have a driver, they are what drivers offer.
+bool lacksDriver(udev_device *device)
+{
+    const QString subsystem = text(udev_device_get_subsystem(device));
+    return !udev_device_get_driver(device) &&
+           QFileInfo::exists(QStringLiteral("/sys/bus/") + subsystem);
+}
+
+std::vector<QString> childrenOf(udev *context, udev_device *device)
+{
+    std::vector<QString> children;
+    const QByteArray path = udev_device_get_syspath(device);
+    enumerateDevices(
+        context,
+        [&](udev_enumerate *search) {
+            udev_enumerate_add_match_subsystem(search, "usb");
+            udev_enumerate_add_match_parent(search, device);
+        },
+        [&](udev_device *below) {
+            udev_device *const parent = udev_device_get_parent(below);
+            if (parent && path == udev_device_get_syspath(parent)) {
+                children.push_back(text(udev_device_get_devpath(below)));
+            }
+        });
+    return children;
+}
+
+/// The generation from the negotiated speed in Mbit/s.
+std::int32_t usbNumberOf(udev_device *device)
+{
+    const double speed = firstOf(device, {"speed"}, {}).toDouble();
+    if (speed <= 0) {
+        return 0;
+    }
+    return speed >= 5000 ? 3 : speed >= 480 ? 2 : 1;
+}
+
+} // namespace
+
+DeviceSet<DeviceInfo> disks()
+{
+    DeviceSet<DeviceInfo> found;
+    const Owner<udev> context(udev_new());
+    found.error = enumerateDevices(
+        context.get(),
+        [](udev_enumerate *search) { udev_enumerate_add_match_subsystem(search, "block"); },
+        [&](udev_device *device) {
+            if (isOfType(device, "disk")) {
+                DeviceInfo &info = found.devices.emplace_back();
+                fill(info, device);
+                info.service = driverAbove(device);
+            }
+        });
+    return found;
+}
+
+DeviceSet<USBInfo> usbDevices()
+{
+    DeviceSet<USBInfo> found;
+    const Owner<udev> context(udev_new());
+    found.error = enumerateDevices(
+        context.get(),
+        [](udev_enumerate *search) { udev_enumerate_add_match_subsystem(search, "usb"); },
+        [&](udev_device *device) {
+            if (isOfType(device, "usb_device")) {
+                USBInfo &info = found.devices.emplace_back();
+                fill(info, device);
+                info.children = childrenOf(context.get(), device);
+                info.usbNumber = usbNumberOf(device);
+            }
+        });
+    return found;
+}
+
+DeviceSet<DeviceInfo> unknownDevices()
+{
+    DeviceSet<DeviceInfo> found;
+    const Owner<udev> context(udev_new());
+    found.error = enumerateDevices(
+        context.get(),
+        [](udev_enumerate *search) {
+            udev_enumerate_add_match_sysattr(search, "modalias", nullptr);
+        },
+        [&](udev_device *device) {
+            if (lacksDriver(device)) {
+                fill(found.devices.emplace_back(), device);
+            }
+        });
+    return found;
+}
+
+std::optional<EjectFailure> eject(const std::string & /*path*/)
+{
+    // No volume has a letter here. A file may have such a name, but is none.
+    return EjectFailure{false, errorMessage(ENOENT)};
+}
+
+std::string errorText(std::uint32_t code)
+{
+    return std::system_category().message(static_cast<int>(code));
+}
+
+} // namespace Vyn::OvraBase::platform

@@ -1,0 +1,308 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/DeviceWalk_p.h"
+#include "platform/Devices_p.h"
+
+#include <array>
+#include <cstddef>
+#include <cstring>
+#include <cwchar>
+#include <memory>
+#include <type_traits>
+
+#include <qt_windows.h>
+
+// The headers below define their GUIDs and property keys here instead of declaring them.
+#include <initguid.h>
+
+#include <devguid.h>
+#include <devpkey.h>
+#include <setupapi.h>
+#include <usbioctl.h>
+#include <usbiodef.h>
+#include <winioctl.h>
+
+namespace Vyn::OvraBase::platform {
+namespace {
+
+static_assert(kNoMoreDevices == ERROR_NO_MORE_ITEMS);
+
+struct CloseFile {
+    void operator()(HANDLE handle) const { ::CloseHandle(handle); }
+};
+using FileHandle = std::unique_ptr<void, CloseFile>;
+
+struct CloseDeviceSet {
+    void operator()(HDEVINFO set) const { ::SetupDiDestroyDeviceInfoList(set); }
+};
+using DeviceSetHandle = std::unique_ptr<std::remove_pointer_t<HDEVINFO>, CloseDeviceSet>;
+
+struct FreeHeap {
+    void operator()(void *block) const { ::HeapFree(::GetProcessHeap(), 0, block); }
+};
+template<class T>
+using HeapBlock = std::unique_ptr<T, FreeHeap>;
+
+struct FreeLocal {
+    void operator()(void *block) const { ::LocalFree(block); }
+};
+
+/// SetupAPI and kernel32 say "none" with a handle of their own.
+template<class Owner, class Handle>
+Owner owned(Handle handle)
+{
+    return Owner(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+}
+
+FileHandle openFile(const char *path, DWORD access)
+{
+    return owned<FileHandle>(::CreateFileA(
+        path, access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
+}
+
+/// The bytes of a property, however many they are; none when it cannot be read or is of another
+/// type.
+std::vector<BYTE> property(
+    HDEVINFO set, SP_DEVINFO_DATA &device, const DEVPROPKEY &key, DEVPROPTYPE wanted)
+{
+    std::vector<BYTE> bytes;
+    DEVPROPTYPE type = DEVPROP_TYPE_EMPTY;
+    DWORD size = 0;
+    while (!::SetupDiGetDevicePropertyW(
+        set, &device, &key, &type, bytes.data(), static_cast<DWORD>(bytes.size()), &size, 0)) {
+        // The value may grow between two calls, so ask until it fits; it never asks for less.
+        if (::GetLastError() != ERROR_INSUFFICIENT_BUFFER || size <= bytes.size()) {
+            return {};
+        }
+        bytes.resize(size);
+    }
+    bytes.resize(size);
+    return type == wanted ? bytes : std::vector<BYTE>();
+}
+
+/// The texts of a property that ends each with a null; the last may lack it.
+std::vector<QString> texts(const std::vector<BYTE> &bytes)
+{
+    std::vector<QString> list;
+    const auto *at = reinterpret_cast<const wchar_t *>(bytes.data());
+    const auto *const end = at + bytes.size() / sizeof(wchar_t);
+    while (at != end && *at != L'\0') {
+        const auto *stop = std::wmemchr(at, L'\0', static_cast<std::size_t>(end - at));
+        stop = stop ? stop : end;
+        list.push_back(QString::fromWCharArray(at, stop - at));
+        at = stop == end ? end : stop + 1;
+    }
+    return list;
+}
+
+QString textProperty(HDEVINFO set, SP_DEVINFO_DATA &device, const DEVPROPKEY &key)
+{
+    const auto list = texts(property(set, device, key, DEVPROP_TYPE_STRING));
+    return list.empty() ? QString() : list.front();
+}
+
+std::int32_t addressOf(HDEVINFO set, SP_DEVINFO_DATA &device)
+{
+    const auto bytes = property(set, device, DEVPKEY_Device_Address, DEVPROP_TYPE_UINT32);
+    std::int32_t address = 0;
+    if (bytes.size() == sizeof address) {
+        std::memcpy(&address, bytes.data(), sizeof address);
+    }
+    return address;
+}
+
+void fill(DeviceInfo &info, HDEVINFO set, SP_DEVINFO_DATA &device)
+{
+    info.description = textProperty(set, device, DEVPKEY_Device_DeviceDesc);
+    info.deviceClass = textProperty(set, device, DEVPKEY_Device_Class);
+    info.manufacturer = textProperty(set, device, DEVPKEY_Device_Manufacturer);
+    info.name = textProperty(set, device, DEVPKEY_Device_FriendlyName);
+    info.service = textProperty(set, device, DEVPKEY_Device_Service);
+    info.pdo = textProperty(set, device, DEVPKEY_Device_PDOName);
+    info.instanceId = textProperty(set, device, DEVPKEY_Device_InstanceId);
+    info.parentInstanceId = textProperty(set, device, DEVPKEY_Device_Parent);
+    info.address = addressOf(set, device);
+}
+
+/// The physical device object of the device with that instance id, empty when it has none.
+QString pdoOf(const QString &instanceId)
+{
+    const auto set = owned<DeviceSetHandle>(::SetupDiCreateDeviceInfoList(nullptr, nullptr));
+    SP_DEVINFO_DATA device{};
+    device.cbSize = sizeof device;
+    if (!set || !::SetupDiOpenDeviceInfoW(
+                    set.get(), instanceId.toStdWString().c_str(), nullptr, 0, &device)) {
+        return {};
+    }
+    return textProperty(set.get(), device, DEVPKEY_Device_PDOName);
+}
+
+/// Asks the hub for the device at its \a port: the generation that the connection runs at.
+std::int32_t usbNumberAt(HANDLE hub, ULONG port)
+{
+    // The answer is followed by one entry for each open pipe, of which a device has 30 at most.
+    constexpr std::size_t kSize =
+        sizeof(USB_NODE_CONNECTION_INFORMATION_EX) + 30 * sizeof(USB_PIPE_INFO);
+    alignas(USB_NODE_CONNECTION_INFORMATION_EX) std::array<std::byte, kSize> buffer{};
+    auto *const first = reinterpret_cast<USB_NODE_CONNECTION_INFORMATION_EX *>(buffer.data());
+    first->ConnectionIndex = port;
+    DWORD size = 0;
+    const bool hasFirst = ::DeviceIoControl(hub, IOCTL_USB_GET_NODE_CONNECTION_INFORMATION_EX,
+        buffer.data(), kSize, buffer.data(), kSize, &size, nullptr);
+
+    // A second question, new in Windows 8, because the first knows no speed above high speed.
+    USB_NODE_CONNECTION_INFORMATION_EX_V2 second{};
+    second.ConnectionIndex = port;
+    second.Length = sizeof second;
+    second.SupportedUsbProtocols.Usb300 = 1;
+    const bool hasSecond = ::DeviceIoControl(hub, IOCTL_USB_GET_NODE_CONNECTION_INFORMATION_EX_V2,
+        &second, sizeof second, &second, sizeof second, &size, nullptr);
+
+    if (hasSecond && (second.Flags.DeviceIsOperatingAtSuperSpeedOrHigher ||
+                         second.Flags.DeviceIsOperatingAtSuperSpeedPlusOrHigher)) {
+        return 3;
+    }
+    if (!hasFirst) {
+        return 0;
+    }
+    return first->Speed >= UsbHighSpeed ? 2 : 1;
+}
+
+std::int32_t usbNumberOf(const USBInfo &info)
+{
+    const QString parent = pdoOf(info.parentInstanceId);
+    if (parent.isEmpty()) {
+        return 0;
+    }
+    const QByteArray path = "\\\\?\\Global\\GLOBALROOT" + parent.toLocal8Bit();
+    // The questions need no right on the hub: asking for none spares the caller to be an
+    // administrator.
+    const FileHandle hub = openFile(path.constData(), 0);
+    return hub ? usbNumberAt(hub.get(), static_cast<ULONG>(info.address)) : 0;
+}
+
+/// 0, or the code of the call that just failed.
+DWORD errorOf(BOOL succeeded)
+{
+    const DWORD code = succeeded ? ERROR_SUCCESS : ::GetLastError();
+    return succeeded || code != ERROR_SUCCESS ? code : ERROR_GEN_FAILURE;
+}
+
+/// Fills \a device with the device behind an interface. The path in the detail is not needed, but
+/// the two come together.
+bool deviceBehind(HDEVINFO set, SP_DEVICE_INTERFACE_DATA &port, SP_DEVINFO_DATA &device)
+{
+    DWORD size = 0;
+    ::SetupDiGetDeviceInterfaceDetailA(set, &port, nullptr, 0, &size, nullptr);
+    if (size < sizeof(SP_DEVICE_INTERFACE_DETAIL_DATA_A)) {
+        return false;
+    }
+    const HeapBlock<SP_DEVICE_INTERFACE_DETAIL_DATA_A> detail(
+        static_cast<SP_DEVICE_INTERFACE_DETAIL_DATA_A *>(::HeapAlloc(::GetProcessHeap(), 0, size)));
+    if (!detail) {
+        return false;
+    }
+    detail->cbSize = sizeof(SP_DEVICE_INTERFACE_DETAIL_DATA_A);
+    return ::SetupDiGetDeviceInterfaceDetailA(set, &port, detail.get(), size, nullptr, &device);
+}
+
+/// Visits the devices of a setup class, or those with an interface of a class, that are attached
+/// now. Returns why the set cannot be opened, else 0.
+template<class Visit>
+DWORD enumerateDevices(const GUID &classOrInterface, bool byInterface, Visit visit)
+{
+    const DWORD flags = DIGCF_PRESENT | (byInterface ? DIGCF_DEVICEINTERFACE : 0U);
+    const auto set =
+        owned<DeviceSetHandle>(::SetupDiGetClassDevsA(&classOrInterface, nullptr, nullptr, flags));
+    if (!set) {
+        return errorOf(FALSE);
+    }
+
+    SP_DEVINFO_DATA device{};
+    device.cbSize = sizeof device;
+    if (byInterface) {
+        SP_DEVICE_INTERFACE_DATA port{};
+        port.cbSize = sizeof port;
+        walkDevices(
+            [&](DWORD index) {
+                return errorOf(::SetupDiEnumDeviceInterfaces(
+                    set.get(), nullptr, &classOrInterface, index, &port));
+            },
+            [&] {
+                if (deviceBehind(set.get(), port, device)) {
+                    visit(set.get(), device);
+                }
+            });
+    } else {
+        walkDevices(
+            [&](DWORD index) {
+                return errorOf(::SetupDiEnumDeviceInfo(set.get(), index, &device));
+            },
+            [&] { visit(set.get(), device); });
+    }
+    return ERROR_SUCCESS;
+}
+
+DeviceSet<DeviceInfo> list(const GUID &classOrInterface, bool byInterface)
+{
+    DeviceSet<DeviceInfo> found;
+    found.error =
+        enumerateDevices(classOrInterface, byInterface, [&](HDEVINFO set, SP_DEVINFO_DATA &device) {
+            fill(found.devices.emplace_back(), set, device);
+        });
+    return found;
+}
+
+} // namespace
+
+DeviceSet<DeviceInfo> disks()
+{
+    return list(GUID_DEVINTERFACE_DISK, true);
+}
+
+DeviceSet<USBInfo> usbDevices()
+{
+    DeviceSet<USBInfo> found;
+    found.error = enumerateDevices(
+        GUID_DEVINTERFACE_USB_DEVICE, true, [&](HDEVINFO set, SP_DEVINFO_DATA &device) {
+            USBInfo &info = found.devices.emplace_back();
+            fill(info, set, device);
+            info.children =
+                texts(property(set, device, DEVPKEY_Device_Children, DEVPROP_TYPE_STRING_LIST));
+            info.usbNumber = usbNumberOf(info);
+        });
+    return found;
+}
+
+DeviceSet<DeviceInfo> unknownDevices()
+{
+    return list(GUID_DEVCLASS_NODRIVER, false);
+}
+
+std::optional<EjectFailure> eject(const std::string &path)
+{
+    const FileHandle volume = openFile(path.c_str(), GENERIC_READ);
+    if (!volume) {
+        return EjectFailure{false, errorMessage(::GetLastError())};
+    }
+    DWORD size = 0;
+    if (!::DeviceIoControl(
+            volume.get(), IOCTL_STORAGE_EJECT_MEDIA, nullptr, 0, nullptr, 0, &size, nullptr)) {
+        return EjectFailure{true, errorMessage(::GetLastError())};
+    }
+    return {};
+}
+
+std::string errorText(std::uint32_t code)
+{
+    char *text = nullptr;
+    const DWORD size = ::FormatMessageA(
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+        nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT), reinterpret_cast<char *>(&text),
+        0, nullptr);
+    const std::unique_ptr<char, FreeLocal> owner(text);
+    return text ? std::string(text, size) : std::string();
+}
+
+} // namespace Vyn::OvraBase::platform

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+// Runs on the machine that described_machine.umockdev describes.
+
+#include <ovrabase/platform/WindowsUtils.h>
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <string>
+
+namespace {
+
+using namespace Vyn::OvraBase;
+using testing::ElementsAre;
+using testing::Pair;
+using testing::SizeIs;
+
+const std::string kController = "/devices/pci0000:00/0000:00:14.0";
+const std::string kDisk = kController + "/usb2/2-3/2-3:1.0/host4/target4:0:0/4:0:0:0";
+
+TEST(DescribedMachine, ListsTheWholeDiskAlone)
+{
+    const auto disks = getDisksInfo();
+
+    ASSERT_THAT(disks, SizeIs(1));
+    EXPECT_EQ(disks[0].toString().toStdString(),
+        "PDO: </dev/sdx>\nInstance ID: <" + kDisk +
+            "/block/sdx>\nDevice class: <block>\nName: <Stick 64G>\nDescription: <>\n"
+            "Manufacturer: <Söhne>\nService: <sd>\nParent Instance ID: <" +
+            kDisk + ">\nAddress: 0");
+}
+
+TEST(DescribedMachine, ListsUsbDevicesWithTheirChildren)
+{
+    std::map<std::string, std::string> texts;
+    std::map<std::string, std::int32_t> numbers;
+    for (const USBInfo &device : getUSBInfo()) {
+        texts[device.instanceId.toStdString()] = device.toString().toStdString();
+        numbers[device.instanceId.toStdString()] = device.usbNumber;
+    }
+
+    EXPECT_THAT(numbers, ElementsAre(Pair(kController + "/usb1/1-4", 2),
+                             Pair(kController + "/usb1/1-5", 1), Pair(kController + "/usb1/1-6", 0),
+                             Pair(kController + "/usb2", 3), Pair(kController + "/usb2/2-3", 3)));
+    EXPECT_EQ(texts[kController + "/usb2/2-3"],
+        "PDO: </dev/bus/usb/002/007>\nInstance ID: <" + kController +
+            "/usb2/2-3>\nDevice class: <usb>\nName: <Stick>\nDescription: <Flash Drive>\n"
+            "Manufacturer: <Schlüssel & Söhne>\nService: <usb>\nParent Instance ID: <" +
+            kController + "/usb2>\nAddress: 7\n1 children\nUSB3");
+}
+
+TEST(DescribedMachine, ChildrenAreDirectlyBelow)
+{
+    for (const USBInfo &device : getUSBInfo()) {
+        if (device.instanceId == QString::fromStdString(kController + "/usb2")) {
+            EXPECT_THAT(device.children,
+                testing::UnorderedElementsAre(device.instanceId + QStringLiteral("/2-0:1.0"),
+                    device.instanceId + QStringLiteral("/2-3")));
+            return;
+        }
+    }
+    FAIL() << "no root hub";
+}
+
+TEST(DescribedMachine, UnknownIsABusDeviceWithoutADriver)
+{
+    const auto devices = getUnknownDevicesInfo();
+
+    ASSERT_THAT(devices, SizeIs(1));
+    EXPECT_EQ(devices[0].instanceId, QStringLiteral("/devices/pci0000:00/0000:00:1f.4"));
+    EXPECT_EQ(devices[0].description, QStringLiteral("SMBus Controller"));
+    EXPECT_EQ(devices[0].manufacturer, QStringLiteral("Example Corporation"));
+    EXPECT_EQ(devices[0].service, QString());
+}
+
+} // namespace

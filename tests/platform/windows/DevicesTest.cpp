@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include <ovrabase/platform/WindowsUtils.h>
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+#include <qt_windows.h>
+
+#include <initguid.h>
+
+#include <devguid.h>
+#include <devpkey.h>
+#include <setupapi.h>
+#include <usbiodef.h>
+#include <winioctl.h>
+
+// Missing from the header of MinGW-w64.
+extern "C" DECLSPEC_IMPORT BOOL WINAPI SetupDiSetDevicePropertyW(
+    HDEVINFO, PSP_DEVINFO_DATA, const DEVPROPKEY *, DEVPROPTYPE, const BYTE *, DWORD, DWORD);
+
+namespace {
+
+using namespace Vyn::OvraBase;
+using testing::ElementsAre;
+using testing::SizeIs;
+
+/// A device that the system knows for as long as this lives.
+class RegisteredDevice {
+public:
+    /// \a interfaceClass may be null, for a device that offers none.
+    RegisteredDevice(const std::string &name, const GUID &setupClass, const GUID *interfaceClass)
+        : mSet(::SetupDiCreateDeviceInfoList(&setupClass, nullptr))
+    {
+        const std::string id = "ROOT\\OVRABASE\\" + name;
+        mDevice.cbSize = sizeof mDevice;
+        check(::SetupDiCreateDeviceInfoA(
+            mSet, id.c_str(), &setupClass, nullptr, nullptr, 0, &mDevice));
+        check(::SetupDiRegisterDeviceInfo(mSet, &mDevice, 0, nullptr, nullptr, nullptr));
+        if (interfaceClass) {
+            check(::SetupDiCreateDeviceInterfaceA(
+                mSet, &mDevice, interfaceClass, nullptr, 0, nullptr));
+            link("ROOT#OVRABASE#" + name, *interfaceClass);
+        }
+    }
+    RegisteredDevice(const RegisteredDevice &) = delete;
+    RegisteredDevice &operator=(const RegisteredDevice &) = delete;
+    ~RegisteredDevice()
+    {
+        check(::SetupDiRemoveDevice(mSet, &mDevice));
+        ::SetupDiDestroyDeviceInfoList(mSet);
+    }
+
+    /// \a text may hold several, each ended by a null.
+    void set(
+        const DEVPROPKEY &key, const std::wstring &text, DEVPROPTYPE type = DEVPROP_TYPE_STRING)
+    {
+        set(key, type, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
+    }
+    void set(const DEVPROPKEY &key, std::int32_t number)
+    {
+        set(key, DEVPROP_TYPE_UINT32, &number, sizeof number);
+    }
+
+private:
+    static void check(BOOL succeeded) { EXPECT_TRUE(succeeded) << ::GetLastError(); }
+
+    void set(const DEVPROPKEY &key, DEVPROPTYPE type, const void *data, std::size_t size)
+    {
+        check(::SetupDiSetDevicePropertyW(mSet, &mDevice, &key, type,
+            static_cast<const BYTE *>(data), static_cast<DWORD>(size), 0));
+    }
+
+    /// What the system does when the driver has started the interface.
+    static void link(const std::string &device, const GUID &interfaceClass)
+    {
+        wchar_t guid[39];
+        ASSERT_EQ(::StringFromGUID2(interfaceClass, guid, 39), 39);
+        const std::string braced(guid, guid + 38);
+        const std::string key = R"(SYSTEM\CurrentControlSet\Control\DeviceClasses\)" + braced +
+                                "\\##?#" + device + '#' + braced + "\\#\\Control";
+        const DWORD linked = 1;
+        EXPECT_EQ(::RegSetKeyValueA(
+                      HKEY_LOCAL_MACHINE, key.c_str(), "Linked", REG_DWORD, &linked, sizeof linked),
+            ERROR_SUCCESS);
+    }
+
+    HDEVINFO mSet;
+    SP_DEVINFO_DATA mDevice{};
+};
+
+template<class Info>
+std::vector<Info> named(const QString &name, const std::vector<Info> &devices)
+{
+    std::vector<Info> found;
+    for (const Info &device : devices) {
+        if (device.name == name) {
+            found.push_back(device);
+        }
+    }
+    return found;
+}
+
+TEST(Devices, ADiskIsReadPropertyByProperty)
+{
+    const std::wstring description(5000, L'\u78c1'); // no fixed buffer holds it
+    RegisteredDevice registered("DISK", GUID_DEVCLASS_DISKDRIVE, &GUID_DEVINTERFACE_DISK);
+    registered.set(DEVPKEY_Device_DeviceDesc, description);
+    registered.set(DEVPKEY_Device_Class, L"DiskDrive");
+    registered.set(DEVPKEY_Device_Manufacturer, L"S\u00f6hne");
+    registered.set(DEVPKEY_Device_FriendlyName, L"Disk of the test");
+    registered.set(DEVPKEY_Device_Service, L"disk");
+    registered.set(DEVPKEY_Device_PDOName, L"\\Device\\0000002a");
+    registered.set(DEVPKEY_Device_InstanceId, L"ROOT\\OVRABASE\\DISK");
+    registered.set(DEVPKEY_Device_Parent, L"HTREE\\ROOT\\0");
+    registered.set(DEVPKEY_Device_Address, -2);
+
+    const auto disks = named(QStringLiteral("Disk of the test"), getDisksInfo());
+
+    ASSERT_THAT(disks, SizeIs(1));
+    EXPECT_EQ(disks[0].toString(),
+        QStringLiteral("PDO: <\\Device\\0000002a>\nInstance ID: <ROOT\\OVRABASE\\DISK>\n"
+                       "Device class: <DiskDrive>\nName: <Disk of the test>\nDescription: <%1>\n"
+                       "Manufacturer: <S\u00f6hne>\nService: <disk>\n"
+                       "Parent Instance ID: <HTREE\\ROOT\\0>\nAddress: -2")
+            .arg(QString::fromStdWString(description)));
+}
+
+TEST(Devices, APropertyThatIsMissingOrOfAnotherTypeIsEmpty)
+{
+    RegisteredDevice registered("BARE", GUID_DEVCLASS_DISKDRIVE, &GUID_DEVINTERFACE_DISK);
+    registered.set(DEVPKEY_Device_FriendlyName, L"Bare disk");
+    registered.set(DEVPKEY_Device_Manufacturer, 7);
+    registered.set(DEVPKEY_Device_Address, L"12");
+
+    const auto disks = named(QStringLiteral("Bare disk"), getDisksInfo());
+
+    ASSERT_THAT(disks, SizeIs(1));
+    EXPECT_EQ(disks[0].manufacturer, QString());
+    EXPECT_EQ(disks[0].pdo, QString());
+    EXPECT_EQ(disks[0].address, 0);
+}
+
+TEST(Devices, AUsbDeviceHasItsChildrenAndNoNumberWithoutAHub)
+{
+    RegisteredDevice registered("STICK", GUID_DEVCLASS_USB, &GUID_DEVINTERFACE_USB_DEVICE);
+    registered.set(DEVPKEY_Device_FriendlyName, L"Stick");
+    registered.set(DEVPKEY_Device_Parent, L"ROOT\\OVRABASE\\MISSING");
+    registered.set(DEVPKEY_Device_Children,
+        std::wstring(L"USBSTOR\\DISK\\1\0USBSTOR\\DISK\\2\0", 30), DEVPROP_TYPE_STRING_LIST);
+    RegisteredDevice hub("HUB", GUID_DEVCLASS_USB, &GUID_DEVINTERFACE_USB_HUB);
+    hub.set(DEVPKEY_Device_PDOName, L"\\Device\\NoSuchHub");
+    RegisteredDevice below("BELOW", GUID_DEVCLASS_USB, &GUID_DEVINTERFACE_USB_DEVICE);
+    below.set(DEVPKEY_Device_FriendlyName, L"Below");
+    below.set(DEVPKEY_Device_Parent, L"ROOT\\OVRABASE\\HUB");
+
+    const auto devices = getUSBInfo();
+    const auto sticks = named(QStringLiteral("Stick"), devices);
+    const auto belows = named(QStringLiteral("Below"), devices);
+
+    ASSERT_THAT(sticks, SizeIs(1));
+    EXPECT_THAT(sticks[0].children,
+        ElementsAre(QStringLiteral("USBSTOR\\DISK\\1"), QStringLiteral("USBSTOR\\DISK\\2")));
+    EXPECT_EQ(sticks[0].usbNumber, 0);
+    ASSERT_THAT(belows, SizeIs(1));
+    EXPECT_THAT(belows[0].children, SizeIs(0));
+    EXPECT_EQ(belows[0].usbNumber, 0);
+    EXPECT_THAT(named(QStringLiteral("Stick"), getDisksInfo()), SizeIs(0));
+}
+
+TEST(Devices, UnknownOnesAreThoseOfTheClassWithoutADriver)
+{
+    RegisteredDevice unknown("UNKNOWN", GUID_DEVCLASS_NODRIVER, nullptr);
+    unknown.set(DEVPKEY_Device_FriendlyName, L"Unknown");
+    RegisteredDevice known("KNOWN", GUID_DEVCLASS_DISKDRIVE, nullptr);
+    known.set(DEVPKEY_Device_FriendlyName, L"Known");
+
+    const auto devices = getUnknownDevicesInfo();
+
+    EXPECT_THAT(named(QStringLiteral("Unknown"), devices), SizeIs(1));
+    EXPECT_THAT(named(QStringLiteral("Known"), devices), SizeIs(0));
+}
+
+TEST(ErrorMessage, IsTheTextOfWindows)
+{
+    EXPECT_EQ(errorMessage(ERROR_FILE_NOT_FOUND), "File not found.\r\n"); // as Wine has it
+}
+
+} // namespace
