@@ -42,12 +42,13 @@ export WINEDEBUG=-all WINEPREFIX=${prefix%/prefix}/wine
 export WINEQT_QPA_PLATFORM=minimal
 exec 9>"$WINEPREFIX.lock"
 flock 9
+mkdir -p "$WINEPREFIX"
 trap 'wineserver -k 9>&- || true' EXIT
-if [ ! -e "$WINEPREFIX/ready" ]; then
-    quietly "set up Wine" timeout 300 wine wineboot -i 9>&-
-    quietly "no display" timeout 60 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f 9>&-
-    touch "$WINEPREFIX/ready"
-fi
+wineserver -k 9>&- || true # left over from a run that was killed
+# Started here, the server and its helpers do not keep the tests' output open behind each test.
+wineserver -p 9>&-
+quietly "start Wine" timeout 300 wine wineboot 9>&-
+quietly "no display" timeout 60 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f 9>&-
 
 names=$(IFS='|'; echo "$*")
 ctest --preset windows ${1:+--tests-regex "^($names)\$"} </dev/null 9>&-
