@@ -1,0 +1,226 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "ovrabase/files/MurmurHash3.h"
+
+#include "files/MurmurHash3_p.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+namespace Vyn {
+namespace {
+
+template<class Word>
+Word loadWord(const unsigned char *data)
+{
+    return qFromLittleEndian<Word>(data);
+}
+
+template<class Word>
+void storeWord(Word word, unsigned char *out)
+{
+    qToLittleEndian(word, out);
+}
+
+/// Reads up to a whole word, zeros in place of the bytes that are missing.
+template<class Word>
+Word loadPart(const unsigned char *data, std::size_t size)
+{
+    unsigned char bytes[sizeof(Word)] = {};
+    std::memcpy(bytes, data, std::min(size, sizeof(Word)));
+    return loadWord<Word>(bytes);
+}
+
+std::uint32_t finalMix(std::uint32_t h)
+{
+    h = (h ^ (h >> 16)) * 0x85ebca6bU;
+    h = (h ^ (h >> 13)) * 0xc2b2ae35U;
+    return h ^ (h >> 16);
+}
+
+std::uint64_t finalMix(std::uint64_t h)
+{
+    h = (h ^ (h >> 33)) * 0xff51afd7ed558ccdU;
+    h = (h ^ (h >> 33)) * 0xc4ceb9fe1a85ec53U;
+    return h ^ (h >> 33);
+}
+
+std::size_t sizeOf(int length)
+{
+    return static_cast<std::size_t>(std::max(length, 0));
+}
+
+// The two lanes of x64_128.
+
+std::uint64_t mixFirst(std::uint64_t k)
+{
+    return std::rotl(k * 0x87c37b91114253d5U, 31) * 0x4cf5ad432745937fU;
+}
+
+std::uint64_t mixSecond(std::uint64_t k)
+{
+    return std::rotl(k * 0x4cf5ad432745937fU, 33) * 0x87c37b91114253d5U;
+}
+
+// The four lanes of x86_128: lane i multiplies by constants i and i + 1.
+
+constexpr std::uint32_t kLaneConstants[] = {
+    0x239b961bU, 0xab0e9789U, 0x38b34ae5U, 0xa1e38b93U, 0x239b961bU};
+
+template<int Lane>
+std::uint32_t mixLane(std::uint32_t k)
+{
+    return std::rotl(k * kLaneConstants[Lane], 15 + Lane) * kLaneConstants[Lane + 1];
+}
+
+std::uint32_t mixWord(std::uint32_t k)
+{
+    return std::rotl(k * 0xcc9e2d51U, 15) * 0x1b873593U;
+}
+
+} // namespace
+
+void Murmur3Stream::addBlocks(const unsigned char *data, std::size_t size)
+{
+    std::uint64_t h1 = mH1;
+    std::uint64_t h2 = mH2;
+    for (const unsigned char *const end = data + size; data != end; data += kBlockSize) {
+        h1 ^= mixFirst(loadWord<std::uint64_t>(data));
+        h1 = (std::rotl(h1, 27) + h2) * 5 + 0x52dce729U;
+        h2 ^= mixSecond(loadWord<std::uint64_t>(data + 8));
+        h2 = (std::rotl(h2, 31) + h1) * 5 + 0x38495ab5U;
+    }
+    mH1 = h1;
+    mH2 = h2;
+}
+
+void Murmur3Stream::add(const void *data, std::size_t size)
+{
+    if (size == 0) {
+        return;
+    }
+    const auto *bytes = static_cast<const unsigned char *>(data);
+    mLength += size;
+    if (mRestSize > 0) {
+        const std::size_t taken = std::min(size, kBlockSize - mRestSize);
+        std::memcpy(mRest + mRestSize, bytes, taken);
+        mRestSize += taken;
+        if (mRestSize < kBlockSize) {
+            return;
+        }
+        addBlocks(mRest, kBlockSize);
+        bytes += taken;
+        size -= taken;
+    }
+    mRestSize = size % kBlockSize;
+    addBlocks(bytes, size - mRestSize);
+    std::memcpy(mRest, bytes + size - mRestSize, mRestSize);
+}
+
+void Murmur3Stream::finish(void *out)
+{
+    std::uint64_t h1 = mH1;
+    std::uint64_t h2 = mH2;
+    std::memset(mRest + mRestSize, 0, kBlockSize - mRestSize);
+    h2 ^= mixSecond(loadWord<std::uint64_t>(mRest + 8));
+    h1 ^= mixFirst(loadWord<std::uint64_t>(mRest));
+
+    h1 ^= mLength;
+    h2 ^= mLength;
+    h1 += h2;
+    h2 += h1;
+    h1 = finalMix(h1);
+    h2 = finalMix(h2);
+    h1 += h2;
+    h2 += h1;
+
+    auto *bytes = static_cast<unsigned char *>(out);
+    storeWord(h1, bytes);
+    storeWord(h2, bytes + 8);
+}
+
+void MurmurHash3_x64_128(const void *key, int length, std::uint32_t seed, void *out)
+{
+    Murmur3Stream stream(seed);
+    stream.add(key, sizeOf(length));
+    stream.finish(out);
+}
+
+void MurmurHash3_x86_128(const void *key, int length, std::uint32_t seed, void *out)
+{
+    constexpr std::size_t blockSize = 16;
+    const auto *data = static_cast<const unsigned char *>(key);
+    const std::size_t size = sizeOf(length);
+    std::uint32_t h1 = seed;
+    std::uint32_t h2 = seed;
+    std::uint32_t h3 = seed;
+    std::uint32_t h4 = seed;
+
+    const std::size_t restSize = size % blockSize;
+    for (std::size_t at = 0; at < size - restSize; at += blockSize) {
+        const unsigned char *const block = data + at;
+        h1 ^= mixLane<0>(loadWord<std::uint32_t>(block));
+        h1 = (std::rotl(h1, 19) + h2) * 5 + 0x561ccd1bU;
+        h2 ^= mixLane<1>(loadWord<std::uint32_t>(block + 4));
+        h2 = (std::rotl(h2, 17) + h3) * 5 + 0x0bcaa747U;
+        h3 ^= mixLane<2>(loadWord<std::uint32_t>(block + 8));
+        h3 = (std::rotl(h3, 15) + h4) * 5 + 0x96cd1c35U;
+        h4 ^= mixLane<3>(loadWord<std::uint32_t>(block + 12));
+        h4 = (std::rotl(h4, 13) + h1) * 5 + 0x32ac3b17U;
+    }
+
+    // A word of zeros mixes to zero: what is missing changes nothing.
+    unsigned char rest[blockSize] = {};
+    if (restSize > 0) {
+        std::memcpy(rest, data + size - restSize, restSize);
+    }
+    h1 ^= mixLane<0>(loadWord<std::uint32_t>(rest));
+    h2 ^= mixLane<1>(loadWord<std::uint32_t>(rest + 4));
+    h3 ^= mixLane<2>(loadWord<std::uint32_t>(rest + 8));
+    h4 ^= mixLane<3>(loadWord<std::uint32_t>(rest + 12));
+
+    std::uint32_t *const lanes[] = {&h1, &h2, &h3, &h4};
+    const auto spread = [&] {
+        h1 += h2 + h3 + h4;
+        h2 += h1;
+        h3 += h1;
+        h4 += h1;
+    };
+    for (std::uint32_t *lane : lanes) {
+        *lane ^= static_cast<std::uint32_t>(size);
+    }
+    spread();
+    for (std::uint32_t *lane : lanes) {
+        *lane = finalMix(*lane);
+    }
+    spread();
+
+    auto *bytes = static_cast<unsigned char *>(out);
+    for (const std::uint32_t *lane : lanes) {
+        storeWord(*lane, bytes);
+        bytes += sizeof(*lane);
+    }
+}
+
+void MurmurHash3_x86_32(const void *key, int length, std::uint32_t seed, void *out)
+{
+    const auto *data = static_cast<const unsigned char *>(key);
+    const std::size_t size = sizeOf(length);
+    std::uint32_t h = seed;
+
+    const std::size_t restSize = size % sizeof(h);
+    for (std::size_t at = 0; at < size - restSize; at += sizeof(h)) {
+        h ^= mixWord(loadWord<std::uint32_t>(data + at));
+        h = std::rotl(h, 13) * 5 + 0xe6546b64U;
+    }
+    if (restSize > 0) {
+        h ^= mixWord(loadPart<std::uint32_t>(data + size - restSize, restSize));
+    }
+    storeWord(finalMix(h ^ static_cast<std::uint32_t>(size)), static_cast<unsigned char *>(out));
+}
+
+} // namespace Vyn
