@@ -1,0 +1,258 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <ovrabase/export.h>
+
+#include <QByteArray>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <vector>
+
+class QUrl;
+
+namespace Vyn {
+
+/// Whether a folder walk descends into sub-folders.
+enum class Recursion { NonRecursive = 0, Recursive = 1 };
+
+} // namespace Vyn
+
+namespace Vyn::OvraBase {
+
+/// Questions about paths and files, and the operations on them.
+///
+/// All functions are static, keep no state and may be called from any thread. Paths are absolute or
+/// relative to the current folder, with "/" or the system's separator. What touches the file system
+/// blocks until it answers. A path that no system accepts (empty, with a NUL, far too long) counts
+/// as the path of something that does not exist. A soft failure answers false or an empty value;
+/// exceptions are named where they are thrown, and are logged first.
+class OVRABASE_EXPORT FileUtils : public QObject {
+    Q_OBJECT
+
+public:
+    explicit FileUtils(QObject *parent = nullptr);
+    ~FileUtils() override;
+
+    /// \name Paths as text
+    /// @{
+
+    /// Appends \a path to the list \a paths, with a ";" between them when neither is empty.
+    static void addPathToPaths(QString &paths, const QString &path);
+    /// Returns ';', which separates the paths of a list.
+    static char getPathListSeparator();
+
+    /// Returns the folder that holds \a path, without a separator at its end; "." for a bare name.
+    static QString extractFolderPath(const QString &path);
+    /// Returns the file name up to its first dot.
+    static QString getBaseName(const QString &path);
+    /// Returns what follows the last dot of the file name: "gz" of "a/b.tar.gz".
+    Q_INVOKABLE static QString getFilePathExtension(const QString &filePath);
+    /// Returns what follows the first dot of the file name: "tar.gz" of "a/b.tar.gz".
+    static QString getFilePathCompleteExtension(const QString &path);
+    /// Returns \a filePath without its complete extension and the dot before it: "a/b" of
+    /// "a/b.tar.gz", and "a/" of "a/.hidden".
+    Q_INVOKABLE static QString getFilePathWithoutExtension(const QString &filePath);
+    /// Returns the complete extension of a file that exists, else the empty string.
+    static QString getFileSuffix(const QString &path);
+
+    /// Returns \a path with \a extension in place of its complete extension: "x/a.png" for
+    /// "x/a.tar.gz" and "png". A leading dot of \a extension is not removed.
+    ///
+    /// \throws Exception::InvalidArgumentException  \a path or \a extension is empty, or
+    ///     \a extension contains "/" or "\".
+    static QString changeFilePathExtension(const QString &path, const QString &extension);
+
+    /// Tells whether the two are the same text, native separators or not. Nothing is resolved.
+    static bool pathAreIdentical(const QString &a, const QString &b);
+
+    /// @}
+    /// \name Tests on the file system
+    /// Links are followed. The forms for urls answer false for what is not a local file.
+    /// @{
+
+    static bool exists(const QString &path);
+    static bool exists(const QUrl &url);
+    static bool isFile(const QString &path);
+    static bool isFile(const QUrl &url);
+    static bool isFolder(const QString &path);
+    static bool isFolder(const QUrl &url);
+    static bool isReadable(const QString &path);
+    static bool isReadable(const QUrl &url);
+    /// Tells whether \a path, or its nearest ancestor that exists, is writable. False when no
+    /// ancestor exists, and for an empty path.
+    static bool isWritable(const QString &path);
+    static bool isWritable(const QUrl &url);
+    /// Tells whether \a path itself exists and is both.
+    static bool isReadableAndWritable(const QString &path);
+    static bool isReadableAndWritable(const QUrl &url);
+    /// Tells whether \a path is a folder with an entry that is not hidden.
+    static bool isNonEmptyFolder(const QString &path);
+    static bool isNonEmptyFolder(const QUrl &url);
+
+    /// Tells whether \a url is relative, or a "file" url with a relative path.
+    static bool isRelativeFilePath(const QUrl &url);
+    /// Tells whether \a a was modified after \a b. False when either is missing.
+    static bool isFileMoreRecentThan(const QString &a, const QString &b);
+    /// Tells whether \a path is a file that opens, be it only for reading. Looks at the real access
+    /// rights (on Windows they cost more time than the attributes do) and writes nothing.
+    static bool checkFileCanBeOpened(const QString &path);
+
+    /// @}
+    /// \name Kinds of files by extension
+    /// Extensions are given without the dot and compared without case, where not said otherwise.
+    /// @{
+
+    static bool isMeshExt(const QString &ext);
+    static bool isSLVARExt(const QString &ext);
+    static bool isVSKFilterExt(const QString &ext);
+    static bool isQuickActionExt(const QString &ext);
+    /// Tells whether \a ext, in lower case, is none of the formats that are refused.
+    static bool isImageFormatSupported(const QString &ext);
+    /// Tells whether \a ext is a supported format that the image library knows, or "svg".
+    static bool isImageExt(const QString &ext);
+
+    /// @}
+    /// \name File names
+    /// @{
+
+    /// Tells whether Windows accepts \a name for a file: no forbidden character up to the first
+    /// NUL, and no reserved device name before the last dot. An empty name passes.
+    static bool isValidFileName(const QString &name);
+    /// Returns \a name up to its first NUL with "x" for every forbidden character, behind a "_"
+    /// when it is a reserved device name; the translated word "file" for an empty name.
+    static QString ensureValidFileName(const QString &name);
+
+    /// Returns a path in \a folder at which no file stands: "baseName.extension" or, when it is
+    /// taken, "baseName_001.extension" and so on. The numbering goes on from a \a baseName that
+    /// ends in "_" and exactly three digits; the first candidate drops them. Nothing is created:
+    /// two callers can receive the same name.
+    static QString getUniqueFileName(
+        const QString &folder, const QString &baseName, const QString &extension);
+
+    /// @}
+    /// \name Copying
+    /// @{
+
+    /// Copies the content of the folder \a source, hidden entries too, into \a destination, which
+    /// is made when missing. A relative \a destination stands in \a source.
+    ///
+    /// Copies what \a source held when the call began, so \a destination may lie inside. Links are
+    /// copied as what they lead to. Nothing is overwritten. What cannot be copied gets a warning on
+    /// Support, and the copy goes on: a file that exists already, a link that leads nowhere or to a
+    /// folder above, what is neither file nor folder.
+    ///
+    /// Returns whether everything was copied; false also when \a source is not a folder.
+    static bool copyRecursively(const QString &source, const QString &destination);
+
+    /// Copies the file \a source to \a destination; what stood there before is kept under the same
+    /// name and ".bak", in place of an older backup.
+    ///
+    /// On failure a warning is written on Debug, a backup that exists without its original is
+    /// renamed back, and the answer is false. At every moment, even when the process dies in it,
+    /// the old content is whole under one of its two names or the new one is whole under its name.
+    /// A process that dies may leave a file with a random name and ".tmp" beside \a destination.
+    static bool copyWithBackup(const QString &source, const QString &destination);
+
+    /// @}
+    /// \name Application folders
+    /// Their bases are computed on first use and kept.
+    /// @{
+
+    /// Makes a folder inside the application's temporary folder that disappears with the returned
+    /// object. Its name is \a nameTemplate with random characters for the last six X; without them
+    /// they are appended.
+    ///
+    /// \throws Exception::FolderCreationException  names the path that was tried.
+    static QTemporaryDir createTemporaryDir(const QString &nameTemplate);
+    static QTemporaryDir createTemporaryDir();
+    /// Returns the absolute path of the entry \a name of the application's temporary folder. When
+    /// it is missing, makes a folder as createTemporaryDir() does, which stays until
+    /// clearApplicationTemporaryDir().
+    ///
+    /// \throws Exception::FolderCreationException  names the path that was tried.
+    static QString createApplicationTemporaryDir(const QString &name);
+    static QString createApplicationTemporaryDir();
+    /// Removes the application's temporary folder. Does nothing without an application name, where
+    /// that folder is the system's.
+    static void clearApplicationTemporaryDir();
+
+    /// Resolves a relative \a path against the application's data folder. Creates nothing.
+    static QString getAppDataAbsolutePath(const QString &path);
+    /// Resolves a relative \a path against documents/organisation/application. Creates nothing.
+    Q_INVOKABLE static QString getDocumentsAbsolutePath(const QString &path);
+    /// Returns the folder of the program, empty as long as there is no application object.
+    static const QString &safeApplicationDirPath();
+
+    /// Returns a local path for \a pathOrUrl: a plain path and a "file" url come back as they are,
+    /// anything else (a "qrc" url, but also a path with a drive letter) is copied into the folder
+    /// "external_files" of the application's temporary folder.
+    ///
+    /// \throws Exception::FileCopyException  names \a pathOrUrl.
+    /// \throws Exception::FolderCreationException  names the folder that was tried.
+    static QString ensureFileIsOnDisk(const QString &pathOrUrl);
+
+    /// @}
+    /// \name Reading, writing, removing
+    /// @{
+
+    /// Returns the paths of the files in \a folder that match one of the wildcards \a nameFilters
+    /// (all when there are none), unsorted and without hidden ones. Linked folders are not entered.
+    static std::vector<QString> folderParseFiles(
+        const QString &folder, const QList<QString> &nameFilters, Recursion recursion);
+
+    /// On Windows, gives \a path the attribute "hidden" and takes all others from it; a path that
+    /// is not ASCII may be missed. Does nothing elsewhere.
+    static void hideFileOnWindows(const QString &path);
+
+    /// Returns the content of a file.
+    ///
+    /// \throws Exception::InvalidArgumentException  there is no file at \a path.
+    /// \throws Exception::FileOpenException  it does not open.
+    /// \throws Exception::FileReadingException  it opens but cannot be read to its end.
+    static QByteArray loadBinaryFile(const QString &path);
+    /// Returns the text of a file with "\n" line ends. A byte-order mark tells the encoding;
+    /// without one it is UTF-8. Throws what loadBinaryFile() throws.
+    static QString loadTextFileToQString(const QString &path);
+    /// Writes \a text to \a path as UTF-8 with the system's line ends, over what is there. Returns
+    /// whether all of it arrived; when not, the file may hold a part.
+    static bool saveTextToFile(const QString &text, const QString &path);
+
+    /// Makes the folder \a path and its parents. Returns whether it is there now.
+    static bool makeFolder(const QString &path);
+    /// Removes the folder \a path with its content. Links are removed, never followed, be it inside
+    /// or as \a path itself. A missing folder is no error; a file is left alone.
+    ///
+    /// \throws Exception::FolderDeletionException  something could not be removed; the rest is.
+    static void removeDirRecursiveIfItExists(const QString &path);
+    /// Removes the file or link \a path. A missing one is no error.
+    ///
+    /// \throws Exception::FileDeletionException  it is still there, for example as a folder.
+    static void removeFileIfItExists(const QString &path);
+    /// Makes an empty file when \a path is missing, and leaves any content alone.
+    static void touch(const QString &path);
+
+    /// @}
+    /// \name Content hashes
+    /// MurmurHash3_x64_128 with seed 0. Not for secrets: collisions can be made on purpose.
+    /// @{
+
+    /// Returns the 16 bytes of the hash.
+    static QByteArray dataToHash(const QByteArray &data);
+    /// Returns dataToHash() of the file's content, reading it piece by piece. Throws what
+    /// loadBinaryFile() throws.
+    static QByteArray fileDataToHash(const QString &path);
+    /// Returns the two little-endian 64-bit halves of \a hash as "12345-678". What is not 16 bytes
+    /// long is hashed first.
+    static QString hashToNumber(const QByteArray &hash);
+    /// Returns the number text of the hash of \a name in UTF-8.
+    static QString fileNameToHash(const QString &name);
+
+    /// @}
+};
+
+} // namespace Vyn::OvraBase

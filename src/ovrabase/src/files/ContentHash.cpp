@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "files/FileOperations_p.h"
+#include "files/MurmurHash3_p.h"
+#include "ovrabase/files/FileUtils.h"
+
+#include <QFile>
+#include <QtEndian>
+
+namespace Vyn::OvraBase {
+namespace {
+
+constexpr qsizetype kHashSize = 16;
+constexpr qsizetype kPieceSize = 64 * 1024;
+
+QByteArray hashOf(Murmur3Stream &stream)
+{
+    QByteArray hash(kHashSize, Qt::Uninitialized);
+    stream.finish(hash.data());
+    return hash;
+}
+
+} // namespace
+
+QByteArray FileUtils::dataToHash(const QByteArray &data)
+{
+    Murmur3Stream stream(0);
+    stream.add(data.constData(), static_cast<std::size_t>(data.size()));
+    return hashOf(stream);
+}
+
+QByteArray FileUtils::fileDataToHash(const QString &path)
+{
+    QFile file;
+    verifyAccessToFile(path, file, QIODevice::ReadOnly | QIODevice::Unbuffered);
+    Murmur3Stream stream(0);
+    QByteArray piece(kPieceSize, Qt::Uninitialized);
+    for (qint64 size = 0; (size = file.read(piece.data(), piece.size())) > 0;) {
+        stream.add(piece.constData(), static_cast<std::size_t>(size));
+    }
+    verifyReading(file);
+    return hashOf(stream);
+}
+
+QString FileUtils::hashToNumber(const QByteArray &hash)
+{
+    if (hash.size() != kHashSize) {
+        return hashToNumber(dataToHash(hash));
+    }
+    const char *const bytes = hash.constData();
+    return QString::number(qFromLittleEndian<quint64>(bytes)) + u'-' +
+           QString::number(qFromLittleEndian<quint64>(bytes + 8));
+}
+
+QString FileUtils::fileNameToHash(const QString &name)
+{
+    return hashToNumber(dataToHash(name.toUtf8()));
+}
+
+} // namespace Vyn::OvraBase

@@ -1,0 +1,365 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "files/FileOperations_p.h"
+#include "files/FileSystem_p.h"
+#include "logging/fail_p.h"
+
+#include <ovrabase/errors/Exception.h>
+#include <ovrabase/files/FileUtils.h>
+#include <ovrabase/logging/logStr.h>
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QTextStream>
+#include <QUuid>
+
+#include <algorithm>
+
+namespace Vyn::OvraBase {
+namespace {
+
+constexpr LogPosition kMissingFile{"FileUtils.cpp:136 Vyn::OvraBase::verifyAccessToFile()"};
+constexpr LogPosition kNotOpened{"FileUtils.cpp:142 Vyn::OvraBase::verifyAccessToFile()"};
+constexpr LogPosition kNotRead{"FileUtils.cpp:150 Vyn::OvraBase::verifyReading()"};
+constexpr LogPosition kFileNotRemoved{
+    "FileUtils.cpp:718 Vyn::OvraBase::FileUtils::removeFileIfItExists()"};
+constexpr LogPosition kFolderNotRemoved{
+    "FileUtils.cpp:731 Vyn::OvraBase::FileUtils::removeDirRecursiveIfItExists()"};
+constexpr LogPosition kNotCopiedWithFolder{
+    "FileUtils.cpp:770 Vyn::OvraBase::FileUtils::copyRecursively()"};
+constexpr LogPosition kNotCopiedWithBackup{
+    "FileUtils.cpp:796 Vyn::OvraBase::FileUtils::copyWithBackup()"};
+
+constexpr QDir::Filters kEverything =
+    QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+
+/// Removes what is no folder.
+bool removeEntry(const QFileInfo &entry)
+{
+    const QString path = entry.filePath();
+    if (QFile::remove(path)) {
+        return true;
+    }
+    if (isLink(entry)) {
+        return QDir().rmdir(path); // how Windows removes a link to a folder
+    }
+    // Windows keeps files that are read-only.
+    return !entry.permission(QFile::WriteUser) &&
+           QFile::setPermissions(path, entry.permissions() | QFile::WriteUser) &&
+           QFile::remove(path);
+}
+
+struct PlannedCopy {
+    enum Kind { Folder, File, Impossible };
+    Kind kind;
+    QString from;
+    QString to;
+    /// Canonical paths of the folders that hold the links on the way here.
+    QStringList linkedFrom = {};
+};
+
+bool isAtOrBelow(const QString &path, const QString &folder)
+{
+    return path == folder ||
+           path.startsWith(folder.endsWith(u'/') ? folder : QString(folder + u'/'));
+}
+
+/// Plans the copy of \a entry, which stands in \a folder.
+PlannedCopy planCopy(const QFileInfo &entry, const PlannedCopy &folder)
+{
+    const QString name = QDir::separator() + entry.fileName();
+    PlannedCopy copy{PlannedCopy::Impossible, folder.from + name, folder.to + name};
+    if (entry.isFile() || entry.isShortcut()) {
+        copy.kind = PlannedCopy::File;
+    } else if (entry.isDir()) {
+        copy.kind = PlannedCopy::Folder;
+        copy.linkedFrom = folder.linkedFrom;
+        if (isLink(entry)) {
+            copy.linkedFrom.append(QFileInfo(folder.from).canonicalFilePath());
+            const QString target = entry.canonicalFilePath();
+            const bool leadsBack = std::any_of(copy.linkedFrom.cbegin(), copy.linkedFrom.cend(),
+                [&](const QString &origin) { return isAtOrBelow(origin, target); });
+            copy.kind = leadsBack ? PlannedCopy::Impossible : PlannedCopy::Folder;
+        }
+    }
+    return copy;
+}
+
+/// Lists what the folder \a source holds now, every folder before its content.
+std::vector<PlannedCopy> planFolderCopy(const QString &source, const QString &destination)
+{
+    std::vector<PlannedCopy> plan{{PlannedCopy::Folder, source, destination}};
+    for (std::size_t i = 0; i < plan.size(); ++i) {
+        if (plan[i].kind != PlannedCopy::Folder) {
+            continue;
+        }
+        const PlannedCopy folder = plan[i];
+        const QDir dir(folder.from);
+        if (!dir.isReadable()) {
+            plan[i].kind = PlannedCopy::Impossible;
+            continue;
+        }
+        const QFileInfoList entries = dir.entryInfoList(kEverything, QDir::Unsorted);
+        for (const QFileInfo &entry : entries) {
+            plan.push_back(planCopy(entry, folder));
+        }
+    }
+    return plan;
+}
+
+bool carryOut(const PlannedCopy &copy)
+{
+    switch (copy.kind) {
+    case PlannedCopy::Folder:
+        return QDir().mkpath(copy.to);
+    case PlannedCopy::File:
+        return QFile::copy(copy.from, copy.to);
+    case PlannedCopy::Impossible:
+        break;
+    }
+    return false;
+}
+
+bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
+{
+    return a.canonicalPath() == b.canonicalPath() && a.fileName() == b.fileName();
+}
+
+/// Puts a copy of \a source in the place of \a destination, which is kept as \a backup. Returns why
+/// that failed, or a null string.
+QString replaceByCopy(const QString &source, const QString &destination, const QString &backup)
+{
+    const QFileInfo from(source);
+    if (from.exists()) {
+        // Reading from a pipe may never begin, from a device never end.
+        if (!from.isFile()) {
+            return QStringLiteral("the source is not a file");
+        }
+        if (areSameEntry(from, QFileInfo(destination))) {
+            return QStringLiteral("source and destination are the same file");
+        }
+    }
+
+    // The copy is whole before anything moves: dying on the way costs nobody's data.
+    const QString fresh =
+        QFileInfo(destination)
+            .dir()
+            .filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral(".tmp"));
+    QFile original(source);
+    if (!original.copy(fresh)) {
+        return original.errorString();
+    }
+    QFile copy(fresh);
+    if (standsThere(destination)) {
+        if (const std::error_code error = platform::renameOver(destination, backup)) {
+            copy.remove();
+            return QString::fromLocal8Bit(error.message());
+        }
+    }
+    if (!copy.rename(destination)) {
+        const QString reason = copy.errorString();
+        copy.remove();
+        return reason;
+    }
+    return {};
+}
+
+} // namespace
+
+void verifyAccessToFile(const QString &path, QFile &file, QIODevice::OpenMode mode)
+{
+    if (!FileUtils::isFile(path)) {
+        fail<Exception::InvalidArgumentException>(
+            kMissingFile, QStringLiteral("File <%1> does not exist").arg(path));
+    }
+    file.setFileName(path);
+    if (!file.open(mode)) {
+        fail<Exception::FileOpenException>(kNotOpened,
+            QStringLiteral("Error opening file <%1> : %2").arg(path, file.errorString()), path);
+    }
+}
+
+void verifyReading(const QFile &file)
+{
+    if (file.error() != QFile::NoError) {
+        fail<Exception::FileReadingException>(kNotRead,
+            QStringLiteral("Error reading file <%1> : %2").arg(file.fileName(), file.errorString()),
+            file.fileName());
+    }
+}
+
+QString withoutTrailingSeparators(const QString &path)
+{
+    QString entry = QDir::fromNativeSeparators(path);
+    while ((entry.endsWith(u'/') || entry.endsWith(QLatin1String("/."))) &&
+           !QFileInfo(entry).isRoot()) {
+        entry.chop(1);
+    }
+    return entry;
+}
+
+bool isLink(const QFileInfo &entry)
+{
+    return entry.isSymLink() || entry.isJunction();
+}
+
+bool standsThere(const QString &path)
+{
+    const QFileInfo entry(path);
+    return entry.exists() || isLink(entry);
+}
+
+// QDir::removeRecursively() empties what a junction leads to, and what "link/" leads to.
+bool removeFolder(const QString &path)
+{
+    const QFileInfo top(withoutTrailingSeparators(path));
+    if (isLink(top)) {
+        return removeEntry(top);
+    }
+    bool allGone = true;
+    std::vector<QString> folders{top.filePath()};
+    for (std::size_t i = 0; i < folders.size(); ++i) {
+        const QFileInfoList entries = QDir(folders[i]).entryInfoList(kEverything, QDir::Unsorted);
+        for (const QFileInfo &entry : entries) {
+            if (entry.isDir() && !isLink(entry)) {
+                folders.push_back(entry.filePath());
+            } else {
+                allGone = removeEntry(entry) && allGone;
+            }
+        }
+    }
+    // Every folder was found after the one that holds it.
+    for (auto folder = folders.rbegin(); folder != folders.rend(); ++folder) {
+        allGone = QDir().rmdir(*folder) && allGone;
+    }
+    return allGone;
+}
+
+bool FileUtils::copyRecursively(const QString &source, const QString &destination)
+{
+    if (!isFolder(source)) {
+        return false;
+    }
+    const QString target = QDir(source).absoluteFilePath(destination);
+    bool allCopied = true;
+    for (const PlannedCopy &copy : planFolderCopy(source, target)) {
+        if (!carryOut(copy)) {
+            logAt(kNotCopiedWithFolder, Support, Logger::Warning,
+                QStringLiteral("Error while copying : %1 to : %2").arg(copy.from, copy.to));
+            allCopied = false;
+        }
+    }
+    return allCopied;
+}
+
+bool FileUtils::copyWithBackup(const QString &source, const QString &destination)
+{
+    const QString backup = destination + QStringLiteral(".bak");
+    const QString reason = replaceByCopy(source, destination, backup);
+    if (reason.isNull()) {
+        return true;
+    }
+    logAt(kNotCopiedWithBackup, Debug, Logger::Warning,
+        QStringLiteral("Failed to copy %1 to %2 because %3").arg(source, destination, reason));
+    if (standsThere(backup) && !standsThere(destination)) {
+        QFile::rename(backup, destination);
+    }
+    return false;
+}
+
+std::vector<QString> FileUtils::folderParseFiles(
+    const QString &folder, const QList<QString> &nameFilters, Recursion recursion)
+{
+    std::vector<QString> files;
+    if (!isFolder(folder)) {
+        return files;
+    }
+    QDirIterator entries(folder, nameFilters, QDir::Files,
+        recursion == Recursion::Recursive ? QDirIterator::Subdirectories
+                                          : QDirIterator::NoIteratorFlags);
+    while (entries.hasNext()) {
+        files.push_back(entries.next());
+    }
+    return files;
+}
+
+void FileUtils::hideFileOnWindows(const QString &path)
+{
+    platform::hideFile(path);
+}
+
+QByteArray FileUtils::loadBinaryFile(const QString &path)
+{
+    QFile file;
+    verifyAccessToFile(path, file, QIODevice::ReadOnly);
+    QByteArray content = file.readAll();
+    verifyReading(file);
+    return content;
+}
+
+QString FileUtils::loadTextFileToQString(const QString &path)
+{
+    QFile file;
+    verifyAccessToFile(path, file, QIODevice::ReadOnly | QIODevice::Text);
+    QTextStream stream(&file);
+    stream.setAutoDetectUnicode(true);
+    QString text = stream.readAll();
+    verifyReading(file);
+    return text;
+}
+
+bool FileUtils::saveTextToFile(const QString &text, const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+        return false;
+    }
+    QTextStream stream(&file);
+    stream << text;
+    stream.flush();
+    const bool written = stream.status() == QTextStream::Ok && file.error() == QFile::NoError;
+    file.close();
+    return written && file.error() == QFile::NoError;
+}
+
+bool FileUtils::makeFolder(const QString &path)
+{
+    const QFileInfo entry(path);
+    if (entry.isDir()) {
+        return true;
+    }
+    return !path.isEmpty() && !entry.isFile() && QDir().mkpath(QDir(path).absolutePath());
+}
+
+void FileUtils::removeDirRecursiveIfItExists(const QString &path)
+{
+    if (isFolder(path) && !removeFolder(path) && isFolder(path)) {
+        fail<Exception::FolderDeletionException>(kFolderNotRemoved,
+            QStringLiteral("The directory or some of its content could not be removed : ") +
+                logStr(path),
+            path);
+    }
+}
+
+void FileUtils::removeFileIfItExists(const QString &path)
+{
+    if (standsThere(path) && !QFile::remove(path) && standsThere(path)) {
+        fail<Exception::FileDeletionException>(
+            kFileNotRemoved, QStringLiteral("Could not remove: ") + logStr(path), path);
+    }
+}
+
+void FileUtils::touch(const QString &path)
+{
+    const QFileInfo entry(path);
+    // Opening a pipe may wait for ever.
+    if (entry.isFile() || !entry.exists()) {
+        [[maybe_unused]] const bool touched =
+            QFile(path).open(QIODevice::WriteOnly | QIODevice::Append);
+    }
+}
+
+} // namespace Vyn::OvraBase

@@ -1,0 +1,230 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "ovrabase/files/FileUtils.h"
+
+#include "files/FileSystem_p.h"
+#include "logging/fail_p.h"
+
+#include <ovrabase/errors/Exception.h>
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QUrl>
+
+namespace Vyn::OvraBase {
+namespace {
+
+using Exception::InvalidArgumentException;
+
+constexpr LogPosition kEmptyPath{
+    "FileUtils.cpp:376 Vyn::OvraBase::FileUtils::changeFilePathExtension()"};
+constexpr LogPosition kEmptyExtension{
+    "FileUtils.cpp:380 Vyn::OvraBase::FileUtils::changeFilePathExtension()"};
+constexpr LogPosition kExtensionWithSeparator{
+    "FileUtils.cpp:386 Vyn::OvraBase::FileUtils::changeFilePathExtension()"};
+
+/// No system has a longer path; the walk to the nearest ancestor need not try what is.
+constexpr qsizetype kLongestPath = 32767;
+
+/// Applies \a test to the path of a local \a url.
+bool ofLocalFile(const QUrl &url, bool (*test)(const QString &))
+{
+    return url.isLocalFile() && test(url.toLocalFile());
+}
+
+} // namespace
+
+FileUtils::FileUtils(QObject *parent)
+    : QObject(parent)
+{
+}
+
+FileUtils::~FileUtils() = default;
+
+void FileUtils::addPathToPaths(QString &paths, const QString &path)
+{
+    if (!paths.isEmpty() && !path.isEmpty()) {
+        paths += QLatin1Char(getPathListSeparator());
+    }
+    paths += path;
+}
+
+char FileUtils::getPathListSeparator()
+{
+    return ';';
+}
+
+QString FileUtils::extractFolderPath(const QString &path)
+{
+    return QFileInfo(path).dir().path();
+}
+
+QString FileUtils::getBaseName(const QString &path)
+{
+    return QFileInfo(path).baseName();
+}
+
+QString FileUtils::getFilePathExtension(const QString &filePath)
+{
+    return QFileInfo(filePath).suffix();
+}
+
+QString FileUtils::getFilePathCompleteExtension(const QString &path)
+{
+    return QFileInfo(path).completeSuffix();
+}
+
+QString FileUtils::getFilePathWithoutExtension(const QString &filePath)
+{
+    const qsizetype length = getFilePathCompleteExtension(filePath).size();
+    return length > 0 ? filePath.chopped(length + 1) : filePath;
+}
+
+QString FileUtils::getFileSuffix(const QString &path)
+{
+    return isFile(path) ? getFilePathCompleteExtension(path) : QString();
+}
+
+QString FileUtils::changeFilePathExtension(const QString &path, const QString &extension)
+{
+    if (path.isEmpty()) {
+        fail<InvalidArgumentException>(kEmptyPath, QStringLiteral("FilePath is empty."));
+    }
+    if (extension.isEmpty()) {
+        fail<InvalidArgumentException>(kEmptyExtension, QStringLiteral("Extension is empty."));
+    }
+    if (extension.contains(u'/') || extension.contains(u'\\')) {
+        fail<InvalidArgumentException>(kExtensionWithSeparator,
+            QStringLiteral("Extension contains some invalid characters: / or \\"));
+    }
+
+    const qsizetype length = getFilePathCompleteExtension(path).size();
+    return length > 0 ? path.chopped(length) + extension : path + u'.' + extension;
+}
+
+bool FileUtils::pathAreIdentical(const QString &a, const QString &b)
+{
+    return QDir::toNativeSeparators(a) == QDir::toNativeSeparators(b);
+}
+
+bool FileUtils::exists(const QString &path)
+{
+    return QFileInfo::exists(path);
+}
+
+bool FileUtils::exists(const QUrl &url)
+{
+    return ofLocalFile(url, exists);
+}
+
+bool FileUtils::isFile(const QString &path)
+{
+    return QFileInfo(path).isFile();
+}
+
+bool FileUtils::isFile(const QUrl &url)
+{
+    return ofLocalFile(url, isFile);
+}
+
+bool FileUtils::isFolder(const QString &path)
+{
+    return QFileInfo(path).isDir();
+}
+
+bool FileUtils::isFolder(const QUrl &url)
+{
+    return ofLocalFile(url, isFolder);
+}
+
+bool FileUtils::isReadable(const QString &path)
+{
+    return QFileInfo(path).isReadable();
+}
+
+bool FileUtils::isReadable(const QUrl &url)
+{
+    return ofLocalFile(url, isReadable);
+}
+
+bool FileUtils::isWritable(const QString &path)
+{
+    if (path.isEmpty()) {
+        return false;
+    }
+    QString current = path;
+    for (;;) {
+        const QFileInfo entry(current);
+        if (entry.exists()) {
+            return entry.isWritable();
+        }
+        if (entry.isRoot()) {
+            return false;
+        }
+        QString parent = entry.absolutePath();
+        if (parent.size() > kLongestPath) {
+            parent.truncate(parent.lastIndexOf(u'/', kLongestPath));
+        }
+        // The first parent of a relative path may be longer; from there on each is shorter.
+        if (parent.isEmpty() || (entry.isAbsolute() && parent.size() >= current.size())) {
+            return false;
+        }
+        current = parent;
+    }
+}
+
+bool FileUtils::isWritable(const QUrl &url)
+{
+    return ofLocalFile(url, isWritable);
+}
+
+bool FileUtils::isReadableAndWritable(const QString &path)
+{
+    const QFileInfo entry(path);
+    return entry.isReadable() && entry.isWritable();
+}
+
+bool FileUtils::isReadableAndWritable(const QUrl &url)
+{
+    return ofLocalFile(url, isReadableAndWritable);
+}
+
+bool FileUtils::isNonEmptyFolder(const QString &path)
+{
+    return isFolder(path) && !QDir(path).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot);
+}
+
+bool FileUtils::isNonEmptyFolder(const QUrl &url)
+{
+    return ofLocalFile(url, isNonEmptyFolder);
+}
+
+bool FileUtils::isRelativeFilePath(const QUrl &url)
+{
+    return url.isRelative() || (url.scheme() == QLatin1String("file") &&
+                                   QDir::isRelativePath(url.path(QUrl::FullyDecoded)));
+}
+
+bool FileUtils::isFileMoreRecentThan(const QString &a, const QString &b)
+{
+    const QFileInfo first(a);
+    const QFileInfo second(b);
+    return first.exists() && second.exists() && second.lastModified() < first.lastModified();
+}
+
+bool FileUtils::checkFileCanBeOpened(const QString &path)
+{
+    const platform::NtfsPermissionLookup realRights;
+    const QFileInfo entry(path);
+    if (!entry.isFile()) {
+        return false;
+    }
+    QFile file(path);
+    return (entry.isWritable() && file.open(QIODevice::ReadWrite | QIODevice::Append)) ||
+           file.open(QIODevice::ReadOnly);
+}
+
+} // namespace Vyn::OvraBase

@@ -1,0 +1,152 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "files/FileOperations_p.h"
+#include "logging/fail_p.h"
+#include "ovrabase/files/FileUtils.h"
+
+#include <ovrabase/errors/Exception.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMutex>
+#include <QStandardPaths>
+#include <QUrl>
+
+namespace Vyn::OvraBase {
+namespace {
+
+constexpr LogPosition kNotBroughtToDisk{
+    "FileUtils.cpp:479 Vyn::OvraBase::FileUtils::ensureFileIsOnDisk()"};
+constexpr LogPosition kNoTemporaryFolder{
+    "FileUtils.cpp:677 Vyn::OvraBase::FileUtils::createTemporaryDir()"};
+
+QString systemTemporaryPath()
+{
+    return QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::TempLocation));
+}
+
+QString applicationTemporaryPath()
+{
+    return QDir::cleanPath(systemTemporaryPath() + u'/' + QCoreApplication::applicationName());
+}
+
+/// Returns the path of \a name in the application's temporary folder, which is made if needed.
+QString inApplicationTemporaryFolder(const QString &name)
+{
+    const QString folder = applicationTemporaryPath();
+    QDir().mkpath(folder);
+    return folder + u'/' + name;
+}
+
+[[noreturn]] void failToCreate(const QString &path)
+{
+    fail<Exception::FolderCreationException>(
+        kNoTemporaryFolder, QStringLiteral("Could not create temporary dir"), path);
+}
+
+QString defaultTemplate()
+{
+    return QStringLiteral("XXXXXX");
+}
+
+} // namespace
+
+QTemporaryDir FileUtils::createTemporaryDir(const QString &nameTemplate)
+{
+    const QString path = inApplicationTemporaryFolder(nameTemplate);
+    QTemporaryDir folder(path);
+    if (!folder.isValid()) {
+        failToCreate(path);
+    }
+    return folder;
+}
+
+QTemporaryDir FileUtils::createTemporaryDir()
+{
+    return createTemporaryDir(defaultTemplate());
+}
+
+QString FileUtils::createApplicationTemporaryDir(const QString &name)
+{
+    const QString path = inApplicationTemporaryFolder(name);
+    if (!name.isEmpty() && exists(path)) {
+        return path;
+    }
+    QTemporaryDir folder = createTemporaryDir(name);
+    folder.setAutoRemove(false);
+    return folder.path();
+}
+
+QString FileUtils::createApplicationTemporaryDir()
+{
+    return createApplicationTemporaryDir(defaultTemplate());
+}
+
+void FileUtils::clearApplicationTemporaryDir()
+{
+    const QString folder = applicationTemporaryPath();
+    // Without a name, or with one like "..", this would be everybody's folder.
+    if (folder.startsWith(systemTemporaryPath() + u'/')) {
+        removeFolder(folder);
+    }
+}
+
+QString FileUtils::getAppDataAbsolutePath(const QString &path)
+{
+    static const QString base = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    return QFileInfo(path).isRelative() ? QDir(base).absoluteFilePath(path) : path;
+}
+
+QString FileUtils::getDocumentsAbsolutePath(const QString &path)
+{
+    static const QString base = QDir::cleanPath(
+        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + u'/' +
+        QCoreApplication::organizationName() + u'/' + QCoreApplication::applicationName());
+    return QFileInfo(path).isRelative() ? QDir(base).absoluteFilePath(path) : path;
+}
+
+const QString &FileUtils::safeApplicationDirPath()
+{
+    static QMutex mutex;
+    static QString path;
+    const QMutexLocker lock(&mutex);
+    if (path.isEmpty() && QCoreApplication::instance() != nullptr) {
+        path = QCoreApplication::applicationDirPath();
+    }
+    return path;
+}
+
+QString FileUtils::ensureFileIsOnDisk(const QString &pathOrUrl)
+{
+    if (!pathOrUrl.contains(QLatin1String(":/"))) {
+        return pathOrUrl;
+    }
+    const QUrl url(pathOrUrl, QUrl::TolerantMode);
+    if (!url.isValid() || url.scheme().isEmpty() || url.scheme() == QLatin1String("file")) {
+        return pathOrUrl;
+    }
+
+    const QString source =
+        pathOrUrl.startsWith(QLatin1String("qrc")) ? pathOrUrl.sliced(3) : pathOrUrl;
+    const QString folder = inApplicationTemporaryFolder(QStringLiteral("external_files"));
+    if (!makeFolder(folder)) {
+        failToCreate(folder);
+    }
+    for (;;) {
+        const QString target =
+            getUniqueFileName(folder, getBaseName(pathOrUrl), getFilePathExtension(pathOrUrl));
+        if (QFile::copy(source, target)) {
+            return target;
+        }
+        // Another caller may have taken the name meanwhile.
+        if (!isFile(target)) {
+            fail<Exception::FileCopyException>(
+                kNotBroughtToDisk, QStringLiteral("Failed to copy non-local file"), pathOrUrl);
+        }
+    }
+}
+
+} // namespace Vyn::OvraBase

@@ -1,0 +1,559 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "support/RecordedLog.h"
+
+#include <ovrabase/errors/Exception.h>
+#include <ovrabase/files/FileUtils.h>
+#include <ovrabase/logging/logStr.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QResource>
+#include <QStandardPaths>
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <set>
+#include <thread>
+
+#ifndef Q_OS_WIN
+#include <sys/resource.h>
+#include <sys/stat.h>
+#endif
+
+namespace Vyn::OvraBase {
+namespace {
+
+using namespace Qt::StringLiterals;
+using Test::Record;
+using Test::RecordedLog;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::StartsWith;
+
+/// What stood in the cache before there was an application object.
+const QString kEarlyApplicationDir = FileUtils::safeApplicationDirPath();
+
+/// Each test gets a folder of its own, which is the system's temporary folder meanwhile.
+class FileOperations : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        for (const char *variable : {"TMPDIR", "TMP"}) {
+            mBefore[variable] = qgetenv(variable);
+            qputenv(variable, path("tmp").toLocal8Bit());
+        }
+        ASSERT_TRUE(FileUtils::makeFolder(path("tmp")));
+        QCoreApplication::setApplicationName(u"an app"_s);
+    }
+
+    void TearDown() override
+    {
+        for (const auto &[variable, value] : mBefore) {
+            qputenv(variable, value);
+        }
+    }
+
+    QString path(const char *name) const { return mFolder.filePath(QString::fromUtf8(name)); }
+
+    void write(const char *name, const QByteArray &content) const
+    {
+        ASSERT_TRUE(FileUtils::makeFolder(FileUtils::extractFolderPath(path(name))));
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    }
+
+    void link(const char *target, const char *name) const
+    {
+        ASSERT_TRUE(QFile::link(path(target), path(name)));
+    }
+
+    /// Returns the files below \a name with their content, and the folders with a slash.
+    std::map<std::string, std::string> tree(const char *name) const
+    {
+        std::map<std::string, std::string> entries;
+        QDirIterator all(path(name), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+            QDirIterator::Subdirectories);
+        while (all.hasNext()) {
+            const QString entry = all.next();
+            const std::string relative = QDir(path(name)).relativeFilePath(entry).toStdString();
+            if (all.fileInfo().isDir()) {
+                entries[relative + '/'];
+            } else {
+                entries[relative] = FileUtils::loadBinaryFile(entry).toStdString();
+            }
+        }
+        return entries;
+    }
+
+    /// Expects that \a call throws an E with \a message and \a subject and logs it first.
+    template<class E, class Call>
+    void expectFailure(
+        Call call, const char *position, const QString &message, const QString &subject)
+    {
+        try {
+            call();
+            ADD_FAILURE() << "nothing thrown at " << position;
+        } catch (const E &failure) {
+            EXPECT_EQ(failure.what(), message.toStdString());
+            if constexpr (std::is_base_of_v<Exception::IOException, E>) {
+                EXPECT_EQ(failure.subject(), subject);
+            }
+        }
+        EXPECT_THAT(mLog.take(),
+            ElementsAre(Record{
+                2, "Debug: FileUtils.cpp:" + std::string(position) + "()", message.toStdString()}));
+    }
+
+    void expectNotCopied(std::vector<std::pair<QString, QString>> pairs)
+    {
+        std::vector<Record> expected;
+        for (const auto &[from, to] : pairs) {
+            expected.push_back(
+                {1, "Support: FileUtils.cpp:770 Vyn::OvraBase::FileUtils::copyRecursively()",
+                    (u"Error while copying : "_s + from + u" to : "_s + to).toStdString()});
+        }
+        EXPECT_THAT(mLog.take(), testing::UnorderedElementsAreArray(expected));
+    }
+
+    QTemporaryDir mFolder;
+    RecordedLog mLog;
+
+private:
+    std::map<const char *, QByteArray> mBefore;
+};
+
+QString joined(const QString &folder, const QString &name)
+{
+    return folder + QDir::separator() + name;
+}
+
+// Copying folders
+
+TEST_F(FileOperations, CopiesAFolderWithAllThatIsHidden)
+{
+    write("source/a.txt", "a");
+    write("source/.b/.c/d", "d");
+    ASSERT_TRUE(FileUtils::makeFolder(path("source/empty")));
+    EXPECT_TRUE(FileUtils::copyRecursively(path("source"), path("new/deep")));
+    EXPECT_EQ(tree("new/deep"), tree("source"));
+    EXPECT_THAT(mLog.records(), IsEmpty());
+}
+
+TEST_F(FileOperations, FolderCopyReportsWhatItCannotCopyAndGoesOn)
+{
+    write("source/%1", "new");
+    write("source/sub/b", "b");
+    write("source/c", "c");
+    write("copy/%1", "old");
+    write("copy/sub", "a file in the way");
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+    EXPECT_THAT(tree("copy"),
+        ElementsAre(Pair("%1", "old"), Pair("c", "c"), Pair("sub", "a file in the way")));
+    expectNotCopied({{joined(path("source"), u"%1"_s), joined(path("copy"), u"%1"_s)},
+        {joined(path("source"), u"sub"_s), joined(path("copy"), u"sub"_s)},
+        {joined(joined(path("source"), u"sub"_s), u"b"_s),
+            joined(joined(path("copy"), u"sub"_s), u"b"_s)}});
+
+    EXPECT_FALSE(FileUtils::copyRecursively({}, path("copy")));
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source/c"), path("copy")));
+    EXPECT_THAT(mLog.records(), IsEmpty());
+}
+
+TEST_F(FileOperations, FolderCopyIntoItselfTakesWhatWasThere)
+{
+    write("source/a", "a");
+    write("source/copy/old", "old");
+    EXPECT_TRUE(FileUtils::copyRecursively(path("source"), u"copy"_s)); // in the source
+    EXPECT_THAT(tree("source"),
+        ElementsAre(Pair("a", "a"), Pair("copy/", ""), Pair("copy/a", "a"), Pair("copy/copy/", ""),
+            Pair("copy/copy/old", "old"), Pair("copy/old", "old")));
+}
+
+#ifndef Q_OS_WIN
+TEST_F(FileOperations, FolderCopyFollowsLinksButNotBackUp)
+{
+    write("beside/x", "x");
+    write("source/one/a", "a");
+    write("source/two/b", "b");
+    link("beside", "source/beside");
+    link("source/two", "source/one/two");
+    link("source/one", "source/two/one");
+    link("source", "source/one/up");
+    link(".", "source/above");
+    link("nowhere", "source/dangling");
+    link("source/circle", "source/circle");
+    ASSERT_EQ(mkfifo(path("source/pipe").toLocal8Bit().constData(), 0600), 0);
+
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+
+    EXPECT_THAT(tree("copy"),
+        ElementsAre(Pair("beside/", ""), Pair("beside/x", "x"), Pair("one/", ""),
+            Pair("one/a", "a"), Pair("one/two/", ""), Pair("one/two/b", "b"), Pair("two/", ""),
+            Pair("two/b", "b"), Pair("two/one/", ""), Pair("two/one/a", "a")));
+    std::vector<std::pair<QString, QString>> left;
+    for (const char *name : {"above", "circle", "dangling", "pipe", "one/up", "one/two/one",
+             "two/one/two", "two/one/up"}) {
+        left.emplace_back(
+            path("source/") + QLatin1String(name), path("copy/") + QLatin1String(name));
+    }
+    expectNotCopied(left);
+}
+#endif
+
+// Copying with a backup
+
+TEST_F(FileOperations, BackupKeepsTheOldContent)
+{
+    write("new", "new");
+    EXPECT_TRUE(FileUtils::copyWithBackup(path("new"), path("dir"))); // nothing there yet
+    EXPECT_FALSE(FileUtils::exists(path("dir.bak")));
+
+    write("file", "old");
+    write("file.bak", "older");
+    EXPECT_TRUE(FileUtils::copyWithBackup(path("new"), path("file")));
+    EXPECT_EQ(FileUtils::loadBinaryFile(path("file")), "new");
+    EXPECT_EQ(FileUtils::loadBinaryFile(path("file.bak")), "old");
+
+    // Back to the old content: the source is the backup itself.
+    EXPECT_TRUE(FileUtils::copyWithBackup(path("file.bak"), path("file")));
+    EXPECT_EQ(FileUtils::loadBinaryFile(path("file")), "old");
+    EXPECT_EQ(FileUtils::loadBinaryFile(path("file.bak")), "new");
+    EXPECT_THAT(mLog.records(), IsEmpty());
+}
+
+TEST_F(FileOperations, BackupThatFailsLosesNothing)
+{
+    write("file", "old");
+    write("file.bak", "older");
+    write("blocked", "old");
+    write("blocked.bak/x", "a folder in the way");
+    write("folder/x", "x");
+    const auto before = tree(".");
+    const std::pair<const char *, const char *> calls[] = {{"missing", "file"}, {"", "file"},
+        {"folder", "file"}, {"file", "file"}, {"file", "blocked"}, {"file", "folder/"},
+        {"file", "missing/file"}, {"file", "file/below"}, {"missing%3", "%1%2"}};
+    for (const auto &[source, destination] : calls) {
+        const QString from = *source == '\0' ? QString() : path(source);
+        EXPECT_FALSE(FileUtils::copyWithBackup(from, path(destination))) << source;
+        EXPECT_EQ(tree("."), before) << source << ' ' << destination;
+        const std::vector<Record> records = mLog.take();
+        ASSERT_EQ(records.size(), 1U);
+        EXPECT_EQ(records[0].level, 1);
+        EXPECT_EQ(records[0].context,
+            "Debug: FileUtils.cpp:796 Vyn::OvraBase::FileUtils::copyWithBackup()");
+        EXPECT_THAT(records[0].message, StartsWith((u"Failed to copy "_s + from + u" to "_s +
+                                                    path(destination) + u" because "_s)
+                                                       .toStdString()));
+    }
+    EXPECT_FALSE(FileUtils::copyWithBackup(path("file"), {}));
+}
+
+TEST_F(FileOperations, BackupWithoutItsOriginalIsRenamedBack)
+{
+    write("file.bak", "old");
+    EXPECT_FALSE(FileUtils::copyWithBackup(path("missing"), path("file")));
+    EXPECT_EQ(FileUtils::loadBinaryFile(path("file")), "old");
+    EXPECT_FALSE(FileUtils::exists(path("file.bak")));
+}
+
+// Reading and writing
+
+TEST_F(FileOperations, TextComesBackWhateverItsEncoding)
+{
+    const std::pair<QByteArray, QString> rows[] = {{"", u""_s},
+        {"h\xC3\xA9\r\nb\n", u"h\u00E9\nb\n"_s}, {"\xEF\xBB\xBFx", u"x"_s},
+        {QByteArray("\xFF\xFEx\0\r\0\n\0", 8), u"x\n"_s},
+        {QByteArray("\xFE\xFF\x4E\x2D", 4), u"\u4E2D"_s},
+        {QByteArray("\xFF\xFE\0\0x\0\0\0", 8), u"x"_s}, {"\xFF", u"\uFFFD"_s}};
+    for (const auto &[bytes, expected] : rows) {
+        write("text", bytes);
+        EXPECT_EQ(FileUtils::loadTextFileToQString(path("text")), expected);
+        EXPECT_EQ(FileUtils::loadBinaryFile(path("text")), bytes);
+    }
+    const QString text = u"two\nlines \u4E2D\U0001F600"_s;
+    EXPECT_TRUE(FileUtils::saveTextToFile(text, path("text")));
+    EXPECT_EQ(FileUtils::loadTextFileToQString(path("text")), text);
+#ifdef Q_OS_WIN
+    EXPECT_TRUE(FileUtils::loadBinaryFile(path("text")).contains("\r\n"));
+#endif
+}
+
+TEST_F(FileOperations, TextThatDoesNotArriveIsNotSaved)
+{
+    EXPECT_FALSE(FileUtils::saveTextToFile(u"x"_s, path("missing/file")));
+    EXPECT_FALSE(FileUtils::saveTextToFile(u"x"_s, mFolder.path()));
+    EXPECT_FALSE(FileUtils::saveTextToFile(u"x"_s, {}));
+#ifdef Q_OS_LINUX
+    for (const int size : {1, 100'000}) {
+        EXPECT_FALSE(FileUtils::saveTextToFile(QString(size, u'x'), u"/dev/full"_s));
+    }
+#endif
+}
+
+TEST_F(FileOperations, LoadingFailsWithALoggedError)
+{
+    const auto loaders = {+[](const QString &path) { FileUtils::loadBinaryFile(path); },
+        +[](const QString &path) { FileUtils::loadTextFileToQString(path); },
+        +[](const QString &path) { FileUtils::fileDataToHash(path); }};
+    write("file%2", "x");
+    for (const auto load : loaders) {
+        for (const QString &missing : {path("missing%1"), mFolder.path()}) {
+            expectFailure<Exception::InvalidArgumentException>([&] { load(missing); },
+                "136 Vyn::OvraBase::verifyAccessToFile",
+                u"File <"_s + missing + u"> does not exist"_s, {});
+        }
+#ifdef Q_OS_LINUX
+        // Nobody is root enough to open one more file than the limit allows.
+        rlimit before{};
+        getrlimit(RLIMIT_NOFILE, &before);
+        const rlimit none{0, before.rlim_max};
+        const QString closed = path("file%2");
+        expectFailure<Exception::FileOpenException>(
+            [&] {
+                setrlimit(RLIMIT_NOFILE, &none);
+                const auto restore = qScopeGuard([&] { setrlimit(RLIMIT_NOFILE, &before); });
+                load(closed);
+            },
+            "142 Vyn::OvraBase::verifyAccessToFile",
+            u"Error opening file <"_s + closed + u"> : "_s + qt_error_string(EMFILE), closed);
+
+        const QString unreadable = u"/proc/self/mem"_s; // nothing is mapped at 0
+        expectFailure<Exception::FileReadingException>([&] { load(unreadable); },
+            "150 Vyn::OvraBase::verifyReading",
+            u"Error reading file <"_s + unreadable + u"> : "_s + qt_error_string(EIO), unreadable);
+#endif
+    }
+}
+
+TEST_F(FileOperations, TouchMakesFilesAndLeavesContent)
+{
+    FileUtils::touch(path("new"));
+    write("old", "content");
+    FileUtils::touch(path("old"));
+    FileUtils::touch(path("missing/file"));
+    FileUtils::touch({});
+#ifndef Q_OS_WIN
+    ASSERT_EQ(mkfifo(path("pipe").toLocal8Bit().constData(), 0600), 0);
+    FileUtils::touch(path("pipe"));
+    FileUtils::removeFileIfItExists(path("pipe"));
+#endif
+    EXPECT_THAT(tree("."), ElementsAre(Pair("new", ""), Pair("old", "content"), Pair("tmp/", "")));
+}
+
+TEST_F(FileOperations, FindsFilesByWildcards)
+{
+    for (const char *name : {"a.png", "b.PNG", "c.txt", ".d.png", "sub/e.png", ".hidden/f.png"}) {
+        write(name, {});
+    }
+    FileUtils::hideFileOnWindows(path(".d.png"));
+    FileUtils::hideFileOnWindows(path(".hidden"));
+    const auto find = [&](const QStringList &filters, Recursion recursion) {
+        std::set<std::string> names;
+        for (const QString &file :
+            FileUtils::folderParseFiles(mFolder.path(), filters, recursion)) {
+            names.insert(QDir(mFolder.path()).relativeFilePath(file).toStdString());
+        }
+        return names;
+    };
+    EXPECT_THAT(find({u"*.png"_s}, Recursion::NonRecursive), ElementsAre("a.png", "b.PNG"));
+    EXPECT_THAT(
+        find({u"*.txt"_s, u"e*"_s}, Recursion::Recursive), ElementsAre("c.txt", "sub/e.png"));
+    EXPECT_THAT(find({}, static_cast<Recursion>(2)), ElementsAre("a.png", "b.PNG", "c.txt"));
+}
+
+// Making and removing
+
+TEST_F(FileOperations, MakesFolders)
+{
+    write("file", {});
+    EXPECT_TRUE(FileUtils::makeFolder(path("a/b/c/")));
+    EXPECT_TRUE(FileUtils::isFolder(path("a/b/c")));
+    EXPECT_TRUE(FileUtils::makeFolder(path("a/b")));
+    EXPECT_FALSE(FileUtils::makeFolder(path("file")));
+    EXPECT_FALSE(FileUtils::makeFolder(path("file/below")));
+    EXPECT_FALSE(FileUtils::makeFolder({}));
+    EXPECT_FALSE(FileUtils::makeFolder(path("a/") + u"b\0c"_s));
+}
+
+TEST_F(FileOperations, RemovesAFileButNoFolder)
+{
+    write("file", "x");
+    FileUtils::removeFileIfItExists(path("file"));
+    EXPECT_FALSE(FileUtils::exists(path("file")));
+    FileUtils::removeFileIfItExists(path("file"));
+    FileUtils::removeFileIfItExists({});
+    EXPECT_THAT(mLog.records(), IsEmpty());
+
+    const QString folder = path("%1\u4E2D");
+    ASSERT_TRUE(FileUtils::makeFolder(folder));
+    expectFailure<Exception::FileDeletionException>(
+        [&] { FileUtils::removeFileIfItExists(folder); },
+        "718 Vyn::OvraBase::FileUtils::removeFileIfItExists",
+        u"Could not remove: "_s + logStr(folder), folder);
+}
+
+TEST_F(FileOperations, RemovesAFolderButNoFile)
+{
+    write("folder/.hidden/x", "x");
+    write("folder/read-only", "x");
+    QFile::setPermissions(path("folder/read-only"), QFile::ReadOwner);
+    write("file", "x");
+    FileUtils::removeDirRecursiveIfItExists(path("folder"));
+    FileUtils::removeDirRecursiveIfItExists(path("file"));
+    FileUtils::removeDirRecursiveIfItExists(path("missing"));
+    EXPECT_THAT(tree("."), ElementsAre(Pair("file", "x"), Pair("tmp/", "")));
+#ifdef Q_OS_LINUX
+    const QString lasting = u"/proc/self/fdinfo"_s;
+    expectFailure<Exception::FolderDeletionException>(
+        [&] { FileUtils::removeDirRecursiveIfItExists(lasting); },
+        "731 Vyn::OvraBase::FileUtils::removeDirRecursiveIfItExists",
+        u"The directory or some of its content could not be removed : "_s + logStr(lasting),
+        lasting);
+#endif
+}
+
+#ifndef Q_OS_WIN
+TEST_F(FileOperations, RemovalOfALinkLeavesItsTarget)
+{
+    write("target/x", "x");
+    write("folder/sub/y", "y");
+    link("target", "folder/sub/link");
+    link("nowhere", "folder/dangling");
+    FileUtils::removeDirRecursiveIfItExists(path("folder"));
+    for (const char *spelling : {"link", "link/", "link/.", "link/./"}) {
+        link("target", "link");
+        FileUtils::removeDirRecursiveIfItExists(path(spelling));
+    }
+    for (const char *target : {"target", "target/x", "nowhere"}) {
+        link(target, "link");
+        FileUtils::removeFileIfItExists(path("link"));
+    }
+    EXPECT_THAT(
+        tree("."), ElementsAre(Pair("target/", ""), Pair("target/x", "x"), Pair("tmp/", "")));
+}
+#endif
+
+// Application folders
+
+TEST_F(FileOperations, TemporaryFolderGoesWithItsObject)
+{
+    QString made;
+    {
+        const QTemporaryDir folder = FileUtils::createTemporaryDir(u"nameXXXXXX"_s);
+        made = folder.path();
+        EXPECT_TRUE(FileUtils::isFolder(made));
+        EXPECT_TRUE(made.startsWith(path("tmp/an app/name"))) << made.toStdString();
+        EXPECT_NE(FileUtils::createTemporaryDir().path(), FileUtils::createTemporaryDir().path());
+    }
+    EXPECT_FALSE(FileUtils::exists(made));
+}
+
+TEST_F(FileOperations, ApplicationTemporaryFolderStaysUntilCleared)
+{
+    const QString made = FileUtils::createApplicationTemporaryDir(u"name"_s);
+    EXPECT_TRUE(FileUtils::isFolder(made));
+    EXPECT_TRUE(made.startsWith(path("tmp/an app/name")));
+    EXPECT_EQ(FileUtils::createApplicationTemporaryDir(QFileInfo(made).fileName()).toStdString(),
+        made.toStdString());
+    EXPECT_TRUE(FileUtils::isFolder(FileUtils::createApplicationTemporaryDir()));
+    write("tmp/beside", "x");
+
+    FileUtils::clearApplicationTemporaryDir();
+    EXPECT_THAT(tree("tmp"), ElementsAre(Pair("beside", "x")));
+
+    QCoreApplication::setApplicationName(u"../tmp"_s); // no folder of its own
+    FileUtils::clearApplicationTemporaryDir();
+    EXPECT_THAT(tree("tmp"), ElementsAre(Pair("beside", "x")));
+}
+
+TEST_F(FileOperations, TemporaryFolderThatCannotBeIsAnError)
+{
+    write("tmp/an app", "a file in the way");
+    const QString message = u"Could not create temporary dir"_s;
+    const char *const position = "677 Vyn::OvraBase::FileUtils::createTemporaryDir";
+    using Exception::FolderCreationException;
+    expectFailure<FolderCreationException>(
+        [] { FileUtils::createTemporaryDir(); }, position, message, path("tmp/an app/XXXXXX"));
+    expectFailure<FolderCreationException>(
+        [] { FileUtils::createApplicationTemporaryDir(u"name"_s); }, position, message,
+        path("tmp/an app/name"));
+    expectFailure<FolderCreationException>([] { FileUtils::ensureFileIsOnDisk(u"qrc:/a"_s); },
+        position, message, path("tmp/an app/external_files"));
+}
+
+TEST_F(FileOperations, WhatIsOnDiskAlreadyComesBackUnchanged)
+{
+    for (const QString &text :
+        {u""_s, u"a/b"_s, u"/a/b"_s, u"file:///x.png"_s, u"://x"_s, u"::/x"_s, u"qrc:a"_s}) {
+        EXPECT_EQ(FileUtils::ensureFileIsOnDisk(text), text);
+    }
+    EXPECT_FALSE(FileUtils::exists(path("tmp/an app")));
+}
+
+TEST_F(FileOperations, BringsOtherFilesOntoTheDisk)
+{
+    // A drive letter reads like a scheme; here it is a folder of that name.
+#ifdef Q_OS_WIN
+    const QString source = path("c/a.tar.gz");
+#else
+    const QString source = u"c:/a.tar.gz"_s;
+#endif
+    write(source.startsWith(u"c:/"_s) ? "c:/a.tar.gz" : "c/a.tar.gz", "content");
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(mFolder.path()));
+    std::vector<std::thread> callers;
+    for (int i = 0; i < 4; ++i) {
+        callers.emplace_back([&] { FileUtils::ensureFileIsOnDisk(source); });
+    }
+    for (std::thread &caller : callers) {
+        caller.join();
+    }
+    ASSERT_TRUE(QDir::setCurrent(before));
+    EXPECT_THAT(tree("tmp/an app/external_files"),
+        ElementsAre(Pair("a.gz", "content"), Pair("a_001.gz", "content"),
+            Pair("a_002.gz", "content"), Pair("a_003.gz", "content")));
+
+    ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
+    const QString copy = FileUtils::ensureFileIsOnDisk(u"qrc:/ovrabase-test/resources.qrc"_s);
+    EXPECT_EQ(FileUtils::loadBinaryFile(copy),
+        FileUtils::loadBinaryFile(u":/ovrabase-test/resources.qrc"_s));
+    EXPECT_TRUE(copy.startsWith(path("tmp/an app/external_files/"))) << copy.toStdString();
+
+    for (const QString &missing : {u"http://host/a%1.png"_s, u"qrc:/missing.png"_s}) {
+        expectFailure<Exception::FileCopyException>([&] { FileUtils::ensureFileIsOnDisk(missing); },
+            "479 Vyn::OvraBase::FileUtils::ensureFileIsOnDisk", u"Failed to copy non-local file"_s,
+            missing);
+    }
+}
+
+TEST_F(FileOperations, ResolvesAgainstTheApplicationFolders)
+{
+    const auto location = [](QStandardPaths::StandardLocation of) {
+        return QStandardPaths::writableLocation(of);
+    };
+    const QString data = location(QStandardPaths::AppDataLocation) + u"/a/b"_s;
+    EXPECT_EQ(FileUtils::getAppDataAbsolutePath(u"a/b"_s), data);
+    EXPECT_EQ(FileUtils::getDocumentsAbsolutePath(u"a"_s),
+        location(QStandardPaths::DocumentsLocation) + u"/an app/a"_s); // no organisation
+    QCoreApplication::setApplicationName(u"another"_s);                // comes too late
+    EXPECT_EQ(FileUtils::getAppDataAbsolutePath(u"a/b"_s), data);
+    const QString absolute = QDir::rootPath() + u"x/../y"_s;
+    EXPECT_EQ(FileUtils::getAppDataAbsolutePath(absolute), absolute);
+    EXPECT_EQ(FileUtils::getDocumentsAbsolutePath(absolute), absolute);
+}
+
+TEST_F(FileOperations, ProgramFolderIsKnownOnceThereIsAnApplication)
+{
+    EXPECT_EQ(kEarlyApplicationDir, QString());
+    EXPECT_EQ(FileUtils::safeApplicationDirPath(), QCoreApplication::applicationDirPath());
+}
+
+} // namespace
+} // namespace Vyn::OvraBase

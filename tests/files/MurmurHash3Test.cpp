@@ -1,0 +1,184 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include <ovrabase/files/FileUtils.h>
+#include <ovrabase/files/MurmurHash3.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtEndian>
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <fstream>
+#include <numeric>
+#include <string>
+#include <vector>
+
+namespace Vyn::OvraBase {
+namespace {
+
+using Hash = void (*)(const void *, int, std::uint32_t, void *);
+
+struct Variant {
+    const char *name;
+    Hash hash;
+    std::size_t size;
+    std::uint32_t verification;  // published
+    std::uint32_t withHighSeeds; // computed apart from this library
+    friend void PrintTo(const Variant &variant, std::ostream *out) { *out << variant.name; }
+};
+
+class MurmurHash3 : public testing::TestWithParam<Variant> {
+protected:
+    static std::vector<unsigned char> hash(
+        const void *data, std::size_t size, std::uint32_t seed = 0)
+    {
+        std::vector<unsigned char> out(GetParam().size);
+        GetParam().hash(data, static_cast<int>(size), seed, out.data());
+        return out;
+    }
+};
+
+/// The public procedure: hash the hashes of the keys {}, {0}, {0, 1}, ... with falling seeds.
+TEST_P(MurmurHash3, HasTheVerificationValueOfItsAuthor)
+{
+    const auto verify = [](std::uint32_t firstSeed) {
+        std::array<unsigned char, 256> key{};
+        std::iota(key.begin(), key.end(), static_cast<unsigned char>(0));
+        std::vector<unsigned char> hashes;
+        for (std::uint32_t size = 0; size < 256; ++size) {
+            const auto one = hash(key.data(), size, firstSeed - size);
+            hashes.insert(hashes.end(), one.begin(), one.end());
+        }
+        return qFromLittleEndian<std::uint32_t>(hash(hashes.data(), hashes.size()).data());
+    };
+    EXPECT_EQ(verify(256), GetParam().verification);
+    EXPECT_EQ(verify(0xFFFFFFFFU), GetParam().withHighSeeds);
+}
+
+TEST_P(MurmurHash3, IsTheSameAtEveryAlignmentAndReadsNothingBeyondTheEnd)
+{
+    for (std::size_t size = 0; size <= 70; ++size) {
+        const std::vector<unsigned char> key(size, 0xA5);
+        const auto expected = hash(key.data(), size, 7);
+        for (std::size_t shift = 1; shift < 16; ++shift) {
+            // Exactly as long as needed, so that the sanitizer sees any read outside.
+            std::vector<unsigned char> shifted(shift + size, 0xA5);
+            EXPECT_EQ(hash(shifted.data() + shift, size, 7), expected) << size << '+' << shift;
+        }
+    }
+}
+
+TEST_P(MurmurHash3, TakesANegativeLengthAndANullKeyForNothing)
+{
+    std::vector<unsigned char> out(GetParam().size, 0xFF);
+    GetParam().hash("abc", -1, 0, out.data());
+    EXPECT_EQ(out, std::vector<unsigned char>(GetParam().size, 0));
+    EXPECT_EQ(hash(nullptr, 0), out);
+}
+
+INSTANTIATE_TEST_SUITE_P(Variants, MurmurHash3,
+    testing::Values(Variant{"x86_32", MurmurHash3_x86_32, 4, 0xB0F57EE3U, 0x5DF83F04U},
+        Variant{"x86_128", MurmurHash3_x86_128, 16, 0xB3ECE62AU, 0xD4D3550BU},
+        Variant{"x64_128", MurmurHash3_x64_128, 16, 0x6384BA69U, 0xB551EFA2U}),
+    [](const auto &row) { return std::string(row.param.name); });
+
+QString makeFile(const QTemporaryDir &folder, const QByteArray &content)
+{
+    QFile file(folder.filePath(QStringLiteral("file")));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    return file.fileName();
+}
+
+TEST(ContentHash, OfAFileIsThatOfItsBytes)
+{
+    const QTemporaryDir folder;
+    // Around the block of the hash and the pieces in which files are read.
+    for (const int size : {0, 1, 15, 16, 17, 65535, 65536, 65537, 1 << 20}) {
+        QByteArray content(size, '\0');
+        std::iota(content.begin(), content.end(), static_cast<char>(size));
+        std::array<char, 16> expected{};
+        MurmurHash3_x64_128(content.constData(), size, 0, expected.data());
+
+        const QByteArray hash = FileUtils::fileDataToHash(makeFile(folder, content));
+        EXPECT_EQ(hash, QByteArray(expected.data(), 16)) << size;
+        EXPECT_EQ(hash, FileUtils::dataToHash(content)) << size;
+    }
+}
+
+TEST(ContentHash, OfNothingIsZeros)
+{
+    EXPECT_EQ(FileUtils::dataToHash({}), QByteArray(16, '\0'));
+}
+
+TEST(ContentHash, ReadsAsTwoNumbers)
+{
+    QByteArray hash(16, '\0');
+    hash[0] = '\x39'; // 12345
+    hash[1] = '\x30';
+    hash[8] = '\xA6'; // 678
+    hash[9] = '\x02';
+    EXPECT_EQ(FileUtils::hashToNumber(hash), QStringLiteral("12345-678"));
+    EXPECT_EQ(FileUtils::hashToNumber(QByteArray(16, '\xFF')),
+        QStringLiteral("18446744073709551615-18446744073709551615"));
+    for (const int size : {0, 15, 17}) {
+        const QByteArray data(size, 'x');
+        EXPECT_EQ(
+            FileUtils::hashToNumber(data), FileUtils::hashToNumber(FileUtils::dataToHash(data)));
+    }
+}
+
+TEST(ContentHash, OfANameIsThatOfItsUtf8)
+{
+    EXPECT_EQ(FileUtils::fileNameToHash(QStringLiteral("h\u00E9")),
+        FileUtils::hashToNumber(FileUtils::dataToHash("h\xC3\xA9")));
+    EXPECT_NE(FileUtils::fileNameToHash(QStringLiteral("a")),
+        FileUtils::fileNameToHash(QStringLiteral("A")));
+}
+
+#ifdef Q_OS_LINUX
+/// Returns a line of /proc/self/status in KiB and, for VmHWM, lets the peak begin anew.
+long statusKiB(const std::string &name)
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with(name)) {
+            return std::stol(line.substr(name.size() + 1));
+        }
+    }
+    return -1;
+}
+#endif
+
+/// 5 GiB, most of them holes. The expected hash was computed apart from this library.
+TEST(ContentHash, CoversAllOfAFileBeyondFourGiBInLittleMemory)
+{
+    constexpr qint64 gib = qint64{1} << 30;
+    // Holes in memory are read ten times as fast as holes on a disk.
+    const QString memory = QStringLiteral("/dev/shm");
+    const QTemporaryDir folder(
+        (FileUtils::isFolder(memory) ? memory : QDir::tempPath()) + QStringLiteral("/XXXXXX"));
+    QFile file(makeFile(folder, {}));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.resize(5 * gib) && file.seek(4 * gib));
+    ASSERT_EQ(file.write("beyond four GiB."), 16);
+    ASSERT_TRUE(file.seek(5 * gib));
+    ASSERT_EQ(file.write("tail!"), 5);
+    file.close();
+#ifdef Q_OS_LINUX
+    std::ofstream("/proc/self/clear_refs") << '5'; // the peak begins anew
+    const long before = statusKiB("VmRSS");
+#endif
+
+    const QByteArray hash = FileUtils::fileDataToHash(file.fileName());
+
+    EXPECT_EQ(hash.toHex(), "405b4794bb94f8727f327b7d7aef12be");
+#ifdef Q_OS_LINUX
+    EXPECT_LT(statusKiB("VmHWM") - before, 16 * 1024);
+#endif
+}
+
+} // namespace
+} // namespace Vyn::OvraBase
