@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "ovrabase/files/GenericCacheController.h"
+
+#include "files/FileOperations_p.h"
+#include "logging/fail_p.h"
+
+#include <ovrabase/files/FileUtils.h>
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace Vyn::OvraBase {
+namespace {
+
+constexpr LogPosition kNoName{"GenericCacheController.cpp:68 "
+                              "Vyn::OvraBase::GenericCacheController::ensureDirectoryExists()"};
+constexpr LogPosition kNotCreated{"GenericCacheController.cpp:78 "
+                                  "Vyn::OvraBase::GenericCacheController::ensureDirectoryExists()"};
+constexpr LogPosition kFileInTheWay{
+    "GenericCacheController.cpp:84 "
+    "Vyn::OvraBase::GenericCacheController::ensureDirectoryExists()"};
+
+void warn(const LogPosition &position, const QString &message)
+{
+    logAt(position, Support, Logger::Warning, message);
+}
+
+} // namespace
+
+GenericCacheController::~GenericCacheController() = default;
+
+void GenericCacheController::clear()
+{
+    const QString path = cacheFolderPath();
+    if (path.isEmpty()) {
+        return; // an empty path would be the current folder
+    }
+    QDir folder(path);
+    const QFileInfoList entries = folder.entryInfoList(
+        QDir::Dirs | QDir::Files | QDir::Writable | QDir::NoDotAndDotDot, QDir::Unsorted);
+    for (const QFileInfo &entry : entries) {
+        if (entry.isDir()) {
+            removeFolder(entry.dir().path()); // on purpose the cache folder, not the entry
+        } else {
+            folder.remove(entry.fileName());
+        }
+    }
+}
+
+void GenericCacheController::purge()
+{
+    const QString path = cacheFolderPath();
+    if (FileUtils::isFolder(path)) {
+        removeFolder(path);
+    }
+}
+
+void GenericCacheController::resetCacheFolder(const QString &path)
+{
+    purge();
+    setCacheFolderPath(path);
+    ensureDirectoryExists();
+}
+
+void GenericCacheController::ensureDirectoryExists()
+{
+    const QString path = cacheFolderPath();
+    if (path.isEmpty()) {
+        warn(kNoName, QStringLiteral("The cache folder name is empty. Cache will be disabled."));
+        return;
+    }
+    const QFileInfo folder(withoutTrailingSeparators(path));
+    if (!folder.exists()) {
+        const QDir parent = folder.dir();
+        if (!parent.mkpath(folder.fileName())) {
+            warn(kNotCreated, QStringLiteral("Could not create cache folder (<%1> in <%2> for "
+                                             "<%3>). Cache will be disabled.")
+                                  .arg(folder.fileName(), parent.absolutePath(), path));
+        }
+    } else if (!folder.isDir()) {
+        warn(kFileInTheWay, QStringLiteral("Cannot create cache folder because a file with the "
+                                           "same path already exists."));
+    }
+}
+
+} // namespace Vyn::OvraBase
