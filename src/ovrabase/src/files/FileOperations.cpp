@@ -17,6 +17,8 @@
 #include <QUuid>
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -128,6 +130,25 @@ bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
     return a.canonicalPath() == b.canonicalPath() && a.fileName() == b.fileName();
 }
 
+/// Makes \a copy, which must not exist, a copy of \a source. Returns why that failed, or a null
+/// string; no part of a copy stays then.
+QString copyFile(const QFileInfo &source, const QString &copy)
+{
+    if (!source.isNativePath()) {
+        QFile resource(source.filePath());
+        return resource.copy(copy) ? QString() : resource.errorString();
+    }
+    // Qt's copy waits until the disk has each file, which is most of its time for small ones.
+    std::error_code error;
+    std::filesystem::copy_file(
+        source.filesystemFilePath(), QFileInfo(copy).filesystemFilePath(), error);
+    if (!error) {
+        return {};
+    }
+    QFile::remove(copy);
+    return QString::fromLocal8Bit(error.message());
+}
+
 /// Puts a copy of \a source in the place of \a destination, which is kept as \a backup. Returns why
 /// that failed, or a null string.
 QString replaceByCopy(const QString &source, const QString &destination, const QString &backup)
@@ -148,9 +169,8 @@ QString replaceByCopy(const QString &source, const QString &destination, const Q
         QFileInfo(destination)
             .dir()
             .filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral(".tmp"));
-    QFile original(source);
-    if (!original.copy(fresh)) {
-        return original.errorString();
+    if (const QString reason = copyFile(from, fresh); !reason.isNull()) {
+        return reason;
     }
     QFile copy(fresh);
     if (standsThere(destination)) {

@@ -1,0 +1,155 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "Intake.h"
+
+#include "Console.h"
+
+#include <ovrabase/errors/Exception.h>
+#include <ovrabase/files/FileUtils.h>
+#include <ovrabase/logging/logStr.h>
+#include <ovrabase/text/StringUtils.h>
+
+#include <QDir>
+#include <QFileInfo>
+
+using Vyn::OvraBase::FileUtils;
+namespace StringUtils = Vyn::OvraBase::StringUtils;
+
+namespace {
+
+QString classOf(const QString &path)
+{
+    const QString extension = FileUtils::getFilePathExtension(path);
+    if (FileUtils::isMeshExt(extension)) {
+        return QStringLiteral("mesh");
+    }
+    if (FileUtils::isSLVARExt(extension)) {
+        return QStringLiteral("archive");
+    }
+    if (FileUtils::isVSKFilterExt(extension)) {
+        return QStringLiteral("filter");
+    }
+    if (FileUtils::isQuickActionExt(extension)) {
+        return QStringLiteral("quick action");
+    }
+    if (!extension.isEmpty() && FileUtils::isImageExt(extension)) {
+        return QStringLiteral("image");
+    }
+    return QStringLiteral("other");
+}
+
+/// Returns a valid path in \a library for a file called \a name, where no file is yet.
+QString freePath(const QString &library, const QString &name)
+{
+    QString valid = FileUtils::ensureValidFileName(name);
+    if (valid.contains(u'.')) {
+        return FileUtils::getUniqueFileName(
+            library, FileUtils::getBaseName(valid), FileUtils::getFilePathCompleteExtension(valid));
+    }
+    // Numbers go before an extension; without one, a copy is named as users name copies.
+    while (FileUtils::exists(QDir(library).filePath(valid))) {
+        valid = StringUtils::getCopyName(valid);
+    }
+    return QDir(library).filePath(valid);
+}
+
+/// The intake of one file at a time.
+class Intake {
+public:
+    Intake(const QString &library, Manifest &manifest)
+        : mLibrary(library)
+        , mManifest(manifest)
+    {
+    }
+
+    /// Takes the file in and returns what happened to it, as a line for the user.
+    QString take(const QString &source)
+    {
+        const QFileInfo file(source);
+        const QString assetClass = classOf(source);
+        Tally &tally = mSummary.byClass[assetClass];
+        ++tally.files;
+        tally.bytes += file.size();
+        return QStringLiteral("%1 %2  %3")
+            .arg(assetClass, -12)
+            .arg(file.fileName(), outcomeOf(file, assetClass, tally));
+    }
+
+    const Summary &summary() const { return mSummary; }
+
+private:
+    QString outcomeOf(const QFileInfo &file, const QString &assetClass, Tally &tally)
+    {
+        try {
+            return bringIn(file, assetClass, tally);
+        } catch (const Vyn::Exception::IOException &failure) {
+            ++mSummary.failed;
+            return QStringLiteral("left alone, %1: %2")
+                .arg(QString::fromUtf8(failure.what()), Vyn::logStr(failure.subject()));
+        } catch (const Vyn::Exception::BaseException &failure) {
+            ++mSummary.failed;
+            return QStringLiteral("left alone, %1").arg(QString::fromUtf8(failure.what()));
+        }
+    }
+
+    QString bringIn(const QFileInfo &file, const QString &assetClass, Tally &tally)
+    {
+        const QString source = file.absoluteFilePath();
+        const QString hash = FileUtils::hashToNumber(FileUtils::fileDataToHash(source));
+        if (Asset *const same = mManifest.withContent(hash, file.size())) {
+            if (same->source == source) {
+                return QStringLiteral("unchanged");
+            }
+            ++tally.duplicates;
+            mManifest.addDuplicate(*same, source);
+            return QStringLiteral("duplicate of %1").arg(same->name);
+        }
+
+        Asset *const before = mManifest.fromSource(source);
+        const bool replaces = before && mayReplace(*before);
+        const QString destination =
+            replaces ? QDir(mLibrary).filePath(before->name) : freePath(mLibrary, file.fileName());
+        if (!FileUtils::copyWithBackup(source, destination)) {
+            ++mSummary.failed;
+            return QStringLiteral("left alone, it cannot be copied");
+        }
+        ++mSummary.copied;
+        mSummary.copiedBytes += file.size();
+        if (replaces) {
+            mManifest.replaceContent(*before, hash, file.size());
+            return QStringLiteral("replaced, the old content is in %1.bak").arg(before->name);
+        }
+        const QString name = QFileInfo(destination).fileName();
+        mManifest.add({source, name, assetClass, hash, file.size(), {}});
+        ++tally.added;
+        tally.renamed += name == file.fileName() ? 0 : 1;
+        return name == file.fileName() ? QStringLiteral("new")
+                                       : QStringLiteral("new, as %1").arg(name);
+    }
+
+    /// Whether the content of \a asset may go to its backup: nobody else means it, and the backup
+    /// takes the place of no other asset.
+    bool mayReplace(const Asset &asset) const
+    {
+        return asset.duplicates.isEmpty() &&
+               !mManifest.hasName(asset.name + QStringLiteral(".bak"));
+    }
+
+    QString mLibrary;
+    Manifest &mManifest;
+    Summary mSummary;
+};
+
+} // namespace
+
+Summary takeIn(const std::vector<QString> &files, const QString &library, Manifest &manifest)
+{
+    FileUtils::touch(manifest.path()); // an asset of the same name gets another one
+    Intake intake(library, manifest);
+    Listing listing(static_cast<qsizetype>(files.size()));
+    for (const QString &file : files) {
+        listing.print(intake.take(file));
+    }
+    return intake.summary();
+}

@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "Manifest.h"
+
+#include <ovrabase/errors/Exception.h>
+#include <ovrabase/files/FileUtils.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using Vyn::OvraBase::FileUtils;
+
+namespace {
+
+QJsonObject toJson(const Asset &asset)
+{
+    return {{QStringLiteral("source"), asset.source}, {QStringLiteral("name"), asset.name},
+        {QStringLiteral("class"), asset.assetClass}, {QStringLiteral("hash"), asset.hash},
+        {QStringLiteral("size"), asset.size},
+        {QStringLiteral("duplicates"), QJsonArray::fromStringList(asset.duplicates)}};
+}
+
+Asset fromJson(const QJsonObject &object)
+{
+    Asset asset{object[u"source"].toString(), object[u"name"].toString(),
+        object[u"class"].toString(), object[u"hash"].toString(), object[u"size"].toInteger(), {}};
+    for (const QJsonValue &duplicate : object[u"duplicates"].toArray()) {
+        asset.duplicates.append(duplicate.toString());
+    }
+    return asset;
+}
+
+} // namespace
+
+Manifest::Manifest(const QString &library)
+    : mLibrary(library)
+{
+    if (FileUtils::isFile(path())) {
+        load();
+    }
+}
+
+void Manifest::load()
+{
+    const QByteArray text = FileUtils::loadBinaryFile(path());
+    QJsonParseError error;
+    const QJsonArray assets = QJsonDocument::fromJson(text, &error).array();
+    if (!text.isEmpty() && error.error != QJsonParseError::NoError) {
+        throw Vyn::Exception::FileFormatException(error.errorString(), path());
+    }
+    for (const QJsonValue &value : assets) {
+        const Asset asset = fromJson(value.toObject());
+        const QFileInfo file(QDir(mLibrary).filePath(asset.name));
+        if (file.isFile() && file.size() == asset.size) {
+            add(asset);
+        }
+    }
+}
+
+bool Manifest::save() const
+{
+    QJsonArray assets;
+    for (const Asset &asset : mAssets) {
+        assets.append(toJson(asset));
+    }
+    // Never a half-written manifest: it is replaced when the new one is whole.
+    const QString whole = path() + QStringLiteral(".new");
+    const bool saved =
+        FileUtils::saveTextToFile(QString::fromUtf8(QJsonDocument(assets).toJson()), whole) &&
+        FileUtils::copyWithBackup(whole, path());
+    FileUtils::removeFileIfItExists(whole);
+    return saved;
+}
+
+QString Manifest::path() const
+{
+    return QDir(mLibrary).filePath(QStringLiteral("manifest.json"));
+}
+
+Asset *Manifest::withContent(const QString &hash, qint64 size)
+{
+    Asset *const asset = mByHash.value(hash);
+    return asset && asset->size == size ? asset : nullptr;
+}
+
+Asset *Manifest::fromSource(const QString &source)
+{
+    return mBySource.value(source);
+}
+
+void Manifest::add(const Asset &asset)
+{
+    mAssets.push_back(asset);
+    Asset *const added = &mAssets.back();
+    mByHash.insert(added->hash, added);
+    mBySource.insert(added->source, added);
+    mByName.insert(added->name, added);
+}
+
+void Manifest::addDuplicate(Asset &asset, const QString &source)
+{
+    if (source != asset.source && !asset.duplicates.contains(source)) {
+        asset.duplicates.append(source);
+    }
+}
+
+void Manifest::replaceContent(Asset &asset, const QString &hash, qint64 size)
+{
+    mByHash.remove(asset.hash);
+    asset.hash = hash;
+    asset.size = size;
+    mByHash.insert(hash, &asset);
+}

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <deque>
+
+/// One file of the library and where it came from.
+struct Asset {
+    QString source; ///< absolute path
+    QString name;   ///< file name in the library
+    QString assetClass;
+    QString hash;           ///< of the content
+    qint64 size;            ///< in bytes
+    QStringList duplicates; ///< further sources of the same content
+};
+
+/// What the library holds, kept in its "manifest.json".
+class Manifest {
+public:
+    /// Reads the manifest of \a library. Assets whose file is gone or has changed its size are
+    /// left out: they come in anew. Throws what loading a file throws.
+    explicit Manifest(const QString &library);
+
+    bool save() const;
+    QString path() const;
+
+    Asset *withContent(const QString &hash, qint64 size);
+    Asset *fromSource(const QString &source);
+    bool hasName(const QString &name) const { return mByName.contains(name); }
+
+    void add(const Asset &asset);
+    void addDuplicate(Asset &asset, const QString &source);
+    /// Makes \a asset what came from its source now.
+    void replaceContent(Asset &asset, const QString &hash, qint64 size);
+
+private:
+    void load();
+
+    QString mLibrary;
+    std::deque<Asset> mAssets; // addresses stay
+    QHash<QString, Asset *> mByHash;
+    QHash<QString, Asset *> mBySource;
+    QHash<QString, Asset *> mByName;
+};

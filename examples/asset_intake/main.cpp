@@ -1,0 +1,199 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+// Takes a folder of files into an asset library, as a host application of ovrabase would:
+//   asset_intake SOURCE LIBRARY
+// Without arguments it takes the images and icons that the machine has into a temporary library.
+// Exit status: 0 all well, 1 something failed, 2 wrong arguments.
+
+#include "Console.h"
+#include "Intake.h"
+
+#include <ovrabase/errors/Exception.h>
+#include <ovrabase/files/FileUtils.h>
+#include <ovrabase/logging/GlobalLoggers.h>
+#include <ovrabase/logging/LogManager.h>
+#include <ovrabase/platform/base.h>
+#include <ovrabase/services/DefaultAsyncRecovery.h>
+#include <ovrabase/services/ServiceLocator.h>
+#include <ovrabase/services/future.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLocale>
+#include <QStandardPaths>
+
+#if OVRABASE_HAS_STLAB
+#include <stlab/concurrency/default_executor.hpp>
+#endif
+
+#include <cstdio>
+#include <functional>
+#include <future>
+#include <memory>
+
+using namespace Vyn;
+using namespace Vyn::OvraBase;
+
+namespace {
+
+struct Job {
+    std::vector<QString> files;
+    QString library;
+};
+
+/// Returns the files of \a source but those of \a library, should it lie inside.
+std::vector<QString> filesOf(const QString &source, const QString &library)
+{
+    std::vector<QString> files =
+        FileUtils::folderParseFiles(source, {QStringLiteral("*")}, Recursion::Recursive);
+    const QString inside = QDir(library).absolutePath() + u'/';
+    std::erase_if(files, [&inside](const QString &file) {
+        return QDir::cleanPath(QDir().absoluteFilePath(file)).startsWith(inside);
+    });
+    return files;
+}
+
+/// Returns the images and icons of the machine, to go into a fresh temporary library.
+Job machinesImages()
+{
+    Job job;
+    for (const QString &folder : {QStringLiteral("icons"), QStringLiteral("pixmaps")}) {
+        for (const QString &found : QStandardPaths::locateAll(
+                 QStandardPaths::GenericDataLocation, folder, QStandardPaths::LocateDirectory)) {
+            const std::vector<QString> files = filesOf(found, QString());
+            job.files.insert(job.files.end(), files.begin(), files.end());
+        }
+    }
+    FileUtils::clearApplicationTemporaryDir();
+    job.library = FileUtils::createApplicationTemporaryDir(QStringLiteral("library"));
+    return job;
+}
+
+/// Starts \a work on another thread, with what the library's futures stand on.
+Vyn::future<void> inBackground(std::function<void()> work)
+{
+#if OVRABASE_HAS_STLAB
+    return stlab::async(stlab::default_executor, std::move(work));
+#else
+    return std::async(std::launch::async, std::move(work)).share();
+#endif
+}
+
+/// Saves the manifest on another thread, registered while it runs as an application would.
+bool saveInBackground(const Manifest &manifest)
+{
+    auto *const recovery = ServiceLocator::instance()->service<DefaultAsyncRecovery>();
+    bool saved = false;
+    const Vyn::future<void> saving = inBackground([&] { saved = manifest.save(); });
+    recovery->registerRecoverable(1, saving, QStringLiteral("save the manifest"));
+    saving.await();
+    recovery->unregisterRecoverable(1);
+    return saved;
+}
+
+/// What a hard failure looks like to a caller: logged by the library, caught by its root class.
+void showFailingCall()
+{
+    try {
+        FileUtils::changeFilePathExtension(QStringLiteral("mesh.obj"), QString());
+    } catch (const Exception::BaseException &failure) {
+        std::printf("A failing call arrives as: %s (sub-code %u)\n", failure.what(),
+            failure.errorSubCode());
+    }
+}
+
+void print(const Summary &summary, double seconds)
+{
+    const QLocale locale = QLocale::c();
+    std::printf(
+        "\n%-13s%9s%12s%9s%11s%9s\n", "class", "files", "size", "new", "duplicate", "renamed");
+    for (const auto &[name, tally] : summary.byClass) {
+        std::printf("%-13s%9lld%12s%9lld%11lld%9lld\n", qUtf8Printable(name),
+            static_cast<long long>(tally.files),
+            qUtf8Printable(locale.formattedDataSize(tally.bytes)),
+            static_cast<long long>(tally.added), static_cast<long long>(tally.duplicates),
+            static_cast<long long>(tally.renamed));
+    }
+    std::printf("%s (%lld files, %s), %lld failed, %.2f s\n",
+        summary.copied == 0 ? "Nothing to copy" : "Copied", static_cast<long long>(summary.copied),
+        qUtf8Printable(locale.formattedDataSize(summary.copiedBytes)),
+        static_cast<long long>(summary.failed), seconds);
+}
+
+bool run(const Job &job)
+{
+    QElapsedTimer timer;
+    timer.start();
+    auto *const messages = ServiceLocator::instance()->service<MessagingService>();
+    messages->showInformation(getApplicationVersionString(),
+        QStringLiteral("%1 files for %2").arg(job.files.size()).arg(job.library));
+
+    Manifest manifest(job.library);
+    Summary summary;
+    {
+        const auto mute = messages->mute(); // the listing speaks for each file
+        summary = takeIn(job.files, job.library, manifest);
+    }
+    if (!saveInBackground(manifest)) {
+        messages->showError(QStringLiteral("Manifest"), QStringLiteral("it cannot be written"));
+        ++summary.failed;
+    }
+    print(summary, static_cast<double>(timer.elapsed()) / 1000);
+    if (summary.failed > 0) {
+        messages->showWarning(
+            QStringLiteral("Intake"), QStringLiteral("some files were left alone"));
+    }
+    return summary.failed == 0;
+}
+
+int intake(const QStringList &arguments)
+{
+    Job job;
+    if (arguments.isEmpty()) {
+        job = machinesImages();
+    } else if (arguments.size() == 2 && FileUtils::isFolder(arguments.at(0))) {
+        job.library = arguments.at(1);
+        if (!FileUtils::makeFolder(job.library)) {
+            std::fprintf(
+                stderr, "%s is no folder and cannot be made one\n", qUtf8Printable(job.library));
+            return 1;
+        }
+        job.files = filesOf(arguments.at(0), job.library);
+    } else {
+        std::fputs("usage: asset_intake SOURCE LIBRARY (SOURCE is a folder)\n", stderr);
+        return 2;
+    }
+    try {
+        const bool good = run(job);
+        showFailingCall();
+        return good ? 0 : 1;
+    } catch (const Exception::BaseException &failure) {
+        std::fprintf(stderr, "%s: the library cannot be used: %s\n", qUtf8Printable(job.library),
+            failure.what());
+        return 1;
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("asset_intake"));
+
+    bindLoggers();
+    const Core::Log::ScopedPushLogDelegate console(std::make_shared<ConsoleLog>());
+    Core::Log::installQtMessageHandler();
+
+    ServiceLocator::start();
+    const auto &locator = ServiceLocator::instance();
+    locator->registerService(std::make_unique<DefaultAsyncRecovery>());
+    locator->registerService<MessagingService>(std::make_unique<ConsoleMessages>());
+
+    const int status = intake(QCoreApplication::arguments().mid(1));
+
+    ServiceLocator::stop();
+    return status;
+}
