@@ -171,6 +171,8 @@ TEST(FileUtils, WhatIsMissingIsAsWritableAsItsNearestAncestor)
 {
     EXPECT_EQ(FileUtils::isWritable(QDir::rootPath() + u"nonexistent/deeper/file.txt"_s),
         QFileInfo(QDir::rootPath()).isWritable());
+    EXPECT_EQ(FileUtils::isWritable(QDir::rootPath() + QString(5'000, u'a') + u"/file"_s),
+        QFileInfo(QDir::rootPath()).isWritable());
     EXPECT_TRUE(FileUtils::isWritable(u"missing/below/the/current/folder"_s));
     EXPECT_FALSE(FileUtils::isWritable(QString()));
 #ifdef Q_OS_WIN

@@ -26,8 +26,8 @@ constexpr LogPosition kEmptyExtension{
 constexpr LogPosition kExtensionWithSeparator{
     "FileUtils.cpp:386 Vyn::OvraBase::FileUtils::changeFilePathExtension()"};
 
-/// No system has a longer path; the walk to the nearest ancestor need not try what is.
-constexpr qsizetype kLongestPath = 32767;
+/// Above this size an ancestor is looked for in big steps.
+constexpr qsizetype kLongPath = 1000;
 
 /// Applies \a test to the path of a local \a url.
 bool ofLocalFile(const QUrl &url, bool (*test)(const QString &))
@@ -165,8 +165,12 @@ bool FileUtils::isWritable(const QString &path)
             return false;
         }
         QString parent = entry.absolutePath();
-        if (parent.size() > kLongestPath) {
-            parent.truncate(parent.lastIndexOf(u'/', kLongestPath));
+        if (parent.size() > kLongPath) {
+            // What is below a missing folder is missing: go half of the way at once.
+            const QString middle = parent.left(parent.lastIndexOf(u'/', parent.size() / 2));
+            if (!middle.isEmpty() && !QFileInfo::exists(middle)) {
+                parent = middle;
+            }
         }
         // The first parent of a relative path may be longer; from there on each is shorter.
         if (parent.isEmpty() || (entry.isAbsolute() && parent.size() >= current.size())) {
