@@ -12,7 +12,7 @@ namespace Vyn::OvraBase {
 namespace {
 
 constexpr qsizetype kHashSize = 16;
-constexpr qsizetype kPieceSize = 64 * 1024;
+constexpr qsizetype kPieceSize = qsizetype{64} * 1024;
 
 QByteArray hashOf(Murmur3Stream &stream)
 {

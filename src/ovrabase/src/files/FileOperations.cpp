@@ -180,7 +180,7 @@ QString replaceByCopy(const QString &source, const QString &destination, const Q
         }
     }
     if (!copy.rename(destination)) {
-        const QString reason = copy.errorString();
+        QString reason = copy.errorString();
         copy.remove();
         return reason;
     }
@@ -252,8 +252,9 @@ bool removeFolder(const QString &path)
         }
     }
     // Every folder was found after the one that holds it.
-    for (auto folder = folders.rbegin(); folder != folders.rend(); ++folder) {
-        allGone = QDir().rmdir(*folder) && allGone;
+    std::reverse(folders.begin(), folders.end());
+    for (const QString &folder : folders) {
+        allGone = QDir().rmdir(folder) && allGone;
     }
     return allGone;
 }

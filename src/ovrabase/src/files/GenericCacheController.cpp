@@ -31,6 +31,9 @@ void warn(const LogPosition &position, const QString &message)
 
 GenericCacheController::~GenericCacheController() = default;
 
+// What changes the cache is not const, though only the disk shows it.
+// NOLINTBEGIN(readability-make-member-function-const)
+
 void GenericCacheController::clear()
 {
     const QString path = cacheFolderPath();
@@ -84,5 +87,7 @@ void GenericCacheController::ensureDirectoryExists()
                                            "same path already exists."));
     }
 }
+
+// NOLINTEND(readability-make-member-function-const)
 
 } // namespace Vyn::OvraBase

@@ -71,7 +71,7 @@ QTemporaryDir FileUtils::createTemporaryDir()
 
 QString FileUtils::createApplicationTemporaryDir(const QString &name)
 {
-    const QString path = inApplicationTemporaryFolder(name);
+    QString path = inApplicationTemporaryFolder(name);
     if (!name.isEmpty() && exists(path)) {
         return path;
     }
@@ -136,7 +136,7 @@ QString FileUtils::ensureFileIsOnDisk(const QString &pathOrUrl)
         failToCreate(folder);
     }
     for (;;) {
-        const QString target =
+        QString target =
             getUniqueFileName(folder, getBaseName(pathOrUrl), getFilePathExtension(pathOrUrl));
         if (QFile::copy(source, target)) {
             return target;

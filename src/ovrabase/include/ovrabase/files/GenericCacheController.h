@@ -14,6 +14,8 @@ namespace Vyn::OvraBase {
 ///
 /// No operation throws or reports failure; a folder that cannot be used gets a warning on Support.
 /// As thread-safe as the subclass.
+// The destructor is first in the table of virtual functions, and nobody deletes through this base.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
 class OVRABASE_EXPORT GenericCacheController {
 public:
     GenericCacheController() = default;
