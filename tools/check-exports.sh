@@ -26,7 +26,8 @@ list_exports() {
 exports=$(list_exports | c++filt | sort)
 compilers='(vtable|VTT|typeinfo|typeinfo name|guard variable) for |construction vtable for .*-in-'
 compilers+='|(virtual|non-virtual) thunk to '
-foreign=$(grep -vE "^. ($compilers)?Vyn::" <<<"$exports" || true)
+# GCC gives a DLL type information of its own for the imported base of an exported class.
+foreign=$(grep -vE "^. ($compilers)?Vyn::|^. typeinfo (name )?for QObject$" <<<"$exports" || true)
 # Functions are T or W. Qt's meta-object compiler gives each QObject class a staticMetaObject.
 data=$(grep -vE "^[TW] |^. ($compilers)|^. Vyn::.*::staticMetaObject$" <<<"$exports" \
     | grep -vE '^. Vyn::OvraBase::ServiceLocator::mUniqueInstance$' || true)
