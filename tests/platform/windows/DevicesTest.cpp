@@ -184,9 +184,4 @@ TEST(Devices, UnknownOnesAreThoseOfTheClassWithoutADriver)
     EXPECT_THAT(named(QStringLiteral("Known"), devices), SizeIs(0));
 }
 
-TEST(ErrorMessage, IsTheTextOfWindows)
-{
-    EXPECT_EQ(errorMessage(ERROR_FILE_NOT_FOUND), "File not found.\r\n"); // as Wine has it
-}
-
 } // namespace

@@ -191,10 +191,10 @@ DWORD errorOf(BOOL succeeded)
 
 /// Fills \a device with the device behind an interface. The path in the detail is not needed, but
 /// the two come together.
-bool deviceBehind(HDEVINFO set, SP_DEVICE_INTERFACE_DATA &port, SP_DEVINFO_DATA &device)
+bool deviceBehind(HDEVINFO set, SP_DEVICE_INTERFACE_DATA &entry, SP_DEVINFO_DATA &device)
 {
     DWORD size = 0;
-    ::SetupDiGetDeviceInterfaceDetailA(set, &port, nullptr, 0, &size, nullptr);
+    ::SetupDiGetDeviceInterfaceDetailA(set, &entry, nullptr, 0, &size, nullptr);
     if (size < sizeof(SP_DEVICE_INTERFACE_DETAIL_DATA_A)) {
         return false;
     }
@@ -204,7 +204,7 @@ bool deviceBehind(HDEVINFO set, SP_DEVICE_INTERFACE_DATA &port, SP_DEVINFO_DATA 
         return false;
     }
     detail->cbSize = sizeof(SP_DEVICE_INTERFACE_DETAIL_DATA_A);
-    return ::SetupDiGetDeviceInterfaceDetailA(set, &port, detail.get(), size, nullptr, &device);
+    return ::SetupDiGetDeviceInterfaceDetailA(set, &entry, detail.get(), size, nullptr, &device);
 }
 
 /// Visits the devices of a setup class, or those with an interface of a class, that are attached
@@ -222,15 +222,15 @@ DWORD enumerateDevices(const GUID &classOrInterface, bool byInterface, Visit vis
     SP_DEVINFO_DATA device{};
     device.cbSize = sizeof device;
     if (byInterface) {
-        SP_DEVICE_INTERFACE_DATA port{};
-        port.cbSize = sizeof port;
+        SP_DEVICE_INTERFACE_DATA entry{};
+        entry.cbSize = sizeof entry;
         walkDevices(
             [&](DWORD index) {
                 return errorOf(::SetupDiEnumDeviceInterfaces(
-                    set.get(), nullptr, &classOrInterface, index, &port));
+                    set.get(), nullptr, &classOrInterface, index, &entry));
             },
             [&] {
-                if (deviceBehind(set.get(), port, device)) {
+                if (deviceBehind(set.get(), entry, device)) {
                     visit(set.get(), device);
                 }
             });
