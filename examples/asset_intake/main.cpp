@@ -40,7 +40,7 @@ namespace {
 
 struct Job {
     std::vector<QString> files;
-    QString library;
+    QString destination; ///< the folder of the library
 };
 
 /// Returns the files of \a source but those of \a library, should it lie inside.
@@ -67,7 +67,7 @@ Job machinesImages()
         }
     }
     FileUtils::clearApplicationTemporaryDir();
-    job.library = FileUtils::createApplicationTemporaryDir(QStringLiteral("library"));
+    job.destination = FileUtils::createApplicationTemporaryDir(QStringLiteral("library"));
     return job;
 }
 
@@ -128,13 +128,13 @@ bool run(const Job &job)
     timer.start();
     auto *const messages = ServiceLocator::instance()->service<MessagingService>();
     messages->showInformation(getApplicationVersionString(),
-        QStringLiteral("%1 files for %2").arg(job.files.size()).arg(job.library));
+        QStringLiteral("%1 files for %2").arg(job.files.size()).arg(job.destination));
 
-    Manifest manifest(job.library);
+    Manifest manifest(job.destination);
     Summary summary;
     {
         const auto mute = messages->mute(); // the listing speaks for each file
-        summary = takeIn(job.files, job.library, manifest);
+        summary = takeIn(job.files, job.destination, manifest);
     }
     if (!saveInBackground(manifest)) {
         messages->showError(QStringLiteral("Manifest"), QStringLiteral("it cannot be written"));
@@ -154,13 +154,13 @@ int intake(const QStringList &arguments)
     if (arguments.isEmpty()) {
         job = machinesImages();
     } else if (arguments.size() == 2 && FileUtils::isFolder(arguments.at(0))) {
-        job.library = arguments.at(1);
-        if (!FileUtils::makeFolder(job.library)) {
+        job.destination = arguments.at(1);
+        if (!FileUtils::makeFolder(job.destination)) {
             std::fprintf(
-                stderr, "%s is no folder and cannot be made one\n", qUtf8Printable(job.library));
+                stderr, "%s is no folder and cannot be made one\n", qUtf8Printable(job.destination));
             return 1;
         }
-        job.files = filesOf(arguments.at(0), job.library);
+        job.files = filesOf(arguments.at(0), job.destination);
     } else {
         std::fputs("usage: asset_intake SOURCE LIBRARY (SOURCE is a folder)\n", stderr);
         return 2;
@@ -170,7 +170,7 @@ int intake(const QStringList &arguments)
         showFailingCall();
         return good ? 0 : 1;
     } catch (const Exception::BaseException &failure) {
-        std::fprintf(stderr, "%s: the library cannot be used: %s\n", qUtf8Printable(job.library),
+        std::fprintf(stderr, "%s: the library cannot be used: %s\n", qUtf8Printable(job.destination),
             failure.what());
         return 1;
     }

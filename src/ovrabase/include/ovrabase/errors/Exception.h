@@ -21,8 +21,7 @@
 namespace Vyn::Exception {
 
 /// The root of the tree: a message that traces may be written over.
-class OVRABASE_EXPORT BaseException : public std::exception
-{
+class OVRABASE_EXPORT BaseException : public std::exception {
 public:
     /// Takes \a message as it is; text for other software is UTF-8.
     explicit BaseException(const std::string &message);
@@ -54,8 +53,7 @@ private:
 };
 
 /// A fault of the program itself.
-class OVRABASE_EXPORT InternalException : public BaseException
-{
+class OVRABASE_EXPORT InternalException : public BaseException {
 public:
     using BaseException::BaseException;
     InternalException(const InternalException &) = default;
@@ -66,10 +64,10 @@ public:
 };
 
 /// A file, folder, drive or network resource that did not do what was asked of it.
-class OVRABASE_EXPORT IOException : public BaseException
-{
+class OVRABASE_EXPORT IOException : public BaseException {
 public:
-    /// \a subject names what failed: a path, a drive or a network resource. It is no part of what().
+    /// \a subject names what failed: a path, a drive or a network resource. It is no part of
+    /// what().
     IOException(const std::string &message, QString subject);
     IOException(const QString &message, QString subject);
     IOException(const char *message, QString subject);
@@ -87,8 +85,7 @@ private:
 };
 
 /// An argument that a function cannot work with.
-class OVRABASE_EXPORT ParameterException : public BaseException
-{
+class OVRABASE_EXPORT ParameterException : public BaseException {
 public:
     using BaseException::BaseException;
     ParameterException(const ParameterException &) = default;
@@ -100,8 +97,7 @@ public:
 
 /// Failure number N of its Category; each concrete class below derives from one instance.
 template<unsigned int N, class Category>
-class Exception : public Category
-{
+class Exception : public Category {
 public:
     using Category::Category;
     Exception(const Exception &) = default;
@@ -133,136 +129,119 @@ extern template class OVRABASE_EXPORT Exception<0, ParameterException>;
 extern template class OVRABASE_EXPORT Exception<1, ParameterException>;
 
 /// Code that contradicts itself.
-class OVRABASE_EXPORT LogicErrorException : public Exception<0, InternalException>
-{
+class OVRABASE_EXPORT LogicErrorException : public Exception<0, InternalException> {
 public:
     using Exception::Exception;
     ~LogicErrorException() override;
 };
 
 /// A condition that only shows while running.
-class OVRABASE_EXPORT RuntimeErrorException : public Exception<1, InternalException>
-{
+class OVRABASE_EXPORT RuntimeErrorException : public Exception<1, InternalException> {
 public:
     using Exception::Exception;
     ~RuntimeErrorException() override;
 };
 
 /// A value outside the domain of a computation.
-class OVRABASE_EXPORT DomainErrorException : public Exception<2, InternalException>
-{
+class OVRABASE_EXPORT DomainErrorException : public Exception<2, InternalException> {
 public:
     using Exception::Exception;
     ~DomainErrorException() override;
 };
 
 /// A file that cannot be opened.
-class OVRABASE_EXPORT FileOpenException : public Exception<0, IOException>
-{
+class OVRABASE_EXPORT FileOpenException : public Exception<0, IOException> {
 public:
     using Exception::Exception;
     ~FileOpenException() override;
 };
 
 /// A file that opens but cannot be read.
-class OVRABASE_EXPORT FileReadingException : public Exception<1, IOException>
-{
+class OVRABASE_EXPORT FileReadingException : public Exception<1, IOException> {
 public:
     using Exception::Exception;
     ~FileReadingException() override;
 };
 
 /// A file that cannot be written.
-class OVRABASE_EXPORT FileWritingException : public Exception<2, IOException>
-{
+class OVRABASE_EXPORT FileWritingException : public Exception<2, IOException> {
 public:
     using Exception::Exception;
     ~FileWritingException() override;
 };
 
 /// A file that cannot be copied.
-class OVRABASE_EXPORT FileCopyException : public Exception<3, IOException>
-{
+class OVRABASE_EXPORT FileCopyException : public Exception<3, IOException> {
 public:
     using Exception::Exception;
     ~FileCopyException() override;
 };
 
 /// A file whose content is not of the expected format.
-class OVRABASE_EXPORT FileFormatException : public Exception<4, IOException>
-{
+class OVRABASE_EXPORT FileFormatException : public Exception<4, IOException> {
 public:
     using Exception::Exception;
     ~FileFormatException() override;
 };
 
 /// A file that cannot be removed.
-class OVRABASE_EXPORT FileDeletionException : public Exception<5, IOException>
-{
+class OVRABASE_EXPORT FileDeletionException : public Exception<5, IOException> {
 public:
     using Exception::Exception;
     ~FileDeletionException() override;
 };
 
 /// A folder that cannot be made.
-class OVRABASE_EXPORT FolderCreationException : public Exception<6, IOException>
-{
+class OVRABASE_EXPORT FolderCreationException : public Exception<6, IOException> {
 public:
     using Exception::Exception;
     ~FolderCreationException() override;
 };
 
 /// A folder that does not exist.
-class OVRABASE_EXPORT FolderNotFoundException : public Exception<7, IOException>
-{
+class OVRABASE_EXPORT FolderNotFoundException : public Exception<7, IOException> {
 public:
     using Exception::Exception;
     ~FolderNotFoundException() override;
 };
 
 /// A folder that cannot be removed, or not with all its content.
-class OVRABASE_EXPORT FolderDeletionException : public Exception<8, IOException>
-{
+class OVRABASE_EXPORT FolderDeletionException : public Exception<8, IOException> {
 public:
     using Exception::Exception;
     ~FolderDeletionException() override;
 };
 
 /// A drive that cannot be mounted.
-class OVRABASE_EXPORT DriveMountException : public Exception<9, IOException>
-{
+class OVRABASE_EXPORT DriveMountException : public Exception<9, IOException> {
 public:
     using Exception::Exception;
     ~DriveMountException() override;
 };
 
 /// A drive that cannot be unmounted or ejected.
-class OVRABASE_EXPORT DriveUnmountException : public Exception<10, IOException>
-{
+class OVRABASE_EXPORT DriveUnmountException : public Exception<10, IOException> {
 public:
     using Exception::Exception;
     ~DriveUnmountException() override;
 };
 
 /// A network resource that cannot be reached.
-class OVRABASE_EXPORT NetworkConnectionException : public Exception<11, IOException>
-{
+class OVRABASE_EXPORT NetworkConnectionException : public Exception<11, IOException> {
 public:
     using Exception::Exception;
     ~NetworkConnectionException() override;
 };
 
 /// A null where an object is needed.
-class OVRABASE_EXPORT NullParameterException : public Exception<0, ParameterException>
-{
+class OVRABASE_EXPORT NullParameterException : public Exception<0, ParameterException> {
 public:
     using Exception::Exception;
     ~NullParameterException() override;
 };
 
 /// An argument that has no meaning for the function.
-class OVRABASE_EXPORT InvalidArgumentException : public Exception<1, ParameterException>
-{
+class OVRABASE_EXPORT InvalidArgumentException : public Exception<1, ParameterException> {
 public:
     using Exception::Exception;
     ~InvalidArgumentException() override;
