@@ -128,12 +128,12 @@ private:
                                        : QStringLiteral("new, as %1").arg(name);
     }
 
-    /// Whether the content of \a asset may go to its backup: nobody else means it, and the backup
-    /// takes the place of no other asset.
+    /// Whether the content of \a asset may go to its backup: nobody else means it, and nothing is
+    /// in the place of the backup.
     bool mayReplace(const Asset &asset) const
     {
         return asset.duplicates.isEmpty() &&
-               !mManifest.hasName(asset.name + QStringLiteral(".bak"));
+               !FileUtils::exists(QDir(mLibrary).filePath(asset.name + QStringLiteral(".bak")));
     }
 
     QString mLibrary;

@@ -11,6 +11,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSaveFile>
 
 using Vyn::OvraBase::FileUtils;
 
@@ -67,13 +68,9 @@ bool Manifest::save() const
     for (const Asset &asset : mAssets) {
         assets.append(toJson(asset));
     }
-    // Never a half-written manifest: it is replaced when the new one is whole.
-    const QString whole = path() + QStringLiteral(".new");
-    const bool saved =
-        FileUtils::saveTextToFile(QString::fromUtf8(QJsonDocument(assets).toJson()), whole) &&
-        FileUtils::copyWithBackup(whole, path());
-    FileUtils::removeFileIfItExists(whole);
-    return saved;
+    QSaveFile file(path()); // never a half-written manifest
+    return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(assets).toJson()) >= 0 &&
+           file.commit();
 }
 
 QString Manifest::path() const
@@ -98,7 +95,6 @@ void Manifest::add(const Asset &asset)
     Asset *const added = &mAssets.back();
     mByHash.insert(added->hash, added);
     mBySource.insert(added->source, added);
-    mByName.insert(added->name, added);
 }
 
 void Manifest::addDuplicate(Asset &asset, const QString &source)

@@ -31,7 +31,6 @@ public:
 
     Asset *withContent(const QString &hash, qint64 size);
     Asset *fromSource(const QString &source);
-    bool hasName(const QString &name) const { return mByName.contains(name); }
 
     void add(const Asset &asset);
     void addDuplicate(Asset &asset, const QString &source);
@@ -45,5 +44,4 @@ private:
     std::deque<Asset> mAssets; // addresses stay
     QHash<QString, Asset *> mByHash;
     QHash<QString, Asset *> mBySource;
-    QHash<QString, Asset *> mByName;
 };

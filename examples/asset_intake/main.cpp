@@ -156,8 +156,8 @@ int intake(const QStringList &arguments)
     } else if (arguments.size() == 2 && FileUtils::isFolder(arguments.at(0))) {
         job.destination = arguments.at(1);
         if (!FileUtils::makeFolder(job.destination)) {
-            std::fprintf(
-                stderr, "%s is no folder and cannot be made one\n", qUtf8Printable(job.destination));
+            std::fprintf(stderr, "%s is no folder and cannot be made one\n",
+                qUtf8Printable(job.destination));
             return 1;
         }
         job.files = filesOf(arguments.at(0), job.destination);
@@ -170,8 +170,8 @@ int intake(const QStringList &arguments)
         showFailingCall();
         return good ? 0 : 1;
     } catch (const Exception::BaseException &failure) {
-        std::fprintf(stderr, "%s: the library cannot be used: %s\n", qUtf8Printable(job.destination),
-            failure.what());
+        std::fprintf(stderr, "%s: the library cannot be used: %s\n",
+            qUtf8Printable(job.destination), failure.what());
         return 1;
     }
 }
