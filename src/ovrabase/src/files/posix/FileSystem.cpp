@@ -10,9 +10,9 @@
 
 namespace Vyn::OvraBase::platform {
 
-NtfsPermissionLookup::NtfsPermissionLookup() = default;
+NtfsPermissionLookup::NtfsPermissionLookup() {}
 
-NtfsPermissionLookup::~NtfsPermissionLookup() = default;
+NtfsPermissionLookup::~NtfsPermissionLookup() {}
 
 void hideFile(const QString & /*path*/) {}
 
