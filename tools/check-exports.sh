@@ -19,7 +19,7 @@ list_exports() {
             <("$mingw-nm" --defined-only "$library") \
             <("$mingw-objdump" -p "$library" | sed -n '/^\[Ordinal\/Name Pointer\]/,/^$/s/^\t\[.*\] *//p')
         ;;
-    *) nm --dynamic --defined-only "$library" | awk '{ print $(NF - 1), $NF }' ;;
+    *) nm --dynamic --defined-only --extern-only "$library" | awk '{ print $(NF - 1), $NF }' ;;
     esac
 }
 
