@@ -10,7 +10,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QResource>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
@@ -33,26 +32,6 @@ TEST(Identity, NamesTheProductAndItsVersion)
     EXPECT_EQ(getSharedLibraryExtension(), QStringLiteral(".dll"));
 }
 
-/// Sets or unsets an environment variable for as long as it lives.
-class Environment {
-public:
-    Environment(const char *name, const char *value)
-        : mName(name)
-        , mBefore(qgetenv(name))
-        , mWasSet(qEnvironmentVariableIsSet(name))
-    {
-        value ? qputenv(name, value) : qunsetenv(name);
-    }
-    ~Environment() { mWasSet ? qputenv(mName, mBefore) : qunsetenv(mName); }
-    Environment(const Environment &) = delete;
-    Environment &operator=(const Environment &) = delete;
-
-private:
-    const char *mName;
-    QByteArray mBefore;
-    bool mWasSet;
-};
-
 TEST(Identity, TakesTheUserFromTheFirstVariableThatIsNotEmpty)
 {
     const struct {
@@ -61,9 +40,12 @@ TEST(Identity, TakesTheUserFromTheFirstVariableThatIsNotEmpty)
         const char *expected;
     } rows[] = {{"ada", "bob", "ada"}, {"", "bob", "bob"}, {nullptr, "bob", "bob"},
         {nullptr, nullptr, ""}, {"j\xc3\xb6rg", nullptr, "j\xc3\xb6rg"}};
+    const auto set = [](const char *name, const char *value) {
+        value ? qputenv(name, value) : qunsetenv(name);
+    };
     for (const auto &row : rows) {
-        const Environment user("USER", row.user);
-        const Environment username("USERNAME", row.username);
+        set("USER", row.user);
+        set("USERNAME", row.username);
         EXPECT_EQ(getCurrentUserName(), QString::fromLocal8Bit(row.expected));
     }
 }
@@ -71,11 +53,6 @@ TEST(Identity, TakesTheUserFromTheFirstVariableThatIsNotEmpty)
 QString besideTheTests(const QString &fileName)
 {
     return QDir(QCoreApplication::applicationDirPath()).filePath(fileName);
-}
-
-QString pluginFile()
-{
-    return besideTheTests(QStringLiteral("ovrabaseTestPlugin.dll.6.0"));
 }
 
 TEST(SharedLibrary, IsFoundBesideTheApplicationByTheFirstTwoPartsOfItsName)
@@ -97,29 +74,27 @@ TEST(SharedLibrary, IsFoundBesideTheApplicationByTheFirstTwoPartsOfItsName)
 
 TEST(SharedLibrary, ThatIsMissingIsLogged)
 {
-    const QTemporaryDir elsewhere;
-    const QString copy = elsewhere.filePath(QStringLiteral("ovrabaseElsewhere.dll"));
-    ASSERT_TRUE(QFile::copy(pluginFile(), copy));
     const RecordedLog log;
-    EXPECT_EQ(loadSharedLibrary(copy), nullptr) << "only the application's folder counts";
+    EXPECT_EQ(loadSharedLibrary(QStringLiteral(TEST_RESOURCES)), nullptr)
+        << "only the application's folder counts";
     EXPECT_THAT(log.records(),
         ElementsAre(Record{2, "Debug: base.cpp:92 Vyn::OvraBase::loadSharedLibrary()",
-            "Failed to retrieve dynamic library: " + copy.toStdString()}));
+            "Failed to retrieve dynamic library: " TEST_RESOURCES}));
 }
 
-/// A file of the tests' own that goes when this object does.
-class OwnFile {
+/// A copy of a file that goes when this object does, whole or only its beginning.
+class Copy {
 public:
-    OwnFile(const QString &path, const QByteArray &content)
+    Copy(const QString &source, const QString &path, qint64 size = -1)
         : mFile(path)
     {
         EXPECT_TRUE(QFileInfo(path).dir().mkpath(QStringLiteral(".")));
-        EXPECT_TRUE(mFile.open(QIODevice::WriteOnly) && mFile.write(content) == content.size());
-        mFile.close();
+        mFile.remove(); // what a killed run left
+        EXPECT_TRUE(QFile::copy(source, path) && (size < 0 || mFile.resize(size)));
     }
-    ~OwnFile() { mFile.remove(); }
-    OwnFile(const OwnFile &) = delete;
-    OwnFile &operator=(const OwnFile &) = delete;
+    ~Copy() { mFile.remove(); }
+    Copy(const Copy &) = delete;
+    Copy &operator=(const Copy &) = delete;
 
 private:
     QFile mFile;
@@ -127,87 +102,73 @@ private:
 
 TEST(SharedLibrary, IsTheFirstMatchAndARefusedOneIsNotLogged)
 {
-    const OwnFile damaged(besideTheTests(QStringLiteral("ovrabaseTwice.dll.5")), "no library");
-    const QString sound = besideTheTests(QStringLiteral("ovrabaseTwice.dll.6"));
-    ASSERT_TRUE(QFile::copy(pluginFile(), sound));
+    const QString plugin = besideTheTests(QStringLiteral("ovrabaseTestPlugin.dll.6.0"));
+    const Copy damaged(
+        QStringLiteral(TEST_RESOURCES), besideTheTests(QStringLiteral("ovrabaseTwice.dll.5")));
+    const Copy sound(plugin, besideTheTests(QStringLiteral("ovrabaseTwice.dll.6")));
     const RecordedLog log;
     EXPECT_EQ(loadSharedLibrary(QStringLiteral("ovrabaseTwice.dll")), nullptr);
     EXPECT_EQ(loadSharedLibrary(QString()), nullptr) << "the first entry is the folder itself";
     EXPECT_THAT(log.records(), IsEmpty());
-    EXPECT_TRUE(QFile::remove(sound));
 }
 
-class ExternalResource : public testing::Test {
-protected:
-    static constexpr char kName[] = "ovrabaseTest.rcc";
-
-    ExternalResource()
-    {
-        QFile file(QStringLiteral(TEST_RESOURCES));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        good = file.readAll();
-        EXPECT_FALSE(good.isEmpty());
-    }
-
-    static Record bound(int line, const std::string &outcome)
-    {
-        return {0,
-            "Debug: base.cpp:" + std::to_string(line) +
-                " Vyn::OvraBase::registerExternalResource()",
-            "External resource " + std::string(kName) + " bound from " + outcome};
-    }
-
-    static bool contentIsThere()
-    {
-        return QFile::exists(QStringLiteral(":/ovrabase-test/resources.qrc"));
-    }
-
-    const QString name = QString::fromLatin1(kName);
-    const QString developed = QDir(QStringLiteral(TEST_DEV_RESOURCE_DIR)).filePath(name);
-    const QString installed = besideTheTests(QStringLiteral("Resources/") + name);
-    QByteArray good;
-    RecordedLog log;
-};
-
-TEST_F(ExternalResource, OfTheInstallationIsBound)
+Record resourceRecord(int level, int line, const std::string &message)
 {
-    const OwnFile file(installed, good);
-    EXPECT_FALSE(contentIsThere());
-    EXPECT_TRUE(registerExternalResource(name));
-    EXPECT_TRUE(contentIsThere());
-    EXPECT_TRUE(QResource::unregisterResource(installed));
-    EXPECT_THAT(log.records(), ElementsAre(bound(162, "installed file: true")));
+    return {level,
+        "Debug: base.cpp:" + std::to_string(line) + " Vyn::OvraBase::registerExternalResource()",
+        message};
 }
 
-TEST_F(ExternalResource, OfTheDevelopmentTreeShadowsTheInstalledOneEvenWhenDamaged)
+bool contentIsThere()
 {
-    const OwnFile shadowed(installed, good);
+    return QFile::exists(QStringLiteral(":/ovrabase-test/resources.qrc"));
+}
+
+TEST(ExternalResource, OfTheDevelopmentTreeShadowsTheInstalledOneEvenWhenDamaged)
+{
+    const QString source = QStringLiteral(TEST_RESOURCES);
+    const QString name = QStringLiteral("ovrabaseTest.rcc");
+    const QString developed = QStringLiteral(TEST_DEV_RESOURCE_DIR "/") + name;
+    const std::string message = "External resource ovrabaseTest.rcc bound from dev environment: ";
+    const RecordedLog log;
+    const Copy shadowed(source, besideTheTests(QStringLiteral("Resources/") + name));
     {
-        const OwnFile file(developed, good);
+        const Copy good(source, developed);
         EXPECT_TRUE(registerExternalResource(name));
         EXPECT_TRUE(QResource::unregisterResource(developed));
     }
-    const OwnFile damaged(developed, good.left(10));
+    const Copy damaged(source, developed, 10);
     EXPECT_FALSE(registerExternalResource(name));
     EXPECT_FALSE(contentIsThere());
-    EXPECT_THAT(log.records(),
-        ElementsAre(bound(157, "dev environment: true"), bound(157, "dev environment: false")));
+    EXPECT_THAT(log.records(), ElementsAre(resourceRecord(0, 157, message + "true"),
+                                   resourceRecord(0, 157, message + "false")));
 }
 
-TEST_F(ExternalResource, ThatIsMissingDoesNotStopAList)
+TEST(ExternalResource, ThatIsMissingDoesNotStopAList)
 {
+    const QString name = QStringLiteral("ovrabaseTest.rcc");
+    const QString folder = besideTheTests(QStringLiteral("Resources"));
+    const QString installed = folder + QLatin1Char('/') + name;
+    const RecordedLog log;
     EXPECT_TRUE(registerExternalResource(std::vector<QString>()));
-    const OwnFile file(installed, good);
-    EXPECT_FALSE(registerExternalResource({QStringLiteral("none.rcc"), name}));
-    EXPECT_TRUE(QResource::unregisterResource(installed));
-    EXPECT_TRUE(registerExternalResource(std::vector<QString>{name}));
-    EXPECT_TRUE(QResource::unregisterResource(installed));
+    const Copy file(QStringLiteral(TEST_RESOURCES), installed);
+    for (const bool complete : {false, true}) {
+        EXPECT_FALSE(contentIsThere());
+        const QString first = complete ? name : QStringLiteral("none.rcc");
+        EXPECT_EQ(registerExternalResource({first, name}), complete);
+        EXPECT_TRUE(contentIsThere());
+        while (QResource::unregisterResource(installed)) {
+        }
+    }
 
-    const auto folder = QFileInfo(installed).path().toStdString();
-    EXPECT_EQ(log.records().at(0),
-        (Record{1, "Debug: base.cpp:166 Vyn::OvraBase::registerExternalResource()",
-            "Resource file none.rcc not found in directories " TEST_DEV_RESOURCE_DIR " and " +
-                folder}));
+    const Record bound = resourceRecord(
+        0, 162, "External resource ovrabaseTest.rcc bound from installed file: true");
+    EXPECT_THAT(log.records(),
+        ElementsAre(
+            resourceRecord(1, 166,
+                "Resource file none.rcc not found in directories " TEST_DEV_RESOURCE_DIR " and " +
+                    folder.toStdString()),
+            bound, bound, bound));
 }
 
 } // namespace

@@ -17,6 +17,7 @@
 #include <memory>
 #include <thread>
 #include <typeinfo>
+#include <utility>
 #include <vector>
 
 namespace Vyn {
@@ -27,24 +28,19 @@ using Test::RecordedLog;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Writes down on which thread it dies.
-class Model : public QObject {
-public:
-    explicit Model(std::vector<QThread *> &deaths, QObject *parent = nullptr)
-        : QObject(parent)
-        , mDeaths(deaths)
-    {
-    }
-    ~Model() override { mDeaths.push_back(QThread::currentThread()); }
+/// The threads on which models died since the events were turned last.
+std::vector<QThread *> gDeaths;
 
-private:
-    std::vector<QThread *> &mDeaths;
+struct Model : QObject {
+    using QObject::QObject;
+    ~Model() override { gDeaths.push_back(QThread::currentThread()); }
 };
 
-void turnEvents()
+std::vector<QThread *> deathsWhenEventsTurn()
 {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return std::exchange(gDeaths, {});
 }
 
 void run(bool onWorker, const std::function<void()> &work)
@@ -52,37 +48,26 @@ void run(bool onWorker, const std::function<void()> &work)
     onWorker ? std::thread(work).join() : work();
 }
 
-TEST(QObjectDeleteLater, IgnoresNull)
-{
-    const RecordedLog log;
-    QObjectDeleteLater()(nullptr);
-    EXPECT_THAT(log.records(), IsEmpty());
-}
-
 TEST(QObjectDeleteLater, LetsEachObjectDieOnceOnTheMainThread)
 {
-    QThread *main = QThread::currentThread();
     for (const bool madeByWorker : {false, true}) {
         for (const bool droppedByWorker : {false, true}) {
-            std::vector<QThread *> deaths;
             std::shared_ptr<QObject> shared;
-            run(madeByWorker, [&] { shared.reset(new Model(deaths), QObjectDeleteLater()); });
+            run(madeByWorker, [&] { shared.reset(new Model, QObjectDeleteLater()); });
             run(droppedByWorker, [&] { shared.reset(); });
-            EXPECT_THAT(deaths, IsEmpty()) << "not before the event loop turns";
-            turnEvents();
-            EXPECT_THAT(deaths, ElementsAre(main));
+            EXPECT_THAT(gDeaths, IsEmpty()) << "not before the event loop turns";
+            EXPECT_THAT(deathsWhenEventsTurn(), ElementsAre(QThread::currentThread()));
         }
     }
 }
 
-TEST(QObjectDeleteLater, DeletesAParentedObjectAllTheSameAndSaysSo)
+TEST(QObjectDeleteLater, IgnoresNullAndDeletesAParentedObjectButSaysSo)
 {
     const RecordedLog log;
     QObject parent;
-    std::vector<QThread *> deaths;
-    QObjectDeleteLater()(new Model(deaths, &parent));
-    turnEvents();
-    EXPECT_EQ(deaths.size(), 1U);
+    QObjectDeleteLater()(nullptr);
+    QObjectDeleteLater()(new Model(&parent));
+    EXPECT_THAT(deathsWhenEventsTurn(), testing::SizeIs(1));
     EXPECT_THAT(log.records(),
         ElementsAre(Record{2, "Debug: memory.cpp:30 Vyn::QObjectDeleteLater::operator ()()",
             std::string("Risk of double delete on a shared QObject of type ") +

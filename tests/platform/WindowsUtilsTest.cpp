@@ -10,7 +10,6 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,13 +20,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 
-TEST(DeviceInfo, PrintsEveryFieldEmptyOrNot)
+TEST(DeviceInfo, PrintsEveryField)
 {
     DeviceInfo device;
-    EXPECT_EQ(device.toString().toStdString(),
-        "PDO: <>\nInstance ID: <>\nDevice class: <>\nName: <>\nDescription: <>\n"
-        "Manufacturer: <>\nService: <>\nParent Instance ID: <>\nAddress: 0");
-
     device.pdo = QStringLiteral("pdo %2"); // placeholders in a value are text
     device.instanceId = QStringLiteral("id");
     device.deviceClass = QStringLiteral("class");
@@ -45,25 +40,15 @@ TEST(DeviceInfo, PrintsEveryFieldEmptyOrNot)
 
 TEST(USBInfo, AddsItsChildrenAndItsNumberWhenKnown)
 {
-    struct Row {
-        std::vector<QString> children;
-        std::int32_t number;
-        std::string ending;
-    };
-    const Row rows[] = {
-        {{}, 0, "\nAddress: 4\n0 children"},
-        {{}, 1, "\nAddress: 4\n0 children\nUSB1"},
-        {{QStringLiteral("a"), QStringLiteral("b")}, 0, "\nAddress: 4\n2 children"},
-        {{QStringLiteral("a")}, 3, "\nAddress: 4\n1 children\nUSB3"},
-    };
-    for (const Row &row : rows) {
-        USBInfo device;
-        device.address = 4;
-        device.children = row.children;
-        device.usbNumber = row.number;
-        const DeviceInfo &base = device;
-        EXPECT_THAT(base.toString().toStdString(), testing::EndsWith(row.ending));
-    }
+    USBInfo device;
+    const DeviceInfo &base = device;
+    const std::string fields =
+        "PDO: <>\nInstance ID: <>\nDevice class: <>\nName: <>\nDescription: <>\n"
+        "Manufacturer: <>\nService: <>\nParent Instance ID: <>\nAddress: 0";
+    EXPECT_EQ(base.toString().toStdString(), fields + "\n0 children");
+    device.children.resize(2);
+    device.usbNumber = 3;
+    EXPECT_EQ(base.toString().toStdString(), fields + "\n2 children\nUSB3");
 }
 
 /// Walks over \a answers, one for each index, the last for every index behind them; returns the
@@ -85,52 +70,39 @@ TEST(DeviceWalk, SkipsAFailingIndexAndEndsWhereThereAreNoMore)
 {
     constexpr std::uint32_t kBroken = 31;
     EXPECT_THAT(visited({kNoMoreDevices}), IsEmpty());
-    EXPECT_THAT(visited({0, 0, kNoMoreDevices}), ElementsAre(0U, 1U));
     EXPECT_THAT(visited({kBroken, 0, kBroken, kBroken, 0, kNoMoreDevices}), ElementsAre(1U, 4U));
     EXPECT_THAT(visited({0, kNoMoreDevices, 0}), ElementsAre(0U));
-}
-
-TEST(DeviceWalk, EndsWhenNothingButFailuresFollow)
-{
-    constexpr std::uint32_t kBroken = 31;
-    EXPECT_THAT(visited({kBroken}), IsEmpty());
+    EXPECT_THAT(visited({kBroken}), IsEmpty()) << "nothing but failures";
 
     // The gap counts anew behind each device.
-    std::vector<std::uint32_t> answers(kLongestGap - 1, kBroken);
-    answers.push_back(0);
-    answers.insert(answers.end(), kLongestGap - 1, kBroken);
-    answers.push_back(0);
-    answers.push_back(kBroken);
+    std::vector<std::uint32_t> answers(2 * kLongestGap + 1, kBroken);
+    answers[kLongestGap - 1] = answers[2 * kLongestGap - 1] = 0;
     EXPECT_THAT(visited(answers), ElementsAre(kLongestGap - 1, 2 * kLongestGap - 1));
 }
 
-/// A letter that has no volume, and characters that are no letters.
-class EjectUsbDrive : public testing::TestWithParam<char> {};
-
-TEST_P(EjectUsbDrive, FailsAtTheOpenWithoutAVolume)
+TEST(EjectUsbDrive, FailsAtTheOpenWithoutAVolume)
 {
     constexpr std::uint32_t kMissingFile = 2; // ERROR_FILE_NOT_FOUND and ENOENT
     const std::string message = "Failed to open device: " + errorMessage(kMissingFile);
-    const std::string path = std::string("\\\\.\\") + GetParam() + ':';
     Vyn::Test::RecordedLog log;
-
-    try {
-        ejectUsbDrive(GetParam());
-        FAIL() << "ejected " << path;
-    } catch (const Vyn::Exception::DriveUnmountException &exception) {
-        EXPECT_EQ(exception.what(), message);
-        EXPECT_EQ(exception.subject().toStdString(), path);
+    for (const char letter : {'Q', 'q', '1', '~'}) {
+        try {
+            ejectUsbDrive(letter);
+            ADD_FAILURE() << "ejected " << letter;
+        } catch (const Vyn::Exception::DriveUnmountException &exception) {
+            EXPECT_EQ(exception.what(), message);
+            EXPECT_EQ(exception.subject().toStdString(), std::string("\\\\.\\") + letter + ':');
+        }
+        EXPECT_THAT(log.take(),
+            ElementsAre(Vyn::Test::Record{
+                2, "Debug: WindowsUtils.cpp:142 Vyn::OvraBase::ejectUsbDrive()", message}));
     }
-    EXPECT_THAT(
-        log.take(), ElementsAre(Vyn::Test::Record{
-                        2, "Debug: WindowsUtils.cpp:142 Vyn::OvraBase::ejectUsbDrive()", message}));
 }
-INSTANTIATE_TEST_SUITE_P(Letters, EjectUsbDrive, testing::Values('Q', 'q', '1', '~'));
 
 TEST(ErrorMessage, HasATextForEveryCode)
 {
     EXPECT_NE(errorMessage(2), errorMessage(5));
-    for (const std::uint32_t code : {0U, 1U, 2U, 0x7fffffffU, 0x80004005U, 0xffffffffU}) {
+    for (const std::uint32_t code : {0U, 0x7fffffffU, 0x80004005U, 0xffffffffU}) {
         EXPECT_THAT(errorMessage(code), Not(IsEmpty())) << code;
     }
     EXPECT_THAT(errorMessage(0x0dabbedaU), testing::HasSubstr(std::to_string(0x0dabbedaU)));

@@ -8,16 +8,16 @@
 #include <ovrabase/services/ServiceLocator.h>
 
 #include <QCoreApplication>
-#include <QMetaObject>
 #include <QString>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
-#include <array>
 #include <chrono>
 #include <future>
 #include <memory>
 #include <thread>
+#include <vector>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -27,27 +27,20 @@ using Test::Record;
 using Test::RecordedLog;
 using testing::ElementsAre;
 
-TEST(Future, WithoutAnOperationIsInvalid)
-{
-    for (const Vyn::future<void> &none :
-        {Vyn::future<void>(), Vyn::future<void>(Vyn::future<void>::backend_type())}) {
-        EXPECT_FALSE(none.valid());
-        EXPECT_FALSE(none.isReady());
-        none.await();
-        const auto copy = none;
-        EXPECT_FALSE(copy == none);
-    }
-}
-
 TEST(Future, KnowsItsOperationAndWhenItHasEnded)
 {
+    const Vyn::future<void> none{Vyn::future<void>::backend_type()};
+    EXPECT_FALSE(none.valid());
+    EXPECT_FALSE(none.isReady());
+    none.await();
+    EXPECT_FALSE(none == Vyn::future<void>(none));
+
     Operation good;
     Operation bad;
     const auto copy = good.future;
     EXPECT_TRUE(copy == good.future);
     EXPECT_FALSE(bad.future == good.future);
-    EXPECT_FALSE(Vyn::future<void>() == good.future);
-
+    EXPECT_FALSE(none == good.future);
     EXPECT_TRUE(copy.valid());
     EXPECT_FALSE(copy.isReady());
     good.finish();
@@ -108,21 +101,16 @@ TEST(DefaultAsyncRecovery, MayBeCalledByTheDelegateOfItsOwnRecord)
 TEST(DefaultAsyncRecovery, WaitsForNothingWhereNobodyRecovers)
 {
     Operation endless;
-    const auto destroyRegistry = [&] {
-        DefaultAsyncRecovery registry;
-        registry.registerRecoverable(1, endless.future, {});
-        registry.registerRecoverable(2, {}, {});
+    const auto destroyRegistryWith = [](const Vyn::future<void> &future) {
+        DefaultAsyncRecovery().registerRecoverable(1, future, {});
     };
-    destroyRegistry(); // no locator
+    destroyRegistryWith(endless.future); // no locator
     ServiceLocator::start();
-    destroyRegistry(); // no recovery service
+    destroyRegistryWith(endless.future); // no recovery service
     auto service = std::make_unique<DefaultAsyncRecovery>();
     service->registerRecoverable(1, endless.future, {});
     ServiceLocator::instance()->registerService(std::move(service));
-    {
-        DefaultAsyncRecovery registry;
-        registry.registerRecoverable(2, {}, {}); // no operation
-    }
+    destroyRegistryWith({}); // no operation
     ServiceLocator::stop();
     EXPECT_FALSE(endless.future.isReady());
     endless.finish();
@@ -130,8 +118,7 @@ TEST(DefaultAsyncRecovery, WaitsForNothingWhereNobodyRecovers)
 
 /// A registry of its own beside the recovery service of a started locator: this is the one that
 /// waits at its end.
-class WaitingRegistry : public testing::TestWithParam<bool> {
-protected:
+struct WaitingRegistry : testing::Test {
     WaitingRegistry()
     {
         ServiceLocator::start();
@@ -140,61 +127,51 @@ protected:
     }
     void TearDown() override { ServiceLocator::stop(); }
 
-    void end() { GetParam() ? operation.finish() : operation.fail(); }
-
     Operation operation;
     std::unique_ptr<DefaultAsyncRecovery> registry = std::make_unique<DefaultAsyncRecovery>();
 };
 
-TEST_P(WaitingRegistry, TurnsEventsOnTheMainThread)
+TEST_F(WaitingRegistry, TurnsEventsOnTheMainThread)
 {
-    // Only the event loop can end the operation.
-    DefaultAsyncRecovery *waiting = registry.get();
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(),
-        [this, waiting] {
-            waiting->unregisterRecoverable(1);
-            end();
-        },
-        Qt::QueuedConnection);
+    // Only the event loop can end the operation, and not at its first turn.
+    const auto end = [this, waiting = registry.get()] {
+        waiting->unregisterRecoverable(1);
+        operation.finish();
+    };
+    QTimer::singleShot(10, QCoreApplication::instance(), end);
     registry.reset();
     EXPECT_TRUE(operation.future.isReady());
 }
 
-TEST_P(WaitingRegistry, BlocksAnyOtherThread)
+TEST_F(WaitingRegistry, BlocksAnyOtherThreadUntilTheOperationFails)
 {
     auto destroyed = std::async(std::launch::async, [this] { registry.reset(); });
     EXPECT_EQ(destroyed.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
-    end();
+    operation.fail();
     destroyed.get();
 }
-
-INSTANTIATE_TEST_SUITE_P(Ends, WaitingRegistry, testing::Bool(),
-    [](const auto &row) { return row.param ? "Well" : "WithAnError"; });
 
 TEST(DefaultAsyncRecovery, ServesEightThreads)
 {
     constexpr std::size_t rounds = 100;
     DefaultAsyncRecovery registry;
-    std::array<std::thread, 8> threads;
-    for (std::size_t i = 0; i < threads.size(); ++i) {
-        threads[i] = std::thread([&registry, i] {
-            for (std::size_t round = 0; round < rounds; ++round) {
-                const std::size_t id = i * rounds + round;
-                const Operation operation;
-                registry.registerRecoverable(id, operation.future, QStringLiteral("x"));
-                EXPECT_GT(registry.registrySize(), 0U);
-                EXPECT_NE(registry.dumpRegistry(), "");
-                if (round % 2 == 0) {
-                    registry.unregisterRecoverable(id);
-                }
+    const auto work = [&registry](std::size_t first) {
+        for (std::size_t id = first; id < first + rounds; ++id) {
+            registry.registerRecoverable(id, Operation().future, QStringLiteral("x"));
+            EXPECT_GT(registry.registrySize(), 0U);
+            EXPECT_NE(registry.dumpRegistry(), "");
+            if (id % 2 == 1) {
+                registry.unregisterRecoverable(id);
             }
-        });
+        }
+    };
+    {
+        std::vector<std::jthread> threads;
+        for (std::size_t i = 0; i < 8; ++i) {
+            threads.emplace_back(work, i * rounds);
+        }
     }
-    for (std::thread &thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(registry.registrySize(), threads.size() * rounds / 2);
+    EXPECT_EQ(registry.registrySize(), 8 * rounds / 2);
 }
 
 } // namespace

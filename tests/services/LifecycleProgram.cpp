@@ -5,45 +5,33 @@
 // without stopping. It ends with 0 only if the service that is destroyed last says so.
 
 #include "services/Operation.h"
+#include "support/RecordedLog.h"
+#include "support/Require.h"
 
-#include <ovrabase/logging/GlobalLoggers.h>
-#include <ovrabase/logging/LogManager.h>
 #include <ovrabase/services/DefaultAsyncRecovery.h>
 #include <ovrabase/services/ServiceLocator.h>
 
 #include <QCoreApplication>
 #include <QString>
 
-#include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <utility>
 
 namespace {
 
 using namespace Vyn::OvraBase;
-
-void require(bool condition, const char *what)
-{
-    if (!condition) {
-        std::fprintf(stderr, "failed: %s\n", what);
-        std::fflush(stderr);
-        std::_Exit(1);
-    }
-}
+using Vyn::Test::require;
 
 struct BeforeMain {
     BeforeMain()
     {
+        ServiceLocator::stop();
         require(!ServiceLocator::started(), "no locator before start()");
         logger(Debug).error("early") << "dropped";
     }
 };
 const BeforeMain gBeforeMain;
-
-int gRecords = 0;
-
-struct Counting : Vyn::Core::Log::LogDelegate {
-    void log(int, const QString &, const QString &) override { ++gRecords; }
-};
 
 /// Logs and looks services up at its end, and holds an operation that never ends.
 struct Farewell : Service {
@@ -77,17 +65,16 @@ struct Farewell : Service {
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    require(gRecords == 0, "early records are dropped");
-    bindLoggers();
-    const Vyn::Core::Log::ScopedPushLogDelegate registration(std::make_shared<Counting>());
+    const Vyn::Test::RecordedLog log;
     static Vyn::Test::Operation endless;
 
     ServiceLocator::start();
-    auto &first = *ServiceLocator::instance();
-    first.registerService(std::make_unique<Farewell>(endless.future));
-    first.registerService(std::make_unique<DefaultAsyncRecovery>());
+    ServiceLocator::instance()->registerService(std::make_unique<Farewell>(endless.future));
+    ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>());
+    ServiceLocator::start();
+    require(ServiceLocator::instance()->service<Farewell>() != nullptr, "a second start is none");
     ServiceLocator::stop();
-    require(gRecords == 1, "a service may log at its end");
+    require(log.records().size() == 1, "early records are dropped, those of the end are not");
     ServiceLocator::stop();
 
     ServiceLocator::start();

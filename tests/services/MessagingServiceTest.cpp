@@ -23,16 +23,6 @@ struct Messages : MessagingService {
     std::string calls;
 };
 
-TEST(MuteScope, MutesForAsLongAsItLives)
-{
-    Messages messages;
-    {
-        const auto scope = messages.mute();
-        EXPECT_EQ(messages.calls, "+");
-    }
-    EXPECT_EQ(messages.calls, "+-");
-}
-
 TEST(MuteScope, HandsItsMuteOnWhenItIsMoved)
 {
     static_assert(!std::is_copy_constructible_v<MessagingService::MuteScope>);

@@ -16,8 +16,10 @@ namespace Vyn::Test {
 
 /// An operation that ends when the test says so.
 class Operation {
-public:
 #if OVRABASE_HAS_STLAB
+    stlab::packaged_task<bool> mTask;
+
+public:
     Operation()
     {
         auto [task, backend] = stlab::package<void(bool)>(stlab::immediate_executor, [](bool good) {
@@ -37,6 +39,9 @@ public:
         mTask(false);
     }
 #else
+    std::promise<void> mPromise;
+
+public:
     Operation()
         : future(mPromise.get_future().share())
     {
@@ -50,15 +55,6 @@ public:
         mPromise.set_exception(std::make_exception_ptr(std::runtime_error("failed")));
     }
 #endif
-
-private:
-#if OVRABASE_HAS_STLAB
-    stlab::packaged_task<bool> mTask;
-#else
-    std::promise<void> mPromise;
-#endif
-
-public:
     Vyn::future<void> future;
 };
 
