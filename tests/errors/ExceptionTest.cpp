@@ -54,13 +54,10 @@ TEST(Exception, ClassesAnswerTheirPlaceInTheirCategory)
         DriveMountException, DriveUnmountException, NetworkConnectionException>();
     Expected<ParameterException>::numberedFromZero<NullParameterException,
         InvalidArgumentException>();
-}
-
-TEST(Exception, ACategoryItselfIsNumberZero)
-{
-    Expected<IOException>::thrown<IOException>(0);
-    Expected<InternalException>::thrown<InternalException>(0);
-    Expected<ParameterException>::thrown<ParameterException>(0);
+    // A category itself is number zero.
+    Expected<IOException>::numberedFromZero<IOException>();
+    Expected<InternalException>::numberedFromZero<InternalException>();
+    Expected<ParameterException>::numberedFromZero<ParameterException>();
 }
 
 TEST(Exception, EveryMessageTypeGivesTheSameUtf8)
@@ -73,21 +70,14 @@ TEST(Exception, EveryMessageTypeGivesTheSameUtf8)
     EXPECT_THAT(BaseException(static_cast<const char *>(nullptr)).what(), StrEq(""));
 }
 
-struct TraceRow {
-    const char *message;
-    const char *trace;
-    const char *afterOne;
-    const char *afterTwo;
-};
-
 TEST(Exception, ATraceOverwritesTheMessageFromItsBeginning)
 {
-    for (const TraceRow &row : {
-             TraceRow{"abcdef", "X", " <Xdef", " <X <X"},
-             TraceRow{"abc", "longer", " <longer", " <longer <longer"},
-             TraceRow{"", "t", " <t", " <t <t"},
-             TraceRow{"abcdefgh", "", " <cdefgh", " < <efgh"},
-         }) {
+    const struct {
+        const char *message, *trace, *afterOne, *afterTwo;
+    } rows[] = {{"abcdef", "X", " <Xdef", " <X <X"},
+        {"abc", "longer", " <longer", " <longer <longer"}, {"", "t", " <t", " <t <t"},
+        {"abcdefgh", "", " <cdefgh", " < <efgh"}};
+    for (const auto &row : rows) {
         SCOPED_TRACE(row.message);
         BaseException exception(row.message);
         exception.addTrace(row.trace);
@@ -97,11 +87,10 @@ TEST(Exception, ATraceOverwritesTheMessageFromItsBeginning)
     }
 }
 
-TEST(Exception, ACopyIsTracedFromItsBeginningAgain)
+TEST(Exception, ACopyIsTracedFromItsBeginningAgainAndAMoveGoesOn)
 {
     BaseException original("abcdef");
     original.addTrace("X");
-
     BaseException copied(original);
     BaseException assigned("");
     assigned = original;
@@ -110,15 +99,7 @@ TEST(Exception, ACopyIsTracedFromItsBeginningAgain)
         copy->addTrace("Y");
         EXPECT_THAT(copy->what(), StrEq(" <Ydef"));
     }
-    original.addTrace("Z");
-    EXPECT_THAT(original.what(), StrEq(" <X <Z"));
-}
-
-TEST(Exception, AMoveGoesOnWhereTheSourceWas)
-{
-    BaseException source("abcdef");
-    source.addTrace("X");
-    BaseException moved(std::move(source));
+    BaseException moved(std::move(original));
     moved.addTrace("Z");
     EXPECT_THAT(moved.what(), StrEq(" <X <Z"));
 }

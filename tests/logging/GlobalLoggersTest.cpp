@@ -9,6 +9,7 @@
 #include <spdlog/spdlog.h>
 
 #include <string>
+#include <tuple>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -16,7 +17,6 @@ namespace {
 using Test::Record;
 using Test::RecordedLog;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 TEST(GlobalLoggersInstanciator, CountsItsInstancesAndCopies)
 {
@@ -37,33 +37,15 @@ TEST(GlobalLoggers, AreBoundWithTheirPrefixes)
     logger(UI).info("c") << "ui";
     logger(Support).warning("c") << "support";
     logger(Debug).error("c") << "debug";
-    logger(Service3).error("c") << "dropped";
-    EXPECT_THAT(
-        log.records(), ElementsAre(Record{0, "UI: c", "ui"}, Record{1, "Support: c", "support"},
-                           Record{2, "Debug: c", "debug"}));
-}
-
-TEST(GlobalLoggers, TheReservedOnesAreBoundByTheApplication)
-{
-    const RecordedLog log;
+    logger(Service9).error("c") << "dropped, the application binds the reserved ones";
     bindLogger(Service9, QStringLiteral("Nine: "));
     logger(Service9).info("c") << "x";
-    EXPECT_THAT(log.records(), ElementsAre(Record{0, "Nine: c", "x"}));
     (*GlobalLoggersInstanciator::loggers)[Service9].setDelegate({});
-    logger(Service9).info("c") << "x";
-    EXPECT_EQ(log.records().size(), 1U);
+    logger(Service9).info("c") << "dropped";
+    EXPECT_THAT(
+        log.records(), ElementsAre(Record{0, "UI: c", "ui"}, Record{1, "Support: c", "support"},
+                           Record{2, "Debug: c", "debug"}, Record{0, "Nine: c", "x"}));
 }
-
-TEST(GlobalLoggers, TheManagerIsTheOneManager)
-{
-    EXPECT_EQ(logManagerInstance(), Core::Log::LogManager::instance());
-}
-
-struct Level {
-    spdlog::level::level_enum spdlogLevel;
-    int level;
-    const char *line;
-};
 
 /// A logger of another module that writes to nothing but the bridge.
 spdlog::logger bridged(RecordedLog & /*bound*/)
@@ -77,44 +59,33 @@ TEST(SpdlogBridge, BringsEachRecordToDebug)
 {
     RecordedLog log;
     spdlog::logger core = bridged(log);
-    for (const Level &row : {
-             Level{spdlog::level::trace, 0, "58"},
-             Level{spdlog::level::debug, 0, "58"},
-             Level{spdlog::level::info, 0, "58"},
-             Level{spdlog::level::warn, 1, "62"},
-             Level{spdlog::level::err, 2, "67"},
-             Level{spdlog::level::critical, 2, "67"},
-             Level{spdlog::level::off, 0, "58"},
-         }) {
-        core.log(spdlog::source_loc("/some/dir/io.cpp", 12, "save"), row.spdlogLevel, "disk full");
+    namespace level = spdlog::level;
+    const std::tuple<level::level_enum, int, std::string> rows[] = {{level::trace, 0, "58"},
+        {level::debug, 0, "58"}, {level::info, 0, "58"}, {level::warn, 1, "62"},
+        {level::err, 2, "67"}, {level::critical, 2, "67"}, {level::off, 0, "58"}};
+    for (const auto &[spdlogLevel, shown, line] : rows) {
+        core.log(spdlog::source_loc("/some/dir/io.cpp", 12, "save"), spdlogLevel, "disk full");
         EXPECT_THAT(
-            log.take(), ElementsAre(Record{row.level,
-                            std::string("Debug: Logger.cpp:") + row.line +
+            log.take(), ElementsAre(Record{shown,
+                            "Debug: Logger.cpp:" + line +
                                 " Vyn::OvraBase::`anonymous-namespace'::LomaSink::sink_it_()",
                             "core [io.cpp:12 save()] disk full"}));
     }
 }
 
-TEST(SpdlogBridge, HangsOnTheDefaultLogger)
+TEST(SpdlogBridge, HangsOnTheDefaultLoggerAndLosesNothingWithoutASource)
 {
     RecordedLog log;
     spdlog::error("plain {} 尺", 1);
-    const std::vector<Record> records = log.take();
-    ASSERT_EQ(records.size(), 1U);
-    EXPECT_EQ(records[0].level, 2);
-    EXPECT_EQ(records[0].message, spdlog::default_logger()->name() + " [:0 ()] plain 1 尺");
-}
-
-TEST(SpdlogBridge, LosesNothingOfARecordWithoutASource)
-{
-    RecordedLog log;
     spdlog::logger core = bridged(log);
     core.log(spdlog::source_loc(nullptr, 3, nullptr), spdlog::level::info, "neither");
     core.log(spdlog::source_loc("a.cpp", 3, nullptr), spdlog::level::info, "no function");
     const std::vector<Record> records = log.take();
-    ASSERT_EQ(records.size(), 2U);
-    EXPECT_EQ(records[0].message, "core [:3 ()] neither");
-    EXPECT_EQ(records[1].message, "core [a.cpp:3 ()] no function");
+    ASSERT_EQ(records.size(), 3U);
+    EXPECT_EQ(records[0].level, 2);
+    EXPECT_EQ(records[0].message, spdlog::default_logger()->name() + " [:0 ()] plain 1 尺");
+    EXPECT_EQ(records[1].message, "core [:3 ()] neither");
+    EXPECT_EQ(records[2].message, "core [a.cpp:3 ()] no function");
 }
 
 } // namespace

@@ -17,36 +17,23 @@ namespace ctx {
 using Text = std::string;
 Text gSeen;
 
-Text freeFunction(int, std::function<int(char)>)
-{
-    return NAME_OF_THIS;
-}
+// clang-format off
+Text freeFunction(int, std::function<int(char)>) { return NAME_OF_THIS; }
 const std::vector<Text> &returnsReference()
 {
     static std::vector<Text> seen;
     seen = {NAME_OF_THIS};
     return seen;
 }
-void (*returnsFunction(int))(char)
-{
-    gSeen = NAME_OF_THIS;
-    return nullptr;
-}
+void (*returnsFunction(int))(char) { return gSeen = NAME_OF_THIS, nullptr; }
 int (&returnsArray(int))[3]
 {
     static int array[3];
-    gSeen = NAME_OF_THIS;
-    return array;
+    return gSeen = NAME_OF_THIS, array;
 }
-template<class T>
-Text functionTemplate(T)
-{
-    return NAME_OF_THIS;
-}
-[[gnu::abi_tag("tagged")]] Text taggedFunction()
-{
-    return NAME_OF_THIS;
-}
+template<class T> Text functionTemplate(T) { return NAME_OF_THIS; }
+[[gnu::abi_tag("tagged")]] Text taggedFunction() { return NAME_OF_THIS; }
+// clang-format on
 
 struct Widget {
     Widget() { gSeen = NAME_OF_THIS; }
@@ -60,21 +47,9 @@ struct Widget {
     Text operator->*(int) { return NAME_OF_THIS; }
     Text operator[](int) { return NAME_OF_THIS; }
     Text operator==(int) const { return NAME_OF_THIS; }
-    operator unsigned int() const
-    {
-        gSeen = NAME_OF_THIS;
-        return 1;
-    }
-    Widget &operator=(int)
-    {
-        gSeen = NAME_OF_THIS;
-        return *this;
-    }
-    int (Widget::*returnsMember(char))(long)
-    {
-        gSeen = NAME_OF_THIS;
-        return nullptr;
-    }
+    operator unsigned int() const { return gSeen = NAME_OF_THIS, 1; }
+    Widget &operator=(int) { return gSeen = NAME_OF_THIS, *this; }
+    int (Widget::*returnsMember(char))(long) { return gSeen = NAME_OF_THIS, nullptr; }
 };
 
 template<class T, class U = std::vector<T>>
@@ -82,17 +57,10 @@ struct Box {
     Text put(const U &) const { return NAME_OF_THIS; }
 };
 
-namespace {
-Text inUnnamed(int)
-{
-    return NAME_OF_THIS;
-}
-} // namespace
-
-Text inLambda(int)
-{
-    return [](char) { return NAME_OF_THIS; }('x');
-}
+// clang-format off
+namespace { Text inUnnamed(int) { return NAME_OF_THIS; } }
+Text inLambda(int) { return [](char) { return NAME_OF_THIS; }('x'); }
+// clang-format on
 
 Text operators(const char *symbol)
 {
@@ -104,21 +72,12 @@ Text operators(const char *symbol)
 namespace {
 
 using namespace ctx;
-using testing::AllOf;
-using testing::AnyOf;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::StartsWith;
+using namespace testing;
 
-TEST(LogContext, BeginsWithFileNameAndLine)
+TEST(LogContext, NamesFileLineAndFunctionsWithoutTheirTypes)
 {
-    const int line = __LINE__ + 1;
-    const std::string context = LOG_CONTEXT;
-    EXPECT_THAT(context, StartsWith("LogContextTest.cpp:" + std::to_string(line) + " "));
-}
-
-TEST(LogContext, NamesFunctionsWithoutTheirTypes)
-{
+    const std::string here = "LogContextTest.cpp:" + std::to_string(__LINE__ + 1) + " ";
+    EXPECT_THAT(LOG_CONTEXT, StartsWith(here));
     EXPECT_EQ(freeFunction(1, {}), "ctx::freeFunction()");
     EXPECT_EQ(returnsReference().front(), "ctx::returnsReference()");
     returnsFunction(1);
@@ -168,34 +127,27 @@ TEST(LogContext, SpellsTemplatesAndScopesAsTheCompilerDoes)
             AnyOf(HasSubstr("<lambda(char)>"), HasSubstr("operator()")), EndsWith("()")));
 }
 
-struct Spelling {
-    const char *signature;
-    const char *name;
-};
+using Spelling = std::pair<const char *, const char *>;
 
 // Texts of compilers that this build may not use; they come in as they are.
 TEST(LogContext, CutsTheNameOutOfAnyCompilersText)
 {
-    for (const Spelling &row : {
-             Spelling{"", ""},
-             Spelling{"main", "main"},
-             Spelling{"int main(int, char**)", "main"},
-             Spelling{"void (* ns::f(int))(char) [with T = int (&)[3]]", "ns::f"},
-             Spelling{"std::function<void (int)> ns::g(int (*)[3])", "ns::g"},
-             Spelling{"T *ns::Box<int>::operator int *() const [T = int]",
-                 "ns::Box<int>::operator int *"},
-             Spelling{"std::string ns::W::f() const::L::g(int) &&", "ns::W::f() const::L::g"},
-             Spelling{"auto ns::W::operator()(int) const::(anonymous class)::operator()() const",
-                 "ns::W::operator()(int) const::(anonymous class)::operator()"},
-             Spelling{"static void* ns::W::operator new(size_t)", "ns::W::operator new"},
-             Spelling{"bool ns::operator<(const ns::W&, const ns::W&)", "ns::operator<"},
-             Spelling{"void ns::cooperator(int)", "ns::cooperator"},
-             Spelling{"void ns::{anonymous}::f()::<lambda(int)> mutable",
-                 "ns::{anonymous}::f()::<lambda(int)>"},
-             Spelling{")", ")"},
-             Spelling{"((", "(("},
-         }) {
-        EXPECT_EQ(Vyn::Detail::qualifiedNameOf(row.signature), row.name) << row.signature;
+    for (const auto &[signature, name] :
+        {Spelling{"", ""}, Spelling{"main", "main"}, Spelling{"int main(int, char**)", "main"},
+            Spelling{"void (* ns::f(int))(char) [with T = int (&)[3]]", "ns::f"},
+            Spelling{"std::function<void (int)> ns::g(int (*)[3])", "ns::g"},
+            Spelling{"T *ns::Box<int>::operator int *() const [T = int]",
+                "ns::Box<int>::operator int *"},
+            Spelling{"std::string ns::W::f() const::L::g(int) &&", "ns::W::f() const::L::g"},
+            Spelling{"auto ns::W::operator()(int) const::(anonymous class)::operator()() const",
+                "ns::W::operator()(int) const::(anonymous class)::operator()"},
+            Spelling{"static void* ns::W::operator new(size_t)", "ns::W::operator new"},
+            Spelling{"bool ns::operator<(const ns::W&, const ns::W&)", "ns::operator<"},
+            Spelling{"void ns::cooperator(int)", "ns::cooperator"},
+            Spelling{"void ns::{anonymous}::f()::<lambda(int)> mutable",
+                "ns::{anonymous}::f()::<lambda(int)>"},
+            Spelling{")", ")"}, Spelling{"((", "(("}}) {
+        EXPECT_EQ(Vyn::Detail::qualifiedNameOf(signature), name) << signature;
     }
 }
 

@@ -3,6 +3,8 @@
 
 #include <ovrabase/text/StdUtils.h>
 
+#include <QByteArray>
+
 #include <gmock/gmock.h>
 
 #include <limits>
@@ -37,21 +39,12 @@ TEST(SubstituteInString, ReplacesKeysByTheirValues)
 {
     const std::map<std::string, std::string> values{{"name", "World"}, {"", "nothing"},
         {" name ", "spaced"}, {"a", "{{name}}"}, {"a{{b", "inner"}, {"{c", "brace"}};
-    const std::pair<const char *, const char *> rows[] = {
-        {"", ""},
-        {"no { keys } }} here", "no { keys } }} here"},
-        {"Hello {{name}}", "Hello World"},
-        {"Hello {{Name}}", "Hello "},
-        {"{{name}}{{name}}!", "WorldWorld!"},
-        {"{{}}", "nothing"},
-        {"{{ name }}", "spaced"},
-        {"{{a}}}", "{{name}}}"},
-        {"{{a{{b}}", "inner"},
-        {"{{{c}}", "brace"},
-        {"{{name}} {{name", "World {{name"},
-        {"}}{{name}}", "}}World"},
-        {"{{}", "{{}"},
-    };
+    const std::pair<const char *, const char *> rows[] = {{"", ""},
+        {"no { keys } }} here", "no { keys } }} here"}, {"Hello {{name}}", "Hello World"},
+        {"Hello {{Name}}", "Hello "}, {"{{name}}{{name}}!", "WorldWorld!"}, {"{{}}", "nothing"},
+        {"{{ name }}", "spaced"}, {"{{a}}}", "{{name}}}"}, {"{{a{{b}}", "inner"},
+        {"{{{c}}", "brace"}, {"{{name}} {{name", "World {{name"}, {"}}{{name}}", "}}World"},
+        {"{{}", "{{}"}};
     for (const auto &[text, expected] : rows) {
         EXPECT_EQ(substituteInString(text, values), expected) << text;
     }
@@ -63,10 +56,7 @@ TEST(SubstituteInString, TakesLongTexts)
     constexpr std::size_t kCount = 500'000;
     const std::string opened(2 * kCount, '{');
     EXPECT_EQ(substituteInString(opened, {}), opened);
-    std::string keys;
-    for (std::size_t i = 0; i < kCount; ++i) {
-        keys += "{{k}}";
-    }
+    const std::string keys = QByteArray("{{k}}").repeated(kCount).toStdString();
     EXPECT_EQ(substituteInString(keys, {{"k", "v"}}), std::string(kCount, 'v'));
 }
 
@@ -80,20 +70,10 @@ TEST(ToLowerString, ChangesAsciiOnly)
 TEST(TrimString, RemovesTheSetFromBothEnds)
 {
     const struct {
-        const char *text;
-        const char *characters;
-        const char *expected;
-    } rows[] = {
-        {"--a-b--", "-", "a-b"},
-        {" \t a ", "\t ", "a"},
-        {"a", "", "a"},
-        {"a", nullptr, "a"},
-        {"----", "-", ""},
-        {"", "-", ""},
-        {"\xFF\x80"
-         "a\xFF",
-            "\x80\xFF", "a"},
-    };
+        const char *text, *characters, *expected;
+    } rows[] = {{"--a-b--", "-", "a-b"}, {" \t a ", "\t ", "a"}, {"a", "", "a"},
+        {"a", nullptr, "a"}, {"----", "-", ""}, {"", "-", ""},
+        {"\xFF\x80 a\xFF", "\x80\xFF", " a"}};
     for (const auto &row : rows) {
         std::string text = row.text;
         trimString(text, row.characters);
