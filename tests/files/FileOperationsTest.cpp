@@ -1,23 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "support/RecordedLog.h"
+#include "support/FolderTest.h"
 
 #include <ovrabase/errors/Exception.h>
-#include <ovrabase/files/FileUtils.h>
 #include <ovrabase/logging/logStr.h>
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
 #include <QFileInfo>
 #include <QResource>
 #include <QStandardPaths>
 
-#include <gmock/gmock.h>
-
-#include <map>
 #include <set>
 #include <thread>
 
@@ -31,8 +24,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using Test::Record;
-using Test::RecordedLog;
 using testing::ElementsAre;
+using testing::FieldsAre;
 using testing::IsEmpty;
 using testing::Pair;
 using testing::StartsWith;
@@ -40,8 +33,8 @@ using testing::StartsWith;
 /// What stood in the cache before there was an application object.
 const QString kEarlyApplicationDir = FileUtils::safeApplicationDirPath();
 
-/// Each test gets a folder of its own, which is the system's temporary folder meanwhile.
-class FileOperations : public testing::Test {
+/// The folder of a test is also the system's temporary folder meanwhile.
+class FileOperations : public Test::FolderTest {
 protected:
     void SetUp() override
     {
@@ -49,7 +42,7 @@ protected:
             mBefore[variable] = qgetenv(variable);
             qputenv(variable, path("tmp").toLocal8Bit());
         }
-        ASSERT_TRUE(FileUtils::makeFolder(path("tmp")));
+        makeFolder("tmp");
         QCoreApplication::setApplicationName(u"an app"_s);
     }
 
@@ -58,38 +51,6 @@ protected:
         for (const auto &[variable, value] : mBefore) {
             qputenv(variable, value);
         }
-    }
-
-    QString path(const char *name) const { return mFolder.filePath(QString::fromUtf8(name)); }
-
-    void write(const char *name, const QByteArray &content) const
-    {
-        ASSERT_TRUE(FileUtils::makeFolder(FileUtils::extractFolderPath(path(name))));
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    }
-
-    void link(const char *target, const char *name) const
-    {
-        ASSERT_TRUE(QFile::link(path(target), path(name)));
-    }
-
-    /// Returns the files below \a name with their content, and the folders with a slash.
-    std::map<std::string, std::string> tree(const char *name) const
-    {
-        std::map<std::string, std::string> entries;
-        QDirIterator all(path(name), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
-            QDirIterator::Subdirectories);
-        while (all.hasNext()) {
-            const QString entry = all.next();
-            const std::string relative = QDir(path(name)).relativeFilePath(entry).toStdString();
-            if (all.fileInfo().isDir()) {
-                entries[relative + '/'];
-            } else {
-                entries[relative] = FileUtils::loadBinaryFile(entry).toStdString();
-            }
-        }
-        return entries;
     }
 
     /// Expects that \a call throws an E with \a message and \a subject and logs it first.
@@ -122,9 +83,6 @@ protected:
         EXPECT_THAT(mLog.take(), testing::UnorderedElementsAreArray(expected));
     }
 
-    QTemporaryDir mFolder;
-    RecordedLog mLog;
-
 private:
     std::map<const char *, QByteArray> mBefore;
 };
@@ -140,7 +98,7 @@ TEST_F(FileOperations, CopiesAFolderWithAllThatIsHidden)
 {
     write("source/a.txt", "a");
     write("source/.b/.c/d", "d");
-    ASSERT_TRUE(FileUtils::makeFolder(path("source/empty")));
+    makeFolder("source/empty");
     EXPECT_TRUE(FileUtils::copyRecursively(path("source"), path("new/deep")));
     EXPECT_EQ(tree("new/deep"), tree("source"));
     EXPECT_THAT(mLog.records(), IsEmpty());
@@ -212,19 +170,19 @@ TEST_F(FileOperations, FolderCopyFollowsLinksButNotBackUp)
 TEST_F(FileOperations, BackupKeepsTheOldContent)
 {
     write("new", "new");
-    EXPECT_TRUE(FileUtils::copyWithBackup(path("new"), path("dir"))); // nothing there yet
-    EXPECT_FALSE(FileUtils::exists(path("dir.bak")));
+    EXPECT_TRUE(FileUtils::copyWithBackup(path("new"), path("file"))); // nothing there yet
+    EXPECT_THAT(tree("."), ElementsAre(Pair("file", "new"), Pair("new", "new"), Pair("tmp/", "")));
 
     write("file", "old");
     write("file.bak", "older");
     EXPECT_TRUE(FileUtils::copyWithBackup(path("new"), path("file")));
-    EXPECT_EQ(FileUtils::loadBinaryFile(path("file")), "new");
-    EXPECT_EQ(FileUtils::loadBinaryFile(path("file.bak")), "old");
+    EXPECT_THAT(tree("."), ElementsAre(Pair("file", "new"), Pair("file.bak", "old"),
+                               Pair("new", "new"), Pair("tmp/", "")));
 
     // Back to the old content: the source is the backup itself.
     EXPECT_TRUE(FileUtils::copyWithBackup(path("file.bak"), path("file")));
-    EXPECT_EQ(FileUtils::loadBinaryFile(path("file")), "old");
-    EXPECT_EQ(FileUtils::loadBinaryFile(path("file.bak")), "new");
+    EXPECT_THAT(tree("."), ElementsAre(Pair("file", "old"), Pair("file.bak", "new"),
+                               Pair("new", "new"), Pair("tmp/", "")));
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
@@ -243,24 +201,19 @@ TEST_F(FileOperations, BackupThatFailsLosesNothing)
         const QString from = *source == '\0' ? QString() : path(source);
         EXPECT_FALSE(FileUtils::copyWithBackup(from, path(destination))) << source;
         EXPECT_EQ(tree("."), before) << source << ' ' << destination;
-        const std::vector<Record> records = mLog.take();
-        ASSERT_EQ(records.size(), 1U);
-        EXPECT_EQ(records[0].level, 1);
-        EXPECT_EQ(records[0].context,
-            "Debug: FileUtils.cpp:796 Vyn::OvraBase::FileUtils::copyWithBackup()");
-        EXPECT_THAT(records[0].message, StartsWith((u"Failed to copy "_s + from + u" to "_s +
-                                                    path(destination) + u" because "_s)
-                                                       .toStdString()));
+        const QString start =
+            u"Failed to copy "_s + from + u" to "_s + path(destination) + u" because "_s;
+        EXPECT_THAT(mLog.take(),
+            ElementsAre(
+                FieldsAre(1, "Debug: FileUtils.cpp:796 Vyn::OvraBase::FileUtils::copyWithBackup()",
+                    StartsWith(start.toStdString()))));
     }
     EXPECT_FALSE(FileUtils::copyWithBackup(path("file"), {}));
-}
 
-TEST_F(FileOperations, BackupWithoutItsOriginalIsRenamedBack)
-{
-    write("file.bak", "old");
-    EXPECT_FALSE(FileUtils::copyWithBackup(path("missing"), path("file")));
-    EXPECT_EQ(FileUtils::loadBinaryFile(path("file")), "old");
-    EXPECT_FALSE(FileUtils::exists(path("file.bak")));
+    write("lost.bak", "old"); // a backup without its original is renamed back
+    EXPECT_FALSE(FileUtils::copyWithBackup(path("missing"), path("lost")));
+    EXPECT_EQ(FileUtils::loadBinaryFile(path("lost")), "old");
+    EXPECT_FALSE(exists("lost.bak"));
 }
 
 // Reading and writing
@@ -287,9 +240,9 @@ TEST_F(FileOperations, TextComesBackWhateverItsEncoding)
 
 TEST_F(FileOperations, TextThatDoesNotArriveIsNotSaved)
 {
-    EXPECT_FALSE(FileUtils::saveTextToFile(u"x"_s, path("missing/file")));
-    EXPECT_FALSE(FileUtils::saveTextToFile(u"x"_s, mFolder.path()));
-    EXPECT_FALSE(FileUtils::saveTextToFile(u"x"_s, {}));
+    for (const QString &refused : {path("missing/file"), mFolder.path(), QString()}) {
+        EXPECT_FALSE(FileUtils::saveTextToFile(u"x"_s, refused));
+    }
 #ifdef Q_OS_LINUX
     for (const int size : {1, 100'000}) {
         EXPECT_FALSE(FileUtils::saveTextToFile(QString(size, u'x'), u"/dev/full"_s));
@@ -376,19 +329,19 @@ TEST_F(FileOperations, MakesFolders)
     EXPECT_TRUE(FileUtils::makeFolder(path("a/b/c/")));
     EXPECT_TRUE(FileUtils::isFolder(path("a/b/c")));
     EXPECT_TRUE(FileUtils::makeFolder(path("a/b")));
-    EXPECT_FALSE(FileUtils::makeFolder(path("file")));
-    EXPECT_FALSE(FileUtils::makeFolder(path("file/below")));
-    EXPECT_FALSE(FileUtils::makeFolder({}));
-    EXPECT_FALSE(FileUtils::makeFolder(path("a/") + u"b\0c"_s));
+    for (const QString &refused :
+        {path("file"), path("file/below"), QString(), path("a/") + u"b\0c"_s}) {
+        EXPECT_FALSE(FileUtils::makeFolder(refused));
+    }
 }
 
 TEST_F(FileOperations, RemovesAFileButNoFolder)
 {
     write("file", "x");
-    FileUtils::removeFileIfItExists(path("file"));
-    EXPECT_FALSE(FileUtils::exists(path("file")));
-    FileUtils::removeFileIfItExists(path("file"));
-    FileUtils::removeFileIfItExists({});
+    for (const QString &removed : {path("file"), path("file"), QString()}) {
+        FileUtils::removeFileIfItExists(removed);
+        EXPECT_FALSE(exists("file"));
+    }
     EXPECT_THAT(mLog.records(), IsEmpty());
 
     const QString folder = path("%1\u4E2D");
@@ -405,9 +358,9 @@ TEST_F(FileOperations, RemovesAFolderButNoFile)
     write("folder/read-only", "x");
     QFile::setPermissions(path("folder/read-only"), QFile::ReadOwner);
     write("file", "x");
-    FileUtils::removeDirRecursiveIfItExists(path("folder"));
-    FileUtils::removeDirRecursiveIfItExists(path("file"));
-    FileUtils::removeDirRecursiveIfItExists(path("missing"));
+    for (const char *name : {"folder", "file", "missing"}) {
+        FileUtils::removeDirRecursiveIfItExists(path(name));
+    }
     EXPECT_THAT(tree("."), ElementsAre(Pair("file", "x"), Pair("tmp/", "")));
 #ifdef Q_OS_LINUX
     const QString lasting = u"/proc/self/fdinfo"_s;
@@ -494,7 +447,7 @@ TEST_F(FileOperations, WhatIsOnDiskAlreadyComesBackUnchanged)
         {u""_s, u"a/b"_s, u"/a/b"_s, u"file:///x.png"_s, u"://x"_s, u"::/x"_s, u"qrc:a"_s}) {
         EXPECT_EQ(FileUtils::ensureFileIsOnDisk(text), text);
     }
-    EXPECT_FALSE(FileUtils::exists(path("tmp/an app")));
+    EXPECT_FALSE(exists("tmp/an app"));
 }
 
 TEST_F(FileOperations, BringsOtherFilesOntoTheDisk)
@@ -533,8 +486,10 @@ TEST_F(FileOperations, BringsOtherFilesOntoTheDisk)
     }
 }
 
-TEST_F(FileOperations, ResolvesAgainstTheApplicationFolders)
+TEST_F(FileOperations, KnowsTheFoldersOfTheApplication)
 {
+    EXPECT_EQ(kEarlyApplicationDir, QString());
+    EXPECT_EQ(FileUtils::safeApplicationDirPath(), QCoreApplication::applicationDirPath());
     const auto location = [](QStandardPaths::StandardLocation of) {
         return QStandardPaths::writableLocation(of);
     };
@@ -547,12 +502,6 @@ TEST_F(FileOperations, ResolvesAgainstTheApplicationFolders)
     const QString absolute = QDir::rootPath() + u"x/../y"_s;
     EXPECT_EQ(FileUtils::getAppDataAbsolutePath(absolute), absolute);
     EXPECT_EQ(FileUtils::getDocumentsAbsolutePath(absolute), absolute);
-}
-
-TEST_F(FileOperations, ProgramFolderIsKnownOnceThereIsAnApplication)
-{
-    EXPECT_EQ(kEarlyApplicationDir, QString());
-    EXPECT_EQ(FileUtils::safeApplicationDirPath(), QCoreApplication::applicationDirPath());
 }
 
 } // namespace

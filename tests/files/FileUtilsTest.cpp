@@ -1,38 +1,32 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "support/RecordedLog.h"
+#include "support/FolderTest.h"
 
 #include <ovrabase/errors/Exception.h>
-#include <ovrabase/files/FileUtils.h>
 
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QMetaMethod>
-#include <QTemporaryDir>
 #include <QUrl>
-
-#include <gmock/gmock.h>
 
 namespace Vyn::OvraBase {
 namespace {
 
 using namespace Qt::StringLiterals;
 using Test::Record;
-using Test::RecordedLog;
 using testing::ElementsAre;
-using testing::IsEmpty;
+
+using FileUtilsTest = Test::FolderTest;
 
 QString text(const char *utf8)
 {
     return QString::fromUtf8(utf8);
 }
 
-TEST(FileUtils, MetaObjectOffersThreeMethods)
+TEST_F(FileUtilsTest, MetaObjectOffersThreeMethods)
 {
-    const FileUtils utils;
+    FileUtils utils;
     const QMetaObject *meta = utils.metaObject();
     EXPECT_STREQ(meta->className(), "Vyn::OvraBase::FileUtils");
     std::vector<std::string> methods;
@@ -45,13 +39,12 @@ TEST(FileUtils, MetaObjectOffersThreeMethods)
                              "QString getFilePathWithoutExtension(QString) filePath",
                              "QString getDocumentsAbsolutePath(QString) path"));
     QString result;
-    FileUtils called;
-    EXPECT_TRUE(QMetaObject::invokeMethod(&called, "getFilePathExtension",
+    EXPECT_TRUE(QMetaObject::invokeMethod(&utils, "getFilePathExtension",
         Q_RETURN_ARG(QString, result), Q_ARG(QString, u"a.tar.gz"_s)));
     EXPECT_EQ(result, u"gz"_s);
 }
 
-TEST(FileUtils, AddsPathsToAList)
+TEST_F(FileUtilsTest, AddsPathsToAList)
 {
     QString paths;
     for (const auto &[added, expected] :
@@ -71,7 +64,7 @@ struct Names {
     const char *asPng;
 };
 
-TEST(FileUtils, TakesPathsApart)
+TEST_F(FileUtilsTest, TakesPathsApart)
 {
     const Names rows[] = {
         {"a/b.tar.gz", "a", "b", "gz", "tar.gz", "a/b", "a/b.png"},
@@ -98,7 +91,7 @@ TEST(FileUtils, TakesPathsApart)
     EXPECT_FALSE(FileUtils::pathAreIdentical(u"a/b"_s, u"a/x/../b"_s));
 }
 
-TEST(FileUtils, RefusesExtensionsWithALoggedError)
+TEST_F(FileUtilsTest, RefusesExtensionsWithALoggedError)
 {
     struct {
         const char *path, *extension, *message;
@@ -109,35 +102,29 @@ TEST(FileUtils, RefusesExtensionsWithALoggedError)
         {"a", "b/c", "Extension contains some invalid characters: / or \\", 386},
         {"a", "\\", "Extension contains some invalid characters: / or \\", 386},
     };
-    RecordedLog log;
     for (const auto &row : rows) {
         EXPECT_THAT(
             [&] { FileUtils::changeFilePathExtension(text(row.path), text(row.extension)); },
             testing::ThrowsMessage<Exception::InvalidArgumentException>(row.message));
-        EXPECT_THAT(log.take(), ElementsAre(Record{2,
-                                    "Debug: FileUtils.cpp:" + std::to_string(row.line) +
-                                        " Vyn::OvraBase::FileUtils::changeFilePathExtension()",
-                                    row.message}));
+        EXPECT_THAT(mLog.take(), ElementsAre(Record{2,
+                                     "Debug: FileUtils.cpp:" + std::to_string(row.line) +
+                                         " Vyn::OvraBase::FileUtils::changeFilePathExtension()",
+                                     row.message}));
     }
 }
 
-TEST(FileUtils, TellsTheKindOfAPathAndOfALocalUrl)
+TEST_F(FileUtilsTest, TellsTheKindOfAPathAndOfALocalUrl)
 {
-    const QTemporaryDir folder;
-    const QString file = folder.filePath(u"data.tar.gz"_s);
-    const QString subFolder = folder.filePath(u"data.d"_s);
-    const QString missing = folder.filePath(u"missing.txt"_s);
-    FileUtils::touch(file);
-    ASSERT_TRUE(FileUtils::makeFolder(subFolder));
-
+    write("data.tar.gz");
+    makeFolder("data.d");
     struct {
         QString path;
         bool exists, isFile, isFolder, isReadable, isWritable, both, isNonEmpty;
     } const rows[] = {
-        {folder.path(), true, false, true, true, true, true, true},
-        {file, true, true, false, true, true, true, false},
-        {subFolder, true, false, true, true, true, true, false},
-        {missing, false, false, false, false, true, false, false},
+        {mFolder.path(), true, false, true, true, true, true, true},
+        {path("data.tar.gz"), true, true, false, true, true, true, false},
+        {path("data.d"), true, false, true, true, true, true, false},
+        {path("missing.txt"), false, false, false, false, true, false, false},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.path.toStdString());
@@ -157,22 +144,19 @@ TEST(FileUtils, TellsTheKindOfAPathAndOfALocalUrl)
         expectSame(F::isReadableAndWritable, F::isReadableAndWritable, row.path, row.both);
         expectSame(F::isNonEmptyFolder, F::isNonEmptyFolder, row.path, row.isNonEmpty);
         EXPECT_EQ(F::checkFileCanBeOpened(row.path), row.isFile);
+        EXPECT_EQ(F::getFileSuffix(row.path), row.isFile ? u"tar.gz"_s : QString());
     }
-    EXPECT_EQ(FileUtils::getFileSuffix(file), u"tar.gz"_s);
-    EXPECT_EQ(FileUtils::getFileSuffix(subFolder), QString());
-    EXPECT_EQ(FileUtils::getFileSuffix(missing), QString());
-
-    FileUtils::touch(subFolder + u"/.hidden"_s);
-    FileUtils::hideFileOnWindows(subFolder + u"/.hidden"_s);
-    EXPECT_FALSE(FileUtils::isNonEmptyFolder(subFolder));
+    write("data.d/.hidden");
+    FileUtils::hideFileOnWindows(path("data.d/.hidden"));
+    EXPECT_FALSE(FileUtils::isNonEmptyFolder(path("data.d")));
 }
 
-TEST(FileUtils, WhatIsMissingIsAsWritableAsItsNearestAncestor)
+TEST_F(FileUtilsTest, WhatIsMissingIsAsWritableAsItsNearestAncestor)
 {
-    EXPECT_EQ(FileUtils::isWritable(QDir::rootPath() + u"nonexistent/deeper/file.txt"_s),
-        QFileInfo(QDir::rootPath()).isWritable());
-    EXPECT_EQ(FileUtils::isWritable(QDir::rootPath() + QString(5'000, u'a') + u"/file"_s),
-        QFileInfo(QDir::rootPath()).isWritable());
+    const QFileInfo root(QDir::rootPath());
+    for (const QString &path : {u"nonexistent/deeper/file"_s, QString(5'000, u'a') + u"/file"_s}) {
+        EXPECT_EQ(FileUtils::isWritable(QDir::rootPath() + path), root.isWritable());
+    }
     EXPECT_TRUE(FileUtils::isWritable(u"missing/below/the/current/folder"_s));
     EXPECT_FALSE(FileUtils::isWritable(QString()));
 #ifdef Q_OS_WIN
@@ -180,37 +164,32 @@ TEST(FileUtils, WhatIsMissingIsAsWritableAsItsNearestAncestor)
 #endif
 }
 
-TEST(FileUtils, KnowsRelativeUrls)
+TEST_F(FileUtilsTest, KnowsRelativeUrls)
 {
-    for (const char *url : {"", "a/b", "/a", "file:a", "../x"}) {
-        EXPECT_TRUE(FileUtils::isRelativeFilePath(QUrl(text(url)))) << url;
-    }
-    for (const char *url : {"file:///a", "http:a", "qrc:/a"}) {
-        EXPECT_FALSE(FileUtils::isRelativeFilePath(QUrl(text(url)))) << url;
+    for (const auto &[url, isRelative] : {std::pair{"", true}, {"a/b", true}, {"/a", true},
+             {"file:a", true}, {"file:///a", false}, {"http:a", false}, {"qrc:/a", false}}) {
+        EXPECT_EQ(FileUtils::isRelativeFilePath(QUrl(text(url))), isRelative) << url;
     }
 }
 
-TEST(FileUtils, ComparesModificationTimes)
+TEST_F(FileUtilsTest, ComparesModificationTimes)
 {
-    const QTemporaryDir folder;
-    const QString older = folder.filePath(u"older"_s);
-    const QString newer = folder.filePath(u"newer"_s);
-    const QString missing = folder.filePath(u"missing"_s);
-    const QDateTime time = QDateTime::fromSecsSinceEpoch(1'000'000'000);
-    for (const QString &path : {older, newer}) {
-        QFile file(path);
+    int seconds = 1'000'000'000;
+    for (const char *name : {"older", "newer"}) {
+        QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         ASSERT_TRUE(file.setFileTime(
-            path == older ? time : time.addSecs(1), QFileDevice::FileModificationTime));
+            QDateTime::fromSecsSinceEpoch(seconds++), QFileDevice::FileModificationTime));
     }
-    EXPECT_TRUE(FileUtils::isFileMoreRecentThan(newer, older));
-    EXPECT_FALSE(FileUtils::isFileMoreRecentThan(older, newer));
-    EXPECT_FALSE(FileUtils::isFileMoreRecentThan(newer, newer));
-    EXPECT_FALSE(FileUtils::isFileMoreRecentThan(newer, missing));
-    EXPECT_FALSE(FileUtils::isFileMoreRecentThan(missing, older));
+    for (const auto &[one, other] : {std::pair{"newer", "older"}, {"older", "newer"},
+             {"newer", "newer"}, {"newer", "missing"}, {"missing", "older"}}) {
+        EXPECT_EQ(
+            FileUtils::isFileMoreRecentThan(path(one), path(other)), *one == 'n' && *other == 'o')
+            << one << ' ' << other;
+    }
 }
 
-TEST(FileUtils, ClassifiesExtensions)
+TEST_F(FileUtilsTest, ClassifiesExtensions)
 {
     struct Kind {
         const char *name;
@@ -237,26 +216,17 @@ TEST(FileUtils, ClassifiesExtensions)
     }
 }
 
-TEST(FileUtils, KnowsTheFileNamesOfWindows)
+TEST_F(FileUtilsTest, KnowsTheFileNamesOfWindows)
 {
-    struct {
-        QString name, valid;
-    } const rows[] = {
-        {u"a:b"_s, u"axb"_s},
-        {u"\"<>|:*?\\/\t\u001F"_s, u"xxxxxxxxxxx"_s},
-        {u"nul.txt"_s, u"_nul.txt"_s},
-        {u"con"_s, u"_con"_s},
-        {u"LPT0"_s, u"_LPT0"_s},
-        {u"Com0.x"_s, u"_Com0.x"_s},
-    };
-    for (const auto &row : rows) {
-        EXPECT_FALSE(FileUtils::isValidFileName(row.name)) << row.name.toStdString();
-        EXPECT_EQ(FileUtils::ensureValidFileName(row.name), row.valid);
-    }
-    for (const QString &name :
-        {u"CONSOLE"_s, u"CON.tar.gz"_s, u"CON "_s, u".."_s, u"h\u00E9 ~.x"_s, u"LPT10"_s, u" "_s}) {
-        EXPECT_TRUE(FileUtils::isValidFileName(name)) << name.toStdString();
-        EXPECT_EQ(FileUtils::ensureValidFileName(name), name);
+    const std::pair<QString, QString> rows[] = {{u"a:b"_s, u"axb"_s},
+        {u"\"<>|:*?\\/\t\u001F"_s, u"xxxxxxxxxxx"_s}, {u"nul.txt"_s, u"_nul.txt"_s},
+        {u"con"_s, u"_con"_s}, {u"LPT0"_s, u"_LPT0"_s}, {u"Com0.x"_s, u"_Com0.x"_s},
+        {u"CONSOLE"_s, u"CONSOLE"_s}, {u"CON.tar.gz"_s, u"CON.tar.gz"_s}, {u"CON "_s, u"CON "_s},
+        {u".."_s, u".."_s}, {u"h\u00E9 ~.x"_s, u"h\u00E9 ~.x"_s}, {u"LPT10"_s, u"LPT10"_s},
+        {u" "_s, u" "_s}};
+    for (const auto &[name, valid] : rows) {
+        EXPECT_EQ(FileUtils::isValidFileName(name), name == valid) << name.toStdString();
+        EXPECT_EQ(FileUtils::ensureValidFileName(name), valid);
     }
     EXPECT_TRUE(FileUtils::isValidFileName(QString()));
     EXPECT_EQ(FileUtils::ensureValidFileName(QString()), u"file"_s);
@@ -266,30 +236,24 @@ TEST(FileUtils, KnowsTheFileNamesOfWindows)
     EXPECT_EQ(FileUtils::ensureValidFileName(withNul), u"a"_s);
 }
 
-TEST(FileUtils, GivesUniqueNames)
+TEST_F(FileUtilsTest, GivesUniqueNames)
 {
-    const QTemporaryDir folder;
     const auto unique = [&](const QString &baseName, const QString &extension = u"png"_s) {
-        return QDir(folder.path())
-            .relativeFilePath(FileUtils::getUniqueFileName(folder.path(), baseName, extension));
+        return QDir(mFolder.path())
+            .relativeFilePath(FileUtils::getUniqueFileName(mFolder.path(), baseName, extension));
     };
-    EXPECT_EQ(unique(u"img_041"_s), u"img.png"_s);
-    EXPECT_EQ(unique(u"img_12"_s), u"img_12.png"_s);
-    EXPECT_EQ(unique(u"img_1234"_s), u"img_1234.png"_s);
-    EXPECT_EQ(unique(u"img_\u0661\u0662\u0663"_s), u"img_\u0661\u0662\u0663.png"_s);
-    EXPECT_EQ(unique(u"%1"_s), u"%1.png"_s);
     EXPECT_EQ(unique(u"n"_s, {}), u"n."_s);
-
-    ASSERT_TRUE(FileUtils::makeFolder(folder.filePath(u"dir.png"_s)));
-    EXPECT_EQ(unique(u"dir"_s), u"dir.png"_s);
-
-    for (const auto &[baseName, expected] :
-        {std::pair{u"img"_s, u"img.png"_s}, {u"img"_s, u"img_001.png"_s},
-            {u"img_041"_s, u"img_042.png"_s}, {u"img_009"_s, u"img_010.png"_s},
-            {u"img_999"_s, u"img_1000.png"_s}, {u"img_999"_s, u"img_1001.png"_s},
-            {u"_123"_s, u".png"_s}, {u"_123"_s, u"_124.png"_s}}) {
+    makeFolder("dir.png"); // is no file
+    EXPECT_EQ(unique(u"img_041"_s), u"img.png"_s);
+    for (const auto &[baseName, expected] : {std::pair{u"dir"_s, u"dir.png"_s},
+             {u"img_12"_s, u"img_12.png"_s}, {u"img_1234"_s, u"img_1234.png"_s},
+             {u"img_\u0661\u0662\u0663"_s, u"img_\u0661\u0662\u0663.png"_s}, {u"%1"_s, u"%1.png"_s},
+             {u"img"_s, u"img.png"_s}, {u"img"_s, u"img_001.png"_s},
+             {u"img_041"_s, u"img_042.png"_s}, {u"img_009"_s, u"img_010.png"_s},
+             {u"img_999"_s, u"img_1000.png"_s}, {u"img_999"_s, u"img_1001.png"_s},
+             {u"_123"_s, u".png"_s}, {u"_123"_s, u"_124.png"_s}}) {
         EXPECT_EQ(unique(baseName), expected);
-        FileUtils::touch(folder.filePath(expected));
+        FileUtils::touch(mFolder.filePath(expected));
     }
 }
 
@@ -311,33 +275,30 @@ std::vector<QString> strangePaths(const QTemporaryDir &folder)
     return paths;
 }
 
-TEST(FileUtils, AnswersForStrangePaths)
+TEST_F(FileUtilsTest, AnswersForStrangePaths)
 {
-    const QTemporaryDir folder;
-    const RecordedLog log;
-    for (const QString &path : strangePaths(folder)) {
+    for (const QString &path : strangePaths(mFolder)) {
         SCOPED_TRACE(path.left(80).toStdString());
-        EXPECT_FALSE(FileUtils::exists(path));
-        EXPECT_FALSE(FileUtils::isFile(path));
-        EXPECT_FALSE(FileUtils::isFolder(path));
-        EXPECT_FALSE(FileUtils::isNonEmptyFolder(path));
-        EXPECT_FALSE(FileUtils::isReadable(path));
-        EXPECT_FALSE(FileUtils::isReadableAndWritable(path));
+        using F = FileUtils;
+        const std::initializer_list<bool (*)(const QString &)> kinds{F::exists, F::isFile,
+            F::isFolder, F::isNonEmptyFolder, F::isReadable, F::isReadableAndWritable,
+            F::checkFileCanBeOpened, F::isImageExt};
+        for (const auto is : kinds) {
+            EXPECT_FALSE(is(path));
+        }
         EXPECT_EQ(FileUtils::isWritable(path), !path.isEmpty());
-        EXPECT_FALSE(FileUtils::checkFileCanBeOpened(path));
         EXPECT_FALSE(FileUtils::isFileMoreRecentThan(path, path));
         EXPECT_EQ(FileUtils::getFileSuffix(path), QString());
-        EXPECT_FALSE(FileUtils::isImageExt(path));
         EXPECT_TRUE(FileUtils::isValidFileName(FileUtils::ensureValidFileName(path)));
         EXPECT_TRUE(path.startsWith(FileUtils::getFilePathWithoutExtension(path)));
         // Soft or hard, the operations answer too.
-        EXPECT_FALSE(FileUtils::copyRecursively(path, folder.filePath(u"copy"_s)));
+        EXPECT_FALSE(FileUtils::copyRecursively(path, mFolder.filePath(u"copy"_s)));
         EXPECT_TRUE(FileUtils::folderParseFiles(path, {}, Recursion::Recursive).empty());
         EXPECT_NO_THROW(FileUtils::removeDirRecursiveIfItExists(path));
         EXPECT_THROW(FileUtils::loadBinaryFile(path), Exception::InvalidArgumentException);
         EXPECT_THROW(FileUtils::fileDataToHash(path), Exception::InvalidArgumentException);
     }
-    EXPECT_TRUE(FileUtils::exists(folder.filePath(u"file"_s)));
+    EXPECT_TRUE(exists("file"));
 }
 
 } // namespace

@@ -1,32 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "support/RecordedLog.h"
+#include "support/FolderTest.h"
 
-#include <ovrabase/files/FileUtils.h>
 #include <ovrabase/files/GenericCacheController.h>
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gmock/gmock.h>
 
 namespace Vyn::OvraBase {
 namespace {
 
 using Test::Record;
-using Test::RecordedLog;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-Record warning(int line, const std::string &message)
-{
-    return {1,
-        "Support: GenericCacheController.cpp:" + std::to_string(line) +
-            " Vyn::OvraBase::GenericCacheController::ensureDirectoryExists()",
-        message};
-}
+using testing::Pair;
 
 class Cache final : public GenericCacheController {
 public:
@@ -41,127 +26,98 @@ private:
     QString mPath;
 };
 
-class CacheTest : public testing::Test {
-protected:
-    QString path(const char *name) const { return mFolder.filePath(QString::fromUtf8(name)); }
-    void makeFile(const char *name) const
-    {
-        ASSERT_TRUE(FileUtils::saveTextToFile(QStringLiteral("text"), path(name)));
-    }
-    void makeFolder(const char *name) const { ASSERT_TRUE(FileUtils::makeFolder(path(name))); }
-    bool exists(const char *name) const { return FileUtils::exists(path(name)); }
+using CacheTest = Test::FolderTest;
 
-    QTemporaryDir mFolder;
-    RecordedLog mLog;
-};
-
-TEST_F(CacheTest, ClearOfFilesKeepsTheFolderAndWhatIsHidden)
+TEST_F(CacheTest, ClearTakesTheFolderOnlyWithASubFolder)
 {
-    makeFolder("cache");
-    makeFile("cache/a");
-    makeFile("cache/b");
-    makeFile("cache/.hidden");
+    for (const char *name : {"cache/a", "cache/.hidden", "beside"}) {
+        write(name);
+    }
     FileUtils::hideFileOnWindows(path("cache/.hidden"));
     Cache(path("cache")).clear();
-    EXPECT_FALSE(exists("cache/a") || exists("cache/b"));
-    EXPECT_TRUE(exists("cache/.hidden"));
-}
+    EXPECT_THAT(
+        tree("."), ElementsAre(Pair("beside", ""), Pair("cache/", ""), Pair("cache/.hidden", "")));
 
-TEST_F(CacheTest, ClearWithASubFolderTakesTheWholeFolder)
-{
+    write("cache/a");
     makeFolder("cache/s");
-    makeFile("cache/a");
-    makeFile("cache/.hidden");
-    makeFile("beside");
     Cache(path("cache")).clear();
-    EXPECT_FALSE(exists("cache"));
-    EXPECT_TRUE(exists("beside"));
+    EXPECT_THAT(tree("."), ElementsAre(Pair("beside", "")));
 }
 
 TEST_F(CacheTest, ClearAndPurgeWithoutAPathTouchNothing)
 {
-    makeFile("a");
-    makeFolder("s");
+    write("s/a");
+    write("a");
+    const auto all = tree(".");
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(mFolder.path()));
     Cache({}).clear();
     Cache({}).purge();
     ASSERT_TRUE(QDir::setCurrent(before));
-    EXPECT_TRUE(exists("a") && exists("s"));
+    EXPECT_EQ(tree("."), all);
 }
 
 TEST_F(CacheTest, PurgeTakesAFolderButNoFile)
 {
-    makeFolder("cache/deep/deeper");
-    makeFile("cache/deep/.hidden");
-    Cache(path("cache")).purge();
-    EXPECT_FALSE(exists("cache"));
-
-    makeFile("file");
-    Cache(path("file")).purge();
-    EXPECT_TRUE(exists("file"));
-    Cache(path("missing")).purge();
+    write("cache/deep/.hidden");
+    write("file");
+    for (const char *name : {"cache", "file", "missing"}) {
+        Cache(path(name)).purge();
+    }
+    EXPECT_THAT(tree("."), ElementsAre(Pair("file", "")));
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
 #ifndef Q_OS_WIN
 TEST_F(CacheTest, PurgeOfALinkLeavesItsTarget)
 {
-    makeFolder("target");
-    makeFile("target/a");
+    write("target/a");
     for (const char *spelling : {"cache", "cache/", "cache/."}) {
-        ASSERT_TRUE(QFile::link(path("target"), path("cache")));
+        link("target", "cache");
         Cache(path(spelling)).purge();
-        EXPECT_TRUE(exists("target/a")) << spelling;
-        EXPECT_FALSE(exists("cache")) << spelling;
+        EXPECT_THAT(tree("."), ElementsAre(Pair("target/", ""), Pair("target/a", ""))) << spelling;
     }
 }
 #endif
 
-TEST_F(CacheTest, ResetToTheSamePathGivesANewFolder)
+TEST_F(CacheTest, ResetGivesANewFolderInsteadOfTheOld)
 {
-    makeFolder("cache");
-    makeFile("cache/a");
+    write("cache/a");
     Cache cache(path("cache"));
     cache.resetCacheFolder(path("cache"));
-    EXPECT_TRUE(exists("cache"));
-    EXPECT_FALSE(exists("cache/a"));
-
+    EXPECT_THAT(tree("."), ElementsAre(Pair("cache/", "")));
     cache.resetCacheFolder(path("new/deep/"));
-    EXPECT_TRUE(exists("new/deep"));
-    EXPECT_FALSE(exists("cache"));
+    EXPECT_THAT(tree("."), ElementsAre(Pair("new/", ""), Pair("new/deep/", "")));
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
-TEST_F(CacheTest, ResetToNoPathWarns)
+TEST_F(CacheTest, ResetWarnsOfAPathThatCannotBeAFolder)
 {
-    makeFolder("cache");
-    Cache cache(path("cache"));
-    cache.resetCacheFolder({});
-    EXPECT_FALSE(exists("cache"));
-    EXPECT_TRUE(cache.cacheFolderPath().isEmpty());
-    EXPECT_THAT(mLog.records(),
-        ElementsAre(warning(68, "The cache folder name is empty. Cache will be disabled.")));
-}
-
-TEST_F(CacheTest, ResetToAFileWarnsAndLeavesIt)
-{
-    makeFile("file");
-    Cache({}).resetCacheFolder(path("file"));
-    EXPECT_TRUE(FileUtils::isFile(path("file")));
-    EXPECT_THAT(mLog.records(),
-        ElementsAre(warning(
-            84, "Cannot create cache folder because a file with the same path already exists.")));
-}
-
-TEST_F(CacheTest, ResetBelowAFileWarns)
-{
-    makeFile("file%2");
-    Cache({}).resetCacheFolder(path("file%2/cache%1"));
-    EXPECT_THAT(mLog.records(),
-        ElementsAre(warning(78,
+    write("file%2", "x");
+    const struct {
+        QString path;
+        int line;
+        std::string message;
+    } rows[] = {
+        {{}, 68, "The cache folder name is empty. Cache will be disabled."},
+        {path("file%2"), 84,
+            "Cannot create cache folder because a file with the same path already exists."},
+        {path("file%2/cache%1"), 78,
             "Could not create cache folder (<cache%1> in <" + path("file%2").toStdString() +
-                "> for <" + path("file%2/cache%1").toStdString() + ">). Cache will be disabled.")));
+                "> for <" + path("file%2/cache%1").toStdString() + ">). Cache will be disabled."},
+    };
+    for (const auto &[newPath, line, message] : rows) {
+        makeFolder("cache");
+        Cache cache(path("cache"));
+        cache.resetCacheFolder(newPath);
+        EXPECT_EQ(cache.cacheFolderPath(), newPath);
+        EXPECT_THAT(tree("."), ElementsAre(Pair("file%2", "x")));
+        EXPECT_THAT(
+            mLog.take(), ElementsAre(Record{1,
+                             "Support: GenericCacheController.cpp:" + std::to_string(line) +
+                                 " Vyn::OvraBase::GenericCacheController::ensureDirectoryExists()",
+                             message}));
+    }
 }
 
 } // namespace

@@ -1,21 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include <ovrabase/files/FileUtils.h>
+#include "support/FolderTest.h"
+
 #include <ovrabase/files/MurmurHash3.h>
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtEndian>
-
-#include <gmock/gmock.h>
 
 #include <array>
 #include <fstream>
 #include <numeric>
-#include <string>
-#include <vector>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -86,16 +80,10 @@ INSTANTIATE_TEST_SUITE_P(Variants, MurmurHash3,
         Variant{"x64_128", MurmurHash3_x64_128, 16, 0x6384BA69U, 0xB551EFA2U}),
     [](const auto &row) { return std::string(row.param.name); });
 
-QString makeFile(const QTemporaryDir &folder, const QByteArray &content)
-{
-    QFile file(folder.filePath(QStringLiteral("file")));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    return file.fileName();
-}
+using ContentHash = Test::FolderTest;
 
-TEST(ContentHash, OfAFileIsThatOfItsBytes)
+TEST_F(ContentHash, OfAFileIsThatOfItsBytes)
 {
-    const QTemporaryDir folder;
     // Around the block of the hash and the pieces in which files are read.
     for (const int size : {0, 1, 15, 16, 17, 65535, 65536, 65537, 1 << 20}) {
         QByteArray content(size, '\0');
@@ -103,24 +91,17 @@ TEST(ContentHash, OfAFileIsThatOfItsBytes)
         std::array<char, 16> expected{};
         MurmurHash3_x64_128(content.constData(), size, 0, expected.data());
 
-        const QByteArray hash = FileUtils::fileDataToHash(makeFile(folder, content));
+        write("file", content);
+        const QByteArray hash = FileUtils::fileDataToHash(path("file"));
         EXPECT_EQ(hash, QByteArray(expected.data(), 16)) << size;
         EXPECT_EQ(hash, FileUtils::dataToHash(content)) << size;
     }
-}
-
-TEST(ContentHash, OfNothingIsZeros)
-{
     EXPECT_EQ(FileUtils::dataToHash({}), QByteArray(16, '\0'));
 }
 
-TEST(ContentHash, ReadsAsTwoNumbers)
+TEST_F(ContentHash, ReadsAsTwoNumbers)
 {
-    QByteArray hash(16, '\0');
-    hash[0] = '\x39'; // 12345
-    hash[1] = '\x30';
-    hash[8] = '\xA6'; // 678
-    hash[9] = '\x02';
+    const QByteArray hash("\x39\x30\0\0\0\0\0\0\xA6\x02\0\0\0\0\0\0", 16);
     EXPECT_EQ(FileUtils::hashToNumber(hash), QStringLiteral("12345-678"));
     EXPECT_EQ(FileUtils::hashToNumber(QByteArray(16, '\xFF')),
         QStringLiteral("18446744073709551615-18446744073709551615"));
@@ -131,7 +112,7 @@ TEST(ContentHash, ReadsAsTwoNumbers)
     }
 }
 
-TEST(ContentHash, OfANameIsThatOfItsUtf8)
+TEST_F(ContentHash, OfANameIsThatOfItsUtf8)
 {
     EXPECT_EQ(FileUtils::fileNameToHash(QStringLiteral("h\u00E9")),
         FileUtils::hashToNumber(FileUtils::dataToHash("h\xC3\xA9")));
@@ -154,14 +135,14 @@ long statusKiB(const std::string &name)
 #endif
 
 /// 5 GiB, most of them holes. The expected hash was computed apart from this library.
-TEST(ContentHash, CoversAllOfAFileBeyondFourGiBInLittleMemory)
+TEST_F(ContentHash, CoversAllOfAFileBeyondFourGiBInLittleMemory)
 {
     constexpr qint64 gib = qint64{1} << 30;
     // Holes in memory are read ten times as fast as holes on a disk.
     const QString memory = QStringLiteral("/dev/shm");
     const QTemporaryDir folder(
         (FileUtils::isFolder(memory) ? memory : QDir::tempPath()) + QStringLiteral("/XXXXXX"));
-    QFile file(makeFile(folder, {}));
+    QFile file(folder.filePath(QStringLiteral("file")));
     ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.resize(5 * gib) && file.seek(4 * gib));
     ASSERT_EQ(file.write("beyond four GiB."), 16);
     ASSERT_TRUE(file.seek(5 * gib));

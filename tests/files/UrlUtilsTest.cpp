@@ -14,10 +14,16 @@
 namespace Vyn::OvraBase::UrlUtils {
 namespace {
 
+using namespace Qt::StringLiterals;
 using Test::Record;
 using Test::RecordedLog;
 using testing::ElementsAre;
-using testing::IsEmpty;
+
+TEST(UrlUtils, OnlyASlashMakesAFolderNameInvalid)
+{
+    EXPECT_TRUE(isValidFolderName(u"a\\b:*?"_s));
+    EXPECT_FALSE(isValidFolderName(u"a/b"_s) || isValidFolderName({}));
+}
 
 TEST(UrlUtils, BaseNameIsTheDecodedFileNameUpToItsFirstDot)
 {
@@ -30,43 +36,30 @@ TEST(UrlUtils, BaseNameIsTheDecodedFileNameUpToItsFirstDot)
     }
 }
 
-TEST(UrlUtils, OnlyASlashMakesAFolderNameInvalid)
-{
-    EXPECT_TRUE(isValidFolderName(QStringLiteral("a\\b:*?")));
-    EXPECT_FALSE(isValidFolderName(QStringLiteral("a/b")));
-    EXPECT_FALSE(isValidFolderName({}));
-}
-
 TEST(UrlUtils, UniqueUrlHoldsANewUuid)
 {
-    const QUrl url = uniqueUrl(QStringLiteral("tmp"));
-    static const QRegularExpression form(
-        QStringLiteral("^tmp:[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}$"));
+    const QUrl url = uniqueUrl(u"tmp"_s);
+    static const QRegularExpression form(u"^tmp:[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}$"_s);
     EXPECT_TRUE(form.match(url.toString()).hasMatch()) << url.toString().toStdString();
-    EXPECT_NE(url, uniqueUrl(QStringLiteral("tmp")));
+    EXPECT_NE(url, uniqueUrl(u"tmp"_s));
 }
 
 TEST(UrlUtils, FindsAnImageAmongPaths)
 {
     EXPECT_FALSE(urlsContainsImages({}));
-    EXPECT_FALSE(urlsContainsImages(
-        {QStringLiteral("png"), QStringLiteral("a.png.txt"), QStringLiteral("b.NEF")}));
-    EXPECT_TRUE(urlsContainsImages({QStringLiteral("a.txt"), QStringLiteral("x/b.tar.PNG")}));
+    EXPECT_FALSE(urlsContainsImages({u"png"_s, u"a.png.txt"_s, u"b.NEF"_s}));
+    EXPECT_TRUE(urlsContainsImages({u"a.txt"_s, u"x/b.tar.PNG"_s}));
 }
 
-TEST(UrlUtils, NativePathOfAsciiNeedsNoWarning)
+TEST(UrlUtils, NativePathGetsAWarningOnlyIfItLosesCharacters)
 {
     const RecordedLog log;
-    EXPECT_EQ(toNativePath(QStringLiteral("/a/b%1.txt")), "/a/b%1.txt");
-    EXPECT_EQ(toNativePath(QUrl(QStringLiteral("file:///a/b"))), "/a/b");
-    EXPECT_EQ(toNativePath(QUrl(QStringLiteral("http://host/a"))), "");
-    EXPECT_THAT(log.records(), IsEmpty());
-}
+    EXPECT_EQ(toNativePath(u"/a/b%1.txt"_s), "/a/b%1.txt");
+    EXPECT_EQ(toNativePath(QUrl(u"file:///a/b"_s)), "/a/b");
+    EXPECT_EQ(toNativePath(QUrl(u"http://host/a"_s)), "");
+    EXPECT_THAT(log.records(), testing::IsEmpty());
 
-TEST(UrlUtils, NativePathThatLosesCharactersGetsAWarning)
-{
-    const RecordedLog log;
-    const QString halfSurrogate = QStringLiteral("/a/%1") + QChar(0xD800); // in no encoding
+    const QString halfSurrogate = u"/a/%1"_s + QChar(0xD800); // in no encoding
     const std::string native = toNativePath(halfSurrogate);
 
     EXPECT_TRUE(native.starts_with("/a/%1")) << native;
@@ -82,11 +75,11 @@ TEST(UrlUtils, NativePathInAnEncodingThatLacksCharacters)
     const auto encode = [](const QString &text) { return text.toLatin1(); };
     const auto decode = [](const QByteArray &bytes) { return QString::fromLatin1(bytes); };
 
-    const NativePath kept = convertToNative(QStringLiteral("/h\u00E9"), encode, decode);
+    const NativePath kept = convertToNative(u"/h\u00E9"_s, encode, decode);
     EXPECT_EQ(kept.bytes, "/h\xE9");
     EXPECT_TRUE(kept.warning.isNull());
 
-    const NativePath lossy = convertToNative(QStringLiteral("/%2\u4E2D"), encode, decode);
+    const NativePath lossy = convertToNative(u"/%2\u4E2D"_s, encode, decode);
     EXPECT_EQ(lossy.bytes, "/%2?");
     EXPECT_EQ(lossy.warning,
         QStringLiteral("Trying to access file </%2\u4E2D> which translates in local text encoding "

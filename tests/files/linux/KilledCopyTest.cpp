@@ -1,13 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include <ovrabase/files/FileUtils.h>
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gmock/gmock.h>
+#include "support/FolderTest.h"
 
 #include <csignal>
 #include <optional>
@@ -18,7 +12,7 @@
 namespace Vyn::OvraBase {
 namespace {
 
-using namespace Qt::StringLiterals;
+using KilledCopy = Test::FolderTest;
 
 /// Runs \a call in a process of its own and kills that at the stop number \a stop, each system call
 /// having one before and one behind it. Returns whether it was killed; nothing when the system does
@@ -53,47 +47,33 @@ std::optional<bool> killAtStop(int stop, Call call)
     return true;
 }
 
-std::optional<QByteArray> contentOf(const QString &path)
-{
-    return FileUtils::isFile(path) ? std::optional(FileUtils::loadBinaryFile(path)) : std::nullopt;
-}
-
 /// Kills the copy at every system call, for a new destination and for one with an old backup.
-TEST(KilledCopy, LeavesWholeContentUnderAKnownName)
+TEST_F(KilledCopy, LeavesWholeContentUnderAKnownName)
 {
-    const QByteArray oldContent(9'000, 'o');
-    const QByteArray newContent(20'000, 'n');
+    const std::string oldContent(9'000, 'o');
+    const std::string newContent(20'000, 'n');
     for (const bool isThere : {false, true}) {
         int stop = 1;
         for (;; ++stop) {
-            const QTemporaryDir folder;
-            const QString source = folder.filePath(u"source"_s);
-            const QString destination = folder.filePath(u"file"_s);
-            const QString backup = folder.filePath(u"file.bak"_s);
-            const auto write = [](const QString &path, const QByteArray &content) {
-                QFile file(path);
-                ASSERT_TRUE(
-                    file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-            };
-            write(source, newContent);
+            FileUtils::removeDirRecursiveIfItExists(path("work"));
+            write("work/source", QByteArray::fromStdString(newContent));
             if (isThere) {
-                write(destination, oldContent);
-                write(backup, "older");
+                write("work/file", QByteArray::fromStdString(oldContent));
+                write("work/file.bak", "older");
             }
 
-            const std::optional<bool> killed =
-                killAtStop(stop, [&] { FileUtils::copyWithBackup(source, destination); });
+            const std::optional<bool> killed = killAtStop(
+                stop, [&] { FileUtils::copyWithBackup(path("work/source"), path("work/file")); });
 
             ASSERT_TRUE(killed.has_value())
                 << "This system refuses ptrace(): that a killed copy loses nothing is NOT tested.";
-            const auto now = contentOf(destination);
-            ASSERT_EQ(contentOf(source), newContent);
-            if (isThere) {
-                ASSERT_TRUE(
-                    now == newContent || now == oldContent || contentOf(backup) == oldContent)
-                    << "killed at stop " << stop;
-            }
-            ASSERT_TRUE(!now || now == newContent || now == oldContent)
+            auto left = tree("work");
+            ASSERT_EQ(left["source"], newContent);
+            const bool isThereNow = left.contains("file");
+            const std::string now = left["file"];
+            const bool isWhole = now == newContent || now == oldContent;
+            ASSERT_TRUE(isWhole || !isThereNow) << "killed at stop " << stop;
+            ASSERT_TRUE(isWhole || !isThere || left["file.bak"] == oldContent)
                 << "killed at stop " << stop;
             if (!*killed) {
                 ASSERT_EQ(now, newContent);
