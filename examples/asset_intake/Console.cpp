@@ -3,6 +3,7 @@
 
 #include "Console.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #ifdef _WIN32
@@ -27,8 +28,8 @@ bool standardOutputIsTerminal()
 void ConsoleLog::log(int level, const QString &context, const QString &message)
 {
     static constexpr const char *kLevels[] = {"info", "warning", "error"};
-    std::fprintf(
-        stderr, "%s: %s (%s)\n", kLevels[level], qUtf8Printable(message), qUtf8Printable(context));
+    std::fprintf(stderr, "%s: %s (%s)\n", kLevels[std::clamp(level, 0, 2)], qUtf8Printable(message),
+        qUtf8Printable(context));
 }
 
 void ConsoleMessages::show(const char *kind, const QString &title, const QString &text) const

@@ -39,19 +39,33 @@ QString classOf(const QString &path)
     return QStringLiteral("other");
 }
 
-/// Returns a valid path in \a library for a file called \a name, where no file is yet.
+bool stands(const QString &path)
+{
+    const QFileInfo entry(path);
+    return entry.exists() || entry.isSymLink();
+}
+
+/// Whether a copy to \a path would meet something there or in the place of its backup.
+bool isTaken(const QString &path)
+{
+    return stands(path) || stands(path + QStringLiteral(".bak"));
+}
+
+/// Returns a valid path in \a library for a file called \a name, where nothing is yet.
 QString freePath(const QString &library, const QString &name)
 {
+    const QDir folder(library);
     QString valid = FileUtils::ensureValidFileName(name);
-    if (valid.contains(u'.')) {
-        return FileUtils::getUniqueFileName(
-            library, FileUtils::getBaseName(valid), FileUtils::getFilePathCompleteExtension(valid));
+    if (isTaken(folder.filePath(valid)) && valid.contains(u'.')) {
+        valid = QFileInfo(FileUtils::getUniqueFileName(library, FileUtils::getBaseName(valid),
+                              FileUtils::getFilePathCompleteExtension(valid)))
+                    .fileName();
     }
-    // Numbers go before an extension; without one, a copy is named as users name copies.
-    while (FileUtils::exists(QDir(library).filePath(valid))) {
+    // What has no extension to number, or meets a folder, is named as users name copies.
+    while (isTaken(folder.filePath(valid))) {
         valid = StringUtils::getCopyName(valid);
     }
-    return QDir(library).filePath(valid);
+    return folder.filePath(valid);
 }
 
 /// The intake of one file at a time.
@@ -133,7 +147,7 @@ private:
     bool mayReplace(const Asset &asset) const
     {
         return asset.duplicates.isEmpty() &&
-               !FileUtils::exists(QDir(mLibrary).filePath(asset.name + QStringLiteral(".bak")));
+               !stands(QDir(mLibrary).filePath(asset.name + QStringLiteral(".bak")));
     }
 
     QString mLibrary;

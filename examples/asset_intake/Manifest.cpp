@@ -13,6 +13,8 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
+#include <algorithm>
+
 using Vyn::OvraBase::FileUtils;
 
 namespace {
@@ -25,11 +27,19 @@ QJsonObject toJson(const Asset &asset)
         {QStringLiteral("duplicates"), QJsonArray::fromStringList(asset.duplicates)}};
 }
 
-Asset fromJson(const QJsonObject &object)
+/// Whether \a value is an entry that this program wrote, and not of somebody's other
+/// "manifest.json".
+bool isAsset(const QJsonValue &value)
 {
-    Asset asset{object[u"source"].toString(), object[u"name"].toString(),
-        object[u"class"].toString(), object[u"hash"].toString(), object[u"size"].toInteger(), {}};
-    for (const QJsonValue &duplicate : object[u"duplicates"].toArray()) {
+    return value[u"source"].isString() && value[u"name"].isString() && value[u"hash"].isString() &&
+           value[u"size"].isDouble();
+}
+
+Asset fromJson(const QJsonValue &value)
+{
+    Asset asset{value[u"source"].toString(), value[u"name"].toString(), value[u"class"].toString(),
+        value[u"hash"].toString(), value[u"size"].toInteger(), {}};
+    for (const QJsonValue &duplicate : value[u"duplicates"].toArray()) {
         asset.duplicates.append(duplicate.toString());
     }
     return asset;
@@ -48,15 +58,17 @@ Manifest::Manifest(const QString &library)
 void Manifest::load()
 {
     const QByteArray text = FileUtils::loadBinaryFile(path());
-    QJsonParseError error;
-    const QJsonArray assets = QJsonDocument::fromJson(text, &error).array();
-    if (!text.isEmpty() && error.error != QJsonParseError::NoError) {
-        throw Vyn::Exception::FileFormatException(error.errorString(), path());
+    const QJsonDocument document = QJsonDocument::fromJson(text);
+    const QJsonArray assets = document.array();
+    if ((!text.isEmpty() && !document.isArray()) ||
+        !std::all_of(assets.begin(), assets.end(), isAsset)) {
+        throw Vyn::Exception::FileFormatException("the manifest is not one of ours", path());
     }
     for (const QJsonValue &value : assets) {
-        const Asset asset = fromJson(value.toObject());
+        const Asset asset = fromJson(value);
         const QFileInfo file(QDir(mLibrary).filePath(asset.name));
-        if (file.isFile() && file.size() == asset.size) {
+        // A name that leads elsewhere was not written here: it is not to be trusted.
+        if (file.fileName() == asset.name && file.isFile() && file.size() == asset.size) {
             add(asset);
         }
     }

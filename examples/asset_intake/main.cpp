@@ -21,6 +21,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QLocale>
 #include <QStandardPaths>
 
@@ -28,10 +29,12 @@
 #include <stlab/concurrency/default_executor.hpp>
 #endif
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <future>
 #include <memory>
+#include <optional>
 
 using namespace Vyn;
 using namespace Vyn::OvraBase;
@@ -43,15 +46,14 @@ struct Job {
     QString destination; ///< the folder of the library
 };
 
-/// Returns the files of \a source but those of \a library, should it lie inside.
+/// Returns the files of \a source, sorted, but those of \a library, should it lie inside.
 std::vector<QString> filesOf(const QString &source, const QString &library)
 {
-    std::vector<QString> files =
-        FileUtils::folderParseFiles(source, {QStringLiteral("*")}, Recursion::Recursive);
-    const QString inside = QDir(library).absolutePath() + u'/';
-    std::erase_if(files, [&inside](const QString &file) {
-        return QDir::cleanPath(QDir().absoluteFilePath(file)).startsWith(inside);
-    });
+    std::vector<QString> files = FileUtils::folderParseFiles(
+        QFileInfo(source).canonicalFilePath(), {QStringLiteral("*")}, Recursion::Recursive);
+    const QString inside = QFileInfo(library).canonicalFilePath() + u'/';
+    std::erase_if(files, [&inside](const QString &file) { return file.startsWith(inside); });
+    std::sort(files.begin(), files.end());
     return files;
 }
 
@@ -59,15 +61,14 @@ std::vector<QString> filesOf(const QString &source, const QString &library)
 Job machinesImages()
 {
     Job job;
+    job.destination = FileUtils::createApplicationTemporaryDir();
     for (const QString &folder : {QStringLiteral("icons"), QStringLiteral("pixmaps")}) {
         for (const QString &found : QStandardPaths::locateAll(
                  QStandardPaths::GenericDataLocation, folder, QStandardPaths::LocateDirectory)) {
-            const std::vector<QString> files = filesOf(found, QString());
+            const std::vector<QString> files = filesOf(found, job.destination);
             job.files.insert(job.files.end(), files.begin(), files.end());
         }
     }
-    FileUtils::clearApplicationTemporaryDir();
-    job.destination = FileUtils::createApplicationTemporaryDir(QStringLiteral("library"));
     return job;
 }
 
@@ -148,32 +149,39 @@ bool run(const Job &job)
     return summary.failed == 0;
 }
 
+/// Returns the job that the arguments ask for, or none when they are wrong.
+std::optional<Job> jobFrom(const QStringList &arguments)
+{
+    if (arguments.isEmpty()) {
+        return machinesImages();
+    }
+    if (arguments.size() != 2 || !FileUtils::isFolder(arguments.at(0))) {
+        return std::nullopt;
+    }
+    const QString library = arguments.at(1);
+    if (!FileUtils::makeFolder(library)) {
+        throw Exception::FolderCreationException("it is no folder and cannot be made one", library);
+    }
+    return Job{filesOf(arguments.at(0), library), library};
+}
+
 int intake(const QStringList &arguments)
 {
-    Job job;
-    if (arguments.isEmpty()) {
-        job = machinesImages();
-    } else if (arguments.size() == 2 && FileUtils::isFolder(arguments.at(0))) {
-        job.destination = arguments.at(1);
-        if (!FileUtils::makeFolder(job.destination)) {
-            std::fprintf(stderr, "%s is no folder and cannot be made one\n",
-                qUtf8Printable(job.destination));
-            return 1;
-        }
-        job.files = filesOf(arguments.at(0), job.destination);
-    } else {
-        std::fputs("usage: asset_intake SOURCE LIBRARY (SOURCE is a folder)\n", stderr);
-        return 2;
-    }
     try {
-        const bool good = run(job);
+        const std::optional<Job> job = jobFrom(arguments);
+        if (!job) {
+            std::fputs("usage: asset_intake SOURCE LIBRARY (SOURCE is a folder)\n", stderr);
+            return 2;
+        }
+        const bool good = run(*job);
         showFailingCall();
         return good ? 0 : 1;
-    } catch (const Exception::BaseException &failure) {
-        std::fprintf(stderr, "%s: the library cannot be used: %s\n",
-            qUtf8Printable(job.destination), failure.what());
-        return 1;
+    } catch (const Exception::IOException &failure) {
+        std::fprintf(stderr, "%s: %s\n", qUtf8Printable(failure.subject()), failure.what());
+    } catch (const std::exception &failure) {
+        std::fprintf(stderr, "the intake failed: %s\n", failure.what());
     }
+    return 1;
 }
 
 } // namespace
