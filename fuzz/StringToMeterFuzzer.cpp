@@ -48,9 +48,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     FuzzedDataProvider provider(data, size);
     const QString unit = QString::fromStdString(provider.ConsumeRandomLengthString(8));
     const QString value = QString::fromStdString(provider.ConsumeRemainingBytesAsString());
-    const double meters = stringToMeter(value, unit);
-    require(meters == expected(value, unit));
-    require(!std::isnan(meters));
-    require(meters == 0 || fromMeter(meters, QStringLiteral("m")) == meters);
+    require(stringToMeter(value, unit) == expected(value, unit));
     return 0;
 }

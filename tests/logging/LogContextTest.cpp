@@ -146,7 +146,12 @@ TEST(LogContext, CutsTheNameOutOfAnyCompilersText)
             Spelling{"void ns::cooperator(int)", "ns::cooperator"},
             Spelling{"void ns::{anonymous}::f()::<lambda(int)> mutable",
                 "ns::{anonymous}::f()::<lambda(int)>"},
-            Spelling{")", ")"}, Spelling{"((", "(("}}) {
+            Spelling{"int* ns::operator<<(int)::Z::q()", "ns::operator<<(int)::Z::q"},
+            Spelling{"auto ns::W::operator->()::(anonymous class)::operator()() const",
+                "ns::W::operator->()::(anonymous class)::operator()"},
+            Spelling{"void f() [with char C = '(']", "f"}, Spelling{"void f() [C = ']']", "f"},
+            Spelling{"void (*(*ns::W::f(int))(int))(long)", "ns::W::f"}, Spelling{")", ")"},
+            Spelling{"((", "(("}}) {
         EXPECT_EQ(Vyn::Detail::qualifiedNameOf(signature), name) << signature;
     }
 }

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <locale>
 #include <stdexcept>
 #include <string>
 #include <tuple>
@@ -58,6 +59,20 @@ TEST_F(LoggerTest, DeliversUpToTheFurthestPositionWrittenUnlessEmpty)
         moved << " one";
     }
     EXPECT_THAT(mMessages, ElementsAre(Message{0, "", "1X oneds "}));
+}
+
+TEST_F(LoggerTest, NumbersAreWrittenAlikeUnderEveryGlobalLocale)
+{
+    struct Grouping : std::numpunct<char> {
+        char do_decimal_point() const override { return ','; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    const std::locale before =
+        std::locale::global(std::locale(std::locale::classic(), new Grouping));
+    mLogger.info("") << 12345 << ' ' << 0.5;
+    mLogger.info("") << 12345 << ' ' << 0.5;
+    std::locale::global(before);
+    EXPECT_THAT(mMessages, ElementsAre(Message{0, "", "12345 0.5"}, Message{0, "", "12345 0.5"}));
 }
 
 TEST_F(LoggerTest, AMessageKeepsTheDelegateThatItBeganWith)

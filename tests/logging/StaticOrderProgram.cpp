@@ -62,10 +62,9 @@ struct LateSpeaker {
         const Core::Log::ScopedPushLogDelegate tooLate(std::make_shared<Counting>());
         logger(Debug).error("late") << "dropped";
 
-        while (GlobalLoggersInstanciator::counter() > 0) {
-            alignas(
-                GlobalLoggersInstanciator) unsigned char place[sizeof(GlobalLoggersInstanciator)];
-            reinterpret_cast<GlobalLoggersInstanciator *>(place)->~GlobalLoggersInstanciator();
+        {
+            const GlobalLoggersInstanciator last;
+            GlobalLoggersInstanciator::counter() = 1;
         }
         if (GlobalLoggersInstanciator::loggers != nullptr) {
             std::fputs("the loggers outlived their last owner\n", stderr);
@@ -92,6 +91,7 @@ int main()
 {
     // Left registered on purpose: the manager must let go of it at its own end.
     gLeftRegistered = new Core::Log::ScopedPushLogDelegate(std::make_shared<Counting>());
+    logger(UI).info("main") << "dropped, not bound yet";
     bindLoggers();
     Core::Log::bindLogger(gBound, QStringLiteral("Bound: "));
     static const TimelySpeaker timely;

@@ -10,7 +10,9 @@
 
 #include <spdlog/spdlog.h>
 
+#include <cstddef>
 #include <string>
+#include <utility>
 
 namespace Vyn::OvraBase {
 namespace {

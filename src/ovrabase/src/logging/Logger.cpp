@@ -12,8 +12,9 @@ namespace {
 
 /// A stream in its first state, which every message moves from: that initialises a stream once,
 /// where the constructor from a buffer does it twice (for input and for output), and initialising
-/// is most of what a short message costs. Moving leaves the state as it is where it counts: format,
-/// locale and a null buffer. Numbers are written the same under every global locale.
+/// is most of what a short message costs. Libraries copy the format on such a move; the locale,
+/// which some swap, is looked after by the message. Numbers are written alike under every global
+/// locale.
 class Pristine : public std::iostream {
 public:
     /// The calling thread's one. It is never destroyed, as static destructors log too.
@@ -77,6 +78,9 @@ StreamLogger::StreamLogger(
     , mContext(std::move(context))
 {
     rdbuf(&mText);
+    if (getloc() != std::locale::classic()) {
+        imbue(std::locale::classic());
+    }
 }
 
 StreamLogger::StreamLogger(StreamLogger &&other) noexcept

@@ -100,18 +100,18 @@ void *loadSharedLibrary(const QString &name)
             QStringLiteral("Failed to retrieve dynamic library: ") + name);
         return nullptr;
     }
-    return Platform::openLibrary(matches.first().absoluteFilePath());
+    return platform::openLibrary(matches.first().absoluteFilePath());
 }
 
 void *loadSymbol(void *library, const QString &symbol)
 {
-    return library ? Platform::findSymbol(library, symbol.toStdString().c_str()) : nullptr;
+    return library ? platform::findSymbol(library, symbol.toStdString().c_str()) : nullptr;
 }
 
 void closeSharedLibrary(void *library)
 {
     if (library) {
-        Platform::closeLibrary(library);
+        platform::closeLibrary(library);
     }
 }
 

@@ -19,7 +19,7 @@ struct LengthUnit {
     double metersPerUnit;
 };
 
-// The order is the users', the factors are to the bit what saved projects were computed with: 12 *
+// The order is the users', the factors are the products of what defines them, to the bit: 12 *
 // 0.0254 and not 0.3048.
 // clang-format off
 constexpr LengthUnit kUnits[] = {

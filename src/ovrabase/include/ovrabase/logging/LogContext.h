@@ -24,6 +24,9 @@ constexpr std::size_t openingBracket(std::string_view text)
 {
     int depth = 0;
     for (std::size_t i = text.size(); i-- > 0;) {
+        if (i > 0 && text[i - 1] == '\'' && i + 1 < text.size() && text[i + 1] == '\'') {
+            continue; // a character as a template argument
+        }
         if (text[i] == ')' || text[i] == ']') {
             ++depth;
         } else if ((text[i] == '(' || text[i] == '[') && --depth == 0) {
@@ -65,9 +68,10 @@ constexpr std::string_view withoutParameters(std::string_view signature)
             return signature; // GCC shows no parameters behind a lambda
         }
         const std::string_view before = signature.substr(0, open);
-        if (signature.ends_with(')') && before.ends_with(' ')) {
+        const std::string_view inside = signature.substr(open + 1, signature.size() - open - 2);
+        if (signature.ends_with(')') && (before.ends_with(' ') || inside.starts_with('*'))) {
             // "int (* f(char))(long)": the function stands inside the type that it returns.
-            signature = signature.substr(open + 1, signature.size() - open - 2);
+            signature = inside;
         } else if (signature.ends_with(')') &&
                    (!before.ends_with(')') || before.ends_with("operator()"))) {
             return before;
@@ -100,6 +104,19 @@ constexpr std::size_t operatorKeyword(std::string_view name)
     return symbol.find('(') == kNowhere || symbol.front() == ' ' ? at : name.size();
 }
 
+/// Returns where the keyword begins if the symbols up to \a end are those of an operator such as
+/// "operator<<", else npos.
+constexpr std::size_t operatorBefore(std::string_view name, std::size_t end)
+{
+    constexpr std::string_view keyword = "operator";
+    std::size_t symbol = end;
+    while (symbol > 0 && std::string_view("<>=-").find(name[symbol - 1]) != kNowhere) {
+        --symbol;
+    }
+    return symbol < end && name.substr(0, symbol).ends_with(keyword) ? symbol - keyword.size()
+                                                                     : kNowhere;
+}
+
 /// Returns the qualified name out of \a signature, the compiler's pretty text of a function:
 /// without return type, parameters, qualifiers and template arguments.
 constexpr std::string_view qualifiedNameOf(std::string_view signature)
@@ -109,7 +126,9 @@ constexpr std::string_view qualifiedNameOf(std::string_view signature)
     int depth = 0;
     for (; begin > 0; --begin) {
         const char c = name[begin - 1];
-        if (c == ')' || c == '>' || c == ']' || c == '}') {
+        if (const std::size_t keyword = operatorBefore(name, begin); keyword != kNowhere) {
+            begin = keyword + 1; // the symbol of an operator is no bracket
+        } else if (c == ')' || c == '>' || c == ']' || c == '}') {
             ++depth;
         } else if (c == '(' || c == '<' || c == '[' || c == '{') {
             --depth;
@@ -130,7 +149,7 @@ public:
     /// \a place is "path:line ", \a function the compiler's text for the function.
     consteval LogContext(std::string_view place, std::string_view function)
         : mPlace(fileNameOf(place))
-#ifdef _MSC_VER
+#if defined(_MSC_VER) && !defined(__clang__)
         , mFunction(function)
 #else
         , mFunction(qualifiedNameOf(function))
@@ -166,7 +185,7 @@ private:
 
 #define OVRABASE_DETAIL_TEXT_OF(x) #x
 #define OVRABASE_DETAIL_TEXT(x) OVRABASE_DETAIL_TEXT_OF(x)
-#ifdef _MSC_VER
+#if defined(_MSC_VER) && !defined(__clang__)
 #define OVRABASE_DETAIL_FUNCTION __FUNCTION__
 #else
 #define OVRABASE_DETAIL_FUNCTION __PRETTY_FUNCTION__

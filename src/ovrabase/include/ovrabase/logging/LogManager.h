@@ -33,8 +33,8 @@ struct OVRABASE_EXPORT LogDelegate {
 
 /// Hands each record to every registered delegate, in the order of arrival.
 ///
-/// All calls are thread-safe and throw nothing. The manager stops at process exit: later records
-/// are dropped.
+/// All calls are thread-safe, and log() throws nothing. The manager stops at process exit: later
+/// records are dropped.
 class OVRABASE_EXPORT LogManager {
 public:
     LogManager(const LogManager &) = delete;
@@ -93,7 +93,7 @@ private:
 OVRABASE_EXPORT void bindLogger(Vyn::Logger &logger, const QString &prefix);
 
 /// Sends Qt's own messages (qWarning() and the like) to the manager, as "file(line): message" with
-/// the context "Default". A fatal message is logged and does not end the process.
+/// the context "Default". The handler only logs a fatal message; Qt ends the process after it.
 /// Returns the handler that was installed before. Thread-safe.
 OVRABASE_EXPORT QtMessageHandler installQtMessageHandler();
 
