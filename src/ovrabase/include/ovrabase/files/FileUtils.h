@@ -35,6 +35,7 @@ class OVRABASE_EXPORT FileUtils : public QObject {
     Q_OBJECT
 
 public:
+    /// For the meta-object only: everything here is static.
     explicit FileUtils(QObject *parent = nullptr);
     ~FileUtils() override;
 
@@ -75,6 +76,8 @@ public:
     /// Links are followed. The forms for urls answer false for what is not a local file.
     /// @{
 
+    /// Tells whether there is anything at the path; the next three, whether it is a file, is a
+    /// folder, may be read.
     static bool exists(const QString &path);
     static bool exists(const QUrl &url);
     static bool isFile(const QString &path);
@@ -107,9 +110,13 @@ public:
     /// Extensions are given without the dot and compared without case, where not said otherwise.
     /// @{
 
+    /// usd, usda, usdc, usdz, obj, fbx, gltf, glb
     static bool isMeshExt(const QString &ext);
+    /// slvar, the archives
     static bool isSLVARExt(const QString &ext);
+    /// vskfilter and ovrafilter
     static bool isVSKFilterExt(const QString &ext);
+    /// ovqa
     static bool isQuickActionExt(const QString &ext);
     /// Tells whether \a ext, in lower case, is none of the formats that are refused.
     static bool isImageFormatSupported(const QString &ext);

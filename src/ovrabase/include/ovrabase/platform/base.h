@@ -36,8 +36,8 @@ OVRABASE_EXPORT const QString &getSharedLibraryExtension();
 /// Loads the library of that name from the application's folder and returns its handle.
 ///
 /// Only the file name in \a name counts, never its folder, and of that the part up to the second
-/// point: "a.b.c.dll" loads the first file (by name) that matches "a.b*", so that a version behind
-/// the extension need not be known. Null when no file matches, which is logged as an error, and
+/// point: "a.b.c.dll" loads the first entry (by name) that matches "a.b*", so that a version behind
+/// the extension need not be known. Null when nothing matches, which is logged as an error, and
 /// when the system refuses the file. Runs the library's start-up code. Thread-safe.
 OVRABASE_EXPORT void *loadSharedLibrary(const QString &name);
 

@@ -23,14 +23,16 @@ class OVRABASE_EXPORT DefaultAsyncRecovery : public Service {
 public:
     OVRABASE_SERVICE_TYPE_ID(Vyn::OvraBase::DefaultAsyncRecovery)
 
+    /// A registered operation.
     struct Recoverable {
         Vyn::future<void> future;
         std::string description; ///< UTF-8
     };
 
+    /// Nothing is registered.
     DefaultAsyncRecovery();
 
-    /// Waits for every registered operation if, and as long as, the ServiceLocator is started and
+    /// Waits for every registered operation before whose wait the ServiceLocator is started and
     /// holds a DefaultAsyncRecovery: the main thread handles events meanwhile, except the user's
     /// and those of sockets, any other thread blocks. Else returns at once, so a registry that
     /// ServiceLocator::stop() destroys waits for nothing.

@@ -19,6 +19,7 @@ public:
     /// Keeps a service muted while it lives. It may be moved, not copied.
     class OVRABASE_EXPORT MuteScope {
     public:
+        /// Takes the mute of \a other, which is empty then.
         MuteScope(MuteScope &&other) noexcept;
         /// Takes the mute of \a other. Move into empty scopes only: a mute that this one held
         /// before is never ended.
@@ -37,6 +38,7 @@ public:
 
     ~MessagingService() override;
 
+    /// The application decides how a message is shown; the library never calls these four.
     virtual void showInformation(const QString &title, const QString &text) = 0;
     virtual void showWarning(const QString &title, const QString &text) = 0;
     virtual void showError(const QString &title, const QString &text) = 0;
