@@ -39,7 +39,8 @@ Asset fromJson(const QJsonValue &value)
 {
     Asset asset{value[u"source"].toString(), value[u"name"].toString(), value[u"class"].toString(),
         value[u"hash"].toString(), value[u"size"].toInteger(), {}};
-    for (const QJsonValue &duplicate : value[u"duplicates"].toArray()) {
+    const QJsonArray duplicates = value[u"duplicates"].toArray();
+    for (const auto &duplicate : duplicates) {
         asset.duplicates.append(duplicate.toString());
     }
     return asset;
@@ -64,7 +65,7 @@ void Manifest::load()
         !std::all_of(assets.begin(), assets.end(), isAsset)) {
         throw Vyn::Exception::FileFormatException("the manifest is not one of ours", path());
     }
-    for (const QJsonValue &value : assets) {
+    for (const auto &value : assets) {
         const Asset asset = fromJson(value);
         const QFileInfo file(QDir(mLibrary).filePath(asset.name));
         // A name that leads elsewhere was not written here: it is not to be trusted.

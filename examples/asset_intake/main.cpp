@@ -158,7 +158,7 @@ std::optional<Job> jobFrom(const QStringList &arguments)
     if (arguments.size() != 2 || !FileUtils::isFolder(arguments.at(0))) {
         return std::nullopt;
     }
-    const QString library = arguments.at(1);
+    const QString &library = arguments.at(1);
     if (!FileUtils::makeFolder(library)) {
         throw Exception::FolderCreationException("it is no folder and cannot be made one", library);
     }

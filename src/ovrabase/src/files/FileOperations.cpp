@@ -169,7 +169,7 @@ QString replaceByCopy(const QString &source, const QString &destination, const Q
         QFileInfo(destination)
             .dir()
             .filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral(".tmp"));
-    if (const QString reason = copyFile(from, fresh); !reason.isNull()) {
+    if (QString reason = copyFile(from, fresh); !reason.isNull()) {
         return reason;
     }
     QFile copy(fresh);
