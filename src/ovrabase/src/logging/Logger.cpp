@@ -10,11 +10,16 @@
 namespace Vyn {
 namespace {
 
+// Moving from a stream copies its format; its locale is copied too, but swapped by this library.
+#ifdef _MSVC_STL_VERSION
+constexpr bool kMoveSwapsLocale = true;
+#else
+constexpr bool kMoveSwapsLocale = false;
+#endif
+
 /// A stream in its first state, which every message moves from: that initialises a stream once,
 /// where the constructor from a buffer does it twice (for input and for output), and initialising
-/// is most of what a short message costs. Libraries copy the format on such a move; the locale,
-/// which some swap, is looked after by the message. Numbers are written alike under every global
-/// locale.
+/// is most of what a short message costs. Numbers are written alike under every global locale.
 class Pristine : public std::iostream {
 public:
     /// The calling thread's one. It is never destroyed, as static destructors log too.
@@ -78,7 +83,7 @@ StreamLogger::StreamLogger(
     , mContext(std::move(context))
 {
     rdbuf(&mText);
-    if (getloc() != std::locale::classic()) {
+    if constexpr (kMoveSwapsLocale) {
         imbue(std::locale::classic());
     }
 }
