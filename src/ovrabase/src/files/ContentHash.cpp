@@ -14,20 +14,13 @@ namespace {
 constexpr qsizetype kHashSize = 16;
 constexpr qsizetype kPieceSize = qsizetype{64} * 1024;
 
-QByteArray hashOf(Murmur3Stream &stream)
-{
-    QByteArray hash(kHashSize, Qt::Uninitialized);
-    stream.finish(hash.data());
-    return hash;
-}
-
 } // namespace
 
 QByteArray FileUtils::dataToHash(const QByteArray &data)
 {
-    Murmur3Stream stream(0);
-    stream.add(data.constData(), static_cast<std::size_t>(data.size()));
-    return hashOf(stream);
+    QByteArray hash(kHashSize, Qt::Uninitialized);
+    murmurHash3(data.constData(), static_cast<std::size_t>(data.size()), 0, hash.data());
+    return hash;
 }
 
 QByteArray FileUtils::fileDataToHash(const QString &path)
@@ -40,7 +33,9 @@ QByteArray FileUtils::fileDataToHash(const QString &path)
         stream.add(piece.constData(), static_cast<std::size_t>(size));
     }
     verifyReading(file);
-    return hashOf(stream);
+    QByteArray hash(kHashSize, Qt::Uninitialized);
+    stream.finish(hash.data());
+    return hash;
 }
 
 QString FileUtils::hashToNumber(const QByteArray &hash)

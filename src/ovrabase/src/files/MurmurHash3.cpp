@@ -26,15 +26,6 @@ void storeWord(Word word, unsigned char *out)
     qToLittleEndian(word, out);
 }
 
-/// Reads up to a whole word, zeros in place of the bytes that are missing.
-template<class Word>
-Word loadPart(const unsigned char *data, std::size_t size)
-{
-    unsigned char bytes[sizeof(Word)] = {};
-    std::memcpy(bytes, data, std::min(size, sizeof(Word)));
-    return loadWord<Word>(bytes);
-}
-
 std::uint32_t finalMix(std::uint32_t h)
 {
     h = (h ^ (h >> 16)) * 0x85ebca6bU;
@@ -66,6 +57,46 @@ std::uint64_t mixSecond(std::uint64_t k)
     return std::rotl(k * 0x4cf5ad432745937fU, 33) * 0x87c37b91114253d5U;
 }
 
+using Lanes = Murmur3Stream::Lanes;
+constexpr std::size_t kBlockSize = Murmur3Stream::kBlockSize;
+
+Lanes mixBlocks(Lanes lanes, const unsigned char *data, std::size_t size)
+{
+    auto [h1, h2] = lanes;
+    for (const unsigned char *const end = data + size; data != end; data += kBlockSize) {
+        h1 ^= mixFirst(loadWord<std::uint64_t>(data));
+        h1 = (std::rotl(h1, 27) + h2) * 5 + 0x52dce729U;
+        h2 ^= mixSecond(loadWord<std::uint64_t>(data + 8));
+        h2 = (std::rotl(h2, 31) + h1) * 5 + 0x38495ab5U;
+    }
+    return {h1, h2};
+}
+
+/// Mixes in the rest, fewer bytes than a block, and the length of all.
+void finishLanes(
+    Lanes lanes, const unsigned char *rest, std::size_t restSize, std::uint64_t length, void *out)
+{
+    auto [h1, h2] = lanes;
+    if (restSize > 0) {
+        unsigned char block[kBlockSize] = {};
+        std::memcpy(block, rest, restSize);
+        h2 ^= mixSecond(loadWord<std::uint64_t>(block + 8));
+        h1 ^= mixFirst(loadWord<std::uint64_t>(block));
+    }
+    h1 ^= length;
+    h2 ^= length;
+    h1 += h2;
+    h2 += h1;
+    h1 = finalMix(h1);
+    h2 = finalMix(h2);
+    h1 += h2;
+    h2 += h1;
+
+    auto *bytes = static_cast<unsigned char *>(out);
+    storeWord(h1, bytes);
+    storeWord(h2, bytes + 8);
+}
+
 // The four lanes of x86_128: lane i multiplies by constants i and i + 1.
 
 constexpr std::uint32_t kLaneConstants[] = {
@@ -84,18 +115,12 @@ std::uint32_t mixWord(std::uint32_t k)
 
 } // namespace
 
-void Murmur3Stream::addBlocks(const unsigned char *data, std::size_t size)
+void murmurHash3(const void *data, std::size_t size, std::uint32_t seed, void *out)
 {
-    std::uint64_t h1 = mH1;
-    std::uint64_t h2 = mH2;
-    for (const unsigned char *const end = data + size; data != end; data += kBlockSize) {
-        h1 ^= mixFirst(loadWord<std::uint64_t>(data));
-        h1 = (std::rotl(h1, 27) + h2) * 5 + 0x52dce729U;
-        h2 ^= mixSecond(loadWord<std::uint64_t>(data + 8));
-        h2 = (std::rotl(h2, 31) + h1) * 5 + 0x38495ab5U;
-    }
-    mH1 = h1;
-    mH2 = h2;
+    const auto *bytes = static_cast<const unsigned char *>(data);
+    const std::size_t restSize = size % kBlockSize;
+    const Lanes lanes = mixBlocks({seed, seed}, bytes, size - restSize);
+    finishLanes(lanes, bytes + size - restSize, restSize, size, out);
 }
 
 void Murmur3Stream::add(const void *data, std::size_t size)
@@ -112,47 +137,27 @@ void Murmur3Stream::add(const void *data, std::size_t size)
         if (mRestSize < kBlockSize) {
             return;
         }
-        addBlocks(mRest, kBlockSize);
+        mLanes = mixBlocks(mLanes, mRest, kBlockSize);
         bytes += taken;
         size -= taken;
     }
     mRestSize = size % kBlockSize;
-    addBlocks(bytes, size - mRestSize);
+    mLanes = mixBlocks(mLanes, bytes, size - mRestSize);
     std::memcpy(mRest, bytes + size - mRestSize, mRestSize);
 }
 
-void Murmur3Stream::finish(void *out)
+void Murmur3Stream::finish(void *out) const
 {
-    std::uint64_t h1 = mH1;
-    std::uint64_t h2 = mH2;
-    std::memset(mRest + mRestSize, 0, kBlockSize - mRestSize);
-    h2 ^= mixSecond(loadWord<std::uint64_t>(mRest + 8));
-    h1 ^= mixFirst(loadWord<std::uint64_t>(mRest));
-
-    h1 ^= mLength;
-    h2 ^= mLength;
-    h1 += h2;
-    h2 += h1;
-    h1 = finalMix(h1);
-    h2 = finalMix(h2);
-    h1 += h2;
-    h2 += h1;
-
-    auto *bytes = static_cast<unsigned char *>(out);
-    storeWord(h1, bytes);
-    storeWord(h2, bytes + 8);
+    finishLanes(mLanes, mRest, mRestSize, mLength, out);
 }
 
 void MurmurHash3_x64_128(const void *key, int length, std::uint32_t seed, void *out)
 {
-    Murmur3Stream stream(seed);
-    stream.add(key, sizeOf(length));
-    stream.finish(out);
+    murmurHash3(key, sizeOf(length), seed, out);
 }
 
 void MurmurHash3_x86_128(const void *key, int length, std::uint32_t seed, void *out)
 {
-    constexpr std::size_t blockSize = 16;
     const auto *data = static_cast<const unsigned char *>(key);
     const std::size_t size = sizeOf(length);
     std::uint32_t h1 = seed;
@@ -160,8 +165,8 @@ void MurmurHash3_x86_128(const void *key, int length, std::uint32_t seed, void *
     std::uint32_t h3 = seed;
     std::uint32_t h4 = seed;
 
-    const std::size_t restSize = size % blockSize;
-    for (std::size_t at = 0; at < size - restSize; at += blockSize) {
+    const std::size_t restSize = size % kBlockSize;
+    for (std::size_t at = 0; at < size - restSize; at += kBlockSize) {
         const unsigned char *const block = data + at;
         h1 ^= mixLane<0>(loadWord<std::uint32_t>(block));
         h1 = (std::rotl(h1, 19) + h2) * 5 + 0x561ccd1bU;
@@ -174,7 +179,7 @@ void MurmurHash3_x86_128(const void *key, int length, std::uint32_t seed, void *
     }
 
     // A word of zeros mixes to zero: what is missing changes nothing.
-    unsigned char rest[blockSize] = {};
+    unsigned char rest[kBlockSize] = {};
     if (restSize > 0) {
         std::memcpy(rest, data + size - restSize, restSize);
     }
@@ -218,7 +223,9 @@ void MurmurHash3_x86_32(const void *key, int length, std::uint32_t seed, void *o
         h = std::rotl(h, 13) * 5 + 0xe6546b64U;
     }
     if (restSize > 0) {
-        h ^= mixWord(loadPart<std::uint32_t>(data + size - restSize, restSize));
+        unsigned char rest[sizeof(h)] = {};
+        std::memcpy(rest, data + size - restSize, restSize);
+        h ^= mixWord(loadWord<std::uint32_t>(rest));
     }
     storeWord(finalMix(h ^ static_cast<std::uint32_t>(size)), static_cast<unsigned char *>(out));
 }
