@@ -127,7 +127,9 @@ bool carryOut(const PlannedCopy &copy)
 
 bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
 {
-    return a.canonicalPath() == b.canonicalPath() && a.fileName() == b.fileName();
+    std::error_code unknown;
+    return a.fileName() == b.fileName() &&
+           std::filesystem::equivalent(a.filesystemPath(), b.filesystemPath(), unknown);
 }
 
 /// Makes \a copy, which must not exist, a copy of \a source. Returns why that failed, or a null
@@ -154,26 +156,25 @@ QString copyFile(const QFileInfo &source, const QString &copy)
 QString replaceByCopy(const QString &source, const QString &destination, const QString &backup)
 {
     const QFileInfo from(source);
-    if (from.exists()) {
-        // Reading from a pipe may never begin, from a device never end.
-        if (!from.isFile()) {
-            return QStringLiteral("the source is not a file");
-        }
-        if (areSameEntry(from, QFileInfo(destination))) {
-            return QStringLiteral("source and destination are the same file");
-        }
+    // Reading from a pipe may never begin, from a device never end.
+    if (!from.isFile() && from.exists()) {
+        return QStringLiteral("the source is not a file");
+    }
+    const QFileInfo before(destination);
+    const bool isThere = standsThere(before);
+    if (isThere && areSameEntry(from, before)) {
+        return QStringLiteral("source and destination are the same file");
     }
 
     // The copy is whole before anything moves: dying on the way costs nobody's data.
-    const QString fresh =
-        QFileInfo(destination)
-            .dir()
-            .filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral(".tmp"));
+    const QString fresh = before.path() + u'/' +
+                          QUuid::createUuid().toString(QUuid::WithoutBraces) +
+                          QStringLiteral(".tmp");
     if (QString reason = copyFile(from, fresh); !reason.isNull()) {
         return reason;
     }
     QFile copy(fresh);
-    if (standsThere(destination)) {
+    if (isThere) {
         if (const std::error_code error = platform::renameOver(destination, backup)) {
             copy.remove();
             return QString::fromLocal8Bit(error.message());
@@ -226,10 +227,9 @@ bool isLink(const QFileInfo &entry)
     return entry.isSymLink() || entry.isJunction();
 }
 
-bool standsThere(const QString &path)
+bool standsThere(const QFileInfo &entry)
 {
-    const QFileInfo entry(path);
-    return entry.exists() || isLink(entry);
+    return isLink(entry) || entry.exists();
 }
 
 // QDir::removeRecursively() empties what a junction leads to, and what "link/" leads to.
@@ -285,7 +285,7 @@ bool FileUtils::copyWithBackup(const QString &source, const QString &destination
     }
     logAt(kNotCopiedWithBackup, Debug, Logger::Warning,
         QStringLiteral("Failed to copy %1 to %2 because %3").arg(source, destination, reason));
-    if (standsThere(backup) && !standsThere(destination)) {
+    if (standsThere(QFileInfo(backup)) && !standsThere(QFileInfo(destination))) {
         QFile::rename(backup, destination);
     }
     return false;
@@ -367,7 +367,7 @@ void FileUtils::removeDirRecursiveIfItExists(const QString &path)
 
 void FileUtils::removeFileIfItExists(const QString &path)
 {
-    if (standsThere(path) && !QFile::remove(path) && standsThere(path)) {
+    if (standsThere(QFileInfo(path)) && !QFile::remove(path) && standsThere(QFileInfo(path))) {
         fail<Exception::FileDeletionException>(
             kFileNotRemoved, QStringLiteral("Could not remove: ") + logStr(path), path);
     }

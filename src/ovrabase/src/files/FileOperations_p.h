@@ -26,7 +26,7 @@ QString withoutTrailingSeparators(const QString &path);
 bool isLink(const QFileInfo &entry);
 
 /// Tells whether an entry has the name \a path, be it a link that leads nowhere.
-bool standsThere(const QString &path);
+bool standsThere(const QFileInfo &entry);
 
 /// Removes the folder \a path with its content and returns whether all of it went. A link, as
 /// \a path or inside, is removed and its target left alone.
