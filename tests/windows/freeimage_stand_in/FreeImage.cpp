@@ -4,50 +4,17 @@
 #include "FreeImage.h"
 
 #include <string>
+#include <string_view>
 
 namespace {
 
-/// The formats of FreeImage 3.18 by number: the name, then the extensions.
-constexpr const char *kFormats[] = {
-    " bmp ",
-    " ico ",
-    " jpeg jpg jif jpe ",
-    " jng ",
-    " koala koa ",
-    " iff lbm ",
-    " mng ",
-    " pbm ",
-    " pbmraw ",
-    " pcd ",
-    " pcx ",
-    " pgm ",
-    " pgmraw ",
-    " png ",
-    " ppm ",
-    " ppmraw ",
-    " ras ",
-    " targa tga ",
-    " tiff tif ",
-    " wbmp wap wbm ",
-    " psd psb ",
-    " cut ",
-    " xbm ",
-    " xpm ",
-    " dds ",
-    " gif ",
-    " hdr ",
-    " g3 ",
-    " sgi rgb rgba bw ",
-    " exr ",
-    " j2k j2c ",
-    " jp2 ",
-    " pfm ",
-    " pict pct pic ",
-    " raw 3fr arw bay bmq cap cine cr2 crw cs1 dc2 dcr drf dsc dng erf fff ia iiq k25 kc2 kdc mdc"
-    " mef mos mrw nef nrw orf pef ptx pxn qtk raf rdc rw2 rwl rwz sr2 srf srw sti x3f ",
-    " webp ",
-    " jpeg-xr jxr wdp hdp ",
-};
+/// The names and extensions of the formats of FreeImage 3.18.
+constexpr char kKnown[] =
+    " bmp ico jpeg jpg jif jpe jng koala koa iff lbm mng pbm pbmraw pcd pcx pgm pgmraw png ppm "
+    "ppmraw ras targa tga tiff tif wbmp wap wbm psd psb cut xbm xpm dds gif hdr g3 sgi rgb rgba bw "
+    "exr j2k j2c jp2 pfm pict pct pic raw 3fr arw bay bmq cap cine cr2 crw cs1 dc2 dcr drf dsc dng "
+    "erf fff ia iiq k25 kc2 kdc mdc mef mos mrw nef nrw orf pef ptx pxn qtk raf rdc rw2 rwl rwz "
+    "sr2 srf srw sti x3f webp jpeg-xr jxr wdp hdp ";
 
 } // namespace
 
@@ -61,12 +28,6 @@ FREE_IMAGE_FORMAT FreeImage_GetFIFFromFilename(const char *filename)
     for (char &c : word) {
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     }
-    int number = 0;
-    for (const std::string format : kFormats) {
-        if (format.find(' ' + word + ' ') != std::string::npos) {
-            return static_cast<FREE_IMAGE_FORMAT>(number);
-        }
-        ++number;
-    }
-    return FIF_UNKNOWN;
+    return std::string_view(kKnown).find(' ' + word + ' ') != std::string_view::npos ? FIF_KNOWN
+                                                                                     : FIF_UNKNOWN;
 }

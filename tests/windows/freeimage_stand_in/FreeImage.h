@@ -10,8 +10,8 @@
 #define FREEIMAGE_MAJOR_VERSION 3
 #define FREEIMAGE_MINOR_VERSION 18
 
-enum FREE_IMAGE_FORMAT : int { FIF_UNKNOWN = -1 };
+enum FREE_IMAGE_FORMAT : int { FIF_UNKNOWN = -1, FIF_KNOWN = 0 };
 
-/// Returns the number of the format whose extension or name, in any case, is the text after the
-/// last dot of \a filename (all of it when there is none), else FIF_UNKNOWN.
+/// Returns FIF_KNOWN where the text after the last dot of \a filename (all of it when there is
+/// none) is the extension or the name of a format in any case, else FIF_UNKNOWN.
 extern "C" FREE_IMAGE_FORMAT FreeImage_GetFIFFromFilename(const char *filename);
