@@ -8,7 +8,7 @@ for folder; do
 done
 . "$(dirname "$0")/lib.sh"
 
-install_packages "${build_packages[@]}"
+install_packages "${build_packages[@]}" adwaita-icon-theme # some icons at least
 quietly "configure" cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release \
     -DOVRABASE_BUILD_TESTS=OFF -DOVRABASE_WARNINGS_AS_ERRORS=ON
 quietly "build" cmake --build build/demo -j "$jobs"
