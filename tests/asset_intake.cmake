@@ -39,6 +39,11 @@ expect_content(library/manifest_001.json "content of manifest.json")
 run(0 ${folders})
 expect_in_output("Nothing to copy (0 files")
 
+# As a run leaves it that was killed before it could save.
+file(REMOVE "${WORK}/library/manifest.json")
+run(0 ${folders})
+expect_in_output("Nothing to copy (0 files")
+
 file(WRITE "${WORK}/source/README" "changed")
 run(0 ${folders})
 expect_content(library/README "changed")
@@ -54,5 +59,6 @@ expect_in_output("Nothing to copy (0 files")
 
 run(2 "${WORK}/missing" "${WORK}/library")
 run(2 "${WORK}/source")
+run(2 "${WORK}/source/sub" "${WORK}/source")
 run(1 "${WORK}/source" "${WORK}/source/README")
 file(REMOVE_RECURSE "${WORK}")

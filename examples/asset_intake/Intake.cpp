@@ -4,6 +4,7 @@
 #include "Intake.h"
 
 #include "Console.h"
+#include "HashesAhead.h"
 
 #include <ovrabase/errors/Exception.h>
 #include <ovrabase/files/FileUtils.h>
@@ -12,6 +13,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 
 using Vyn::OvraBase::FileUtils;
 namespace StringUtils = Vyn::OvraBase::StringUtils;
@@ -42,7 +44,7 @@ QString classOf(const QString &path)
 bool stands(const QString &path)
 {
     const QFileInfo entry(path);
-    return entry.exists() || entry.isSymLink();
+    return entry.isSymLink() || entry.exists();
 }
 
 /// Whether a copy to \a path would meet something there or in the place of its backup.
@@ -51,33 +53,17 @@ bool isTaken(const QString &path)
     return stands(path) || stands(path + QStringLiteral(".bak"));
 }
 
-/// Returns a valid path in \a library for a file called \a name, where nothing is yet.
-QString freePath(const QString &library, const QString &name)
-{
-    const QDir folder(library);
-    QString valid = FileUtils::ensureValidFileName(name);
-    if (isTaken(folder.filePath(valid)) && valid.contains(u'.')) {
-        valid = QFileInfo(FileUtils::getUniqueFileName(library, FileUtils::getBaseName(valid),
-                              FileUtils::getFilePathCompleteExtension(valid)))
-                    .fileName();
-    }
-    // What has no extension to number, or meets a folder, is named as users name copies.
-    while (isTaken(folder.filePath(valid))) {
-        valid = StringUtils::getCopyName(valid);
-    }
-    return folder.filePath(valid);
-}
-
 /// The intake of one file at a time.
 class Intake {
 public:
-    Intake(const QString &library, Manifest &manifest)
+    Intake(const std::vector<QString> &files, const QString &library, Manifest &manifest)
         : mLibrary(library)
         , mManifest(manifest)
+        , mHashes(files)
     {
     }
 
-    /// Takes the file in and returns what happened to it, as a line for the user.
+    /// Takes the next file in and returns what happened to it, as a line for the user.
     QString take(const QString &source)
     {
         const QFileInfo file(source);
@@ -110,8 +96,12 @@ private:
     QString bringIn(const QFileInfo &file, const QString &assetClass, Tally &tally)
     {
         const QString source = file.absoluteFilePath();
-        const QString hash = FileUtils::hashToNumber(FileUtils::fileDataToHash(source));
+        const QString hash = mHashes.next();
         if (Asset *const same = mManifest.withContent(hash, file.size())) {
+            if (same->source.isEmpty()) {
+                mManifest.setSource(*same, source, assetClass);
+                return QStringLiteral("already there as %1").arg(same->name);
+            }
             if (same->source == source) {
                 return QStringLiteral("unchanged");
             }
@@ -123,7 +113,7 @@ private:
         Asset *const before = mManifest.fromSource(source);
         const bool replaces = before && mayReplace(*before);
         const QString destination =
-            replaces ? QDir(mLibrary).filePath(before->name) : freePath(mLibrary, file.fileName());
+            replaces ? QDir(mLibrary).filePath(before->name) : freePath(file.fileName());
         if (!FileUtils::copyWithBackup(source, destination)) {
             ++mSummary.failed;
             return QStringLiteral("left alone, it cannot be copied");
@@ -142,6 +132,28 @@ private:
                                        : QStringLiteral("new, as %1").arg(name);
     }
 
+    /// Returns a valid path in the library for a file called \a name, where nothing is yet.
+    QString freePath(const QString &name)
+    {
+        const QString valid = FileUtils::ensureValidFileName(name);
+        QString &path = mLastPaths[valid]; // numbers go on from there
+        if (path.isEmpty()) {
+            path = QDir(mLibrary).filePath(valid);
+        }
+        if (!isTaken(path)) {
+            return path;
+        }
+        if (valid.contains(u'.')) {
+            path = FileUtils::getUniqueFileName(mLibrary, FileUtils::getBaseName(path),
+                FileUtils::getFilePathCompleteExtension(valid));
+        }
+        // What has no extension to number, or meets a folder, is named as users name copies.
+        while (isTaken(path)) {
+            path = StringUtils::getCopyName(path);
+        }
+        return path;
+    }
+
     /// Whether the content of \a asset may go to its backup: nobody else means it, and nothing is
     /// in the place of the backup.
     bool mayReplace(const Asset &asset) const
@@ -152,6 +164,8 @@ private:
 
     QString mLibrary;
     Manifest &mManifest;
+    QHash<QString, QString> mLastPaths; ///< by valid name
+    HashesAhead mHashes;
     Summary mSummary;
 };
 
@@ -160,7 +174,7 @@ private:
 Summary takeIn(const std::vector<QString> &files, const QString &library, Manifest &manifest)
 {
     FileUtils::touch(manifest.path()); // an asset of the same name gets another one
-    Intake intake(library, manifest);
+    Intake intake(files, library, manifest);
     Listing listing(static_cast<qsizetype>(files.size()));
     for (const QString &file : files) {
         listing.print(intake.take(file));

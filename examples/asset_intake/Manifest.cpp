@@ -12,6 +12,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
+#include <QSet>
 
 #include <algorithm>
 
@@ -54,6 +55,7 @@ Manifest::Manifest(const QString &library)
     if (FileUtils::isFile(path())) {
         load();
     }
+    findUnnamed();
 }
 
 void Manifest::load()
@@ -75,11 +77,27 @@ void Manifest::load()
     }
 }
 
+void Manifest::findUnnamed()
+{
+    QSet<QString> named{QFileInfo(path()).fileName()};
+    for (const Asset &asset : mAssets) {
+        named.insert(asset.name);
+    }
+    const QFileInfoList files = QDir(mLibrary).entryInfoList(QDir::Files, QDir::Unsorted);
+    for (const QFileInfo &file : files) {
+        if (!named.contains(file.fileName())) {
+            mUnnamed.insert(file.size(), file.fileName());
+        }
+    }
+}
+
 bool Manifest::save() const
 {
     QJsonArray assets;
     for (const Asset &asset : mAssets) {
-        assets.append(toJson(asset));
+        if (!asset.source.isEmpty()) {
+            assets.append(toJson(asset));
+        }
     }
     QSaveFile file(path()); // never a half-written manifest
     return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(assets).toJson()) >= 0 &&
@@ -93,6 +111,14 @@ QString Manifest::path() const
 
 Asset *Manifest::withContent(const QString &hash, qint64 size)
 {
+    const QStringList unnamed = mUnnamed.values(size);
+    mUnnamed.remove(size);
+    for (const QString &name : unnamed) {
+        const QByteArray content = FileUtils::fileDataToHash(QDir(mLibrary).filePath(name));
+        if (const QString number = FileUtils::hashToNumber(content); !mByHash.contains(number)) {
+            add({{}, name, {}, number, size, {}});
+        }
+    }
     Asset *const asset = mByHash.value(hash);
     return asset && asset->size == size ? asset : nullptr;
 }
@@ -107,7 +133,14 @@ void Manifest::add(const Asset &asset)
     mAssets.push_back(asset);
     Asset *const added = &mAssets.back();
     mByHash.insert(added->hash, added);
-    mBySource.insert(added->source, added);
+    setSource(*added, added->source, added->assetClass);
+}
+
+void Manifest::setSource(Asset &asset, const QString &source, const QString &assetClass)
+{
+    asset.source = source;
+    asset.assetClass = assetClass;
+    mBySource.insert(source, &asset);
 }
 
 void Manifest::addDuplicate(Asset &asset, const QString &source)

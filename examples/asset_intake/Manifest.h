@@ -11,7 +11,7 @@
 
 /// One file of the library and where it came from.
 struct Asset {
-    QString source; ///< absolute path
+    QString source; ///< absolute path; empty until a source with this content comes in
     QString name;   ///< file name in the library
     QString assetClass;
     QString hash;           ///< of the content
@@ -19,7 +19,8 @@ struct Asset {
     QStringList duplicates; ///< further sources of the same content
 };
 
-/// What the library holds, kept in its "manifest.json".
+/// What the library holds, kept in its "manifest.json". Files that it does not name, such as those
+/// of a run that was killed, are known by their content all the same.
 class Manifest {
 public:
     /// Reads the manifest of \a library. Assets whose file is gone or has changed its size are
@@ -33,15 +34,18 @@ public:
     Asset *fromSource(const QString &source);
 
     void add(const Asset &asset);
+    void setSource(Asset &asset, const QString &source, const QString &assetClass);
     void addDuplicate(Asset &asset, const QString &source);
     /// Makes \a asset what came from its source now.
     void replaceContent(Asset &asset, const QString &hash, qint64 size);
 
 private:
     void load();
+    void findUnnamed();
 
     QString mLibrary;
     std::deque<Asset> mAssets; // addresses stay
     QHash<QString, Asset *> mByHash;
     QHash<QString, Asset *> mBySource;
+    QMultiHash<qint64, QString> mUnnamed; // by size
 };

@@ -46,6 +46,13 @@ struct Job {
     QString destination; ///< the folder of the library
 };
 
+/// Whether both are one folder, or the first lies inside the second.
+bool isAtOrBelow(const QString &path, const QString &folder)
+{
+    const auto spelled = [](const QString &of) { return QDir(of).canonicalPath() + u'/'; };
+    return spelled(path).startsWith(spelled(folder));
+}
+
 /// Returns the files of \a source, sorted, but those of \a library, should it lie inside.
 std::vector<QString> filesOf(const QString &source, const QString &library)
 {
@@ -162,6 +169,9 @@ std::optional<Job> jobFrom(const QStringList &arguments)
     if (!FileUtils::makeFolder(library)) {
         throw Exception::FolderCreationException("it is no folder and cannot be made one", library);
     }
+    if (isAtOrBelow(arguments.at(0), library)) {
+        return std::nullopt;
+    }
     return Job{filesOf(arguments.at(0), library), library};
 }
 
@@ -170,7 +180,9 @@ int intake(const QStringList &arguments)
     try {
         const std::optional<Job> job = jobFrom(arguments);
         if (!job) {
-            std::fputs("usage: asset_intake SOURCE LIBRARY (SOURCE is a folder)\n", stderr);
+            std::fputs(
+                "usage: asset_intake SOURCE LIBRARY (SOURCE is a folder outside of LIBRARY)\n",
+                stderr);
             return 2;
         }
         const bool good = run(*job);
