@@ -167,9 +167,8 @@ QString replaceByCopy(const QString &source, const QString &destination, const Q
     }
 
     // The copy is whole before anything moves: dying on the way costs nobody's data.
-    const QString fresh = before.path() + u'/' +
-                          QUuid::createUuid().toString(QUuid::WithoutBraces) +
-                          QStringLiteral(".tmp");
+    const QString fresh = before.dir().filePath(
+        QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral(".tmp"));
     if (QString reason = copyFile(from, fresh); !reason.isNull()) {
         return reason;
     }
