@@ -40,30 +40,19 @@ protected:
 TEST_P(MurmurHash3, HasTheVerificationValueOfItsAuthor)
 {
     const auto verify = [](std::uint32_t firstSeed) {
-        std::array<unsigned char, 256> key{};
-        std::iota(key.begin(), key.end(), static_cast<unsigned char>(0));
         std::vector<unsigned char> hashes;
         for (std::uint32_t size = 0; size < 256; ++size) {
-            const auto one = hash(key.data(), size, firstSeed - size);
+            // At every alignment, and no longer than needed: the sanitizer sees any read outside.
+            const std::uint32_t shift = size % 15;
+            std::vector<unsigned char> key(shift + size);
+            std::iota(key.begin() + shift, key.end(), static_cast<unsigned char>(0));
+            const auto one = hash(key.data() + shift, size, firstSeed - size);
             hashes.insert(hashes.end(), one.begin(), one.end());
         }
         return qFromLittleEndian<std::uint32_t>(hash(hashes.data(), hashes.size()).data());
     };
     EXPECT_EQ(verify(256), GetParam().verification);
     EXPECT_EQ(verify(0xFFFFFFFFU), GetParam().withHighSeeds);
-}
-
-TEST_P(MurmurHash3, IsTheSameAtEveryAlignmentAndReadsNothingBeyondTheEnd)
-{
-    for (std::size_t size = 0; size <= 70; ++size) {
-        const std::vector<unsigned char> key(size, 0xA5);
-        const auto expected = hash(key.data(), size, 7);
-        for (std::size_t shift = 1; shift < 16; ++shift) {
-            // Exactly as long as needed, so that the sanitizer sees any read outside.
-            std::vector<unsigned char> shifted(shift + size, 0xA5);
-            EXPECT_EQ(hash(shifted.data() + shift, size, 7), expected) << size << '+' << shift;
-        }
-    }
 }
 
 TEST_P(MurmurHash3, TakesANegativeLengthAndANullKeyForNothing)
@@ -105,19 +94,13 @@ TEST_F(ContentHash, ReadsAsTwoNumbers)
     EXPECT_EQ(FileUtils::hashToNumber(hash), QStringLiteral("12345-678"));
     EXPECT_EQ(FileUtils::hashToNumber(QByteArray(16, '\xFF')),
         QStringLiteral("18446744073709551615-18446744073709551615"));
+    EXPECT_EQ(FileUtils::fileNameToHash(QStringLiteral("h\u00E9")),
+        FileUtils::hashToNumber(FileUtils::dataToHash("h\xC3\xA9")));
     for (const int size : {0, 15, 17}) {
         const QByteArray data(size, 'x');
         EXPECT_EQ(
             FileUtils::hashToNumber(data), FileUtils::hashToNumber(FileUtils::dataToHash(data)));
     }
-}
-
-TEST_F(ContentHash, OfANameIsThatOfItsUtf8)
-{
-    EXPECT_EQ(FileUtils::fileNameToHash(QStringLiteral("h\u00E9")),
-        FileUtils::hashToNumber(FileUtils::dataToHash("h\xC3\xA9")));
-    EXPECT_NE(FileUtils::fileNameToHash(QStringLiteral("a")),
-        FileUtils::fileNameToHash(QStringLiteral("A")));
 }
 
 #ifdef Q_OS_LINUX

@@ -63,10 +63,10 @@ bool FileUtils::isValidFileName(const QString &name)
 
 QString FileUtils::ensureValidFileName(const QString &name)
 {
-    QString valid = upToFirstNul(name).toString();
-    if (valid.isEmpty()) {
+    if (name.isEmpty()) {
         return tr("file");
     }
+    QString valid = upToFirstNul(name).toString();
     std::replace_if(valid.begin(), valid.end(), isForbidden, QChar(u'x'));
     if (hasReservedStem(valid)) {
         valid.prepend(u'_');

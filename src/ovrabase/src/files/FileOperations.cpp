@@ -13,12 +13,14 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QTextStream>
 #include <QUuid>
 
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -42,16 +44,9 @@ constexpr QDir::Filters kEverything =
 bool removeEntry(const QFileInfo &entry)
 {
     const QString path = entry.filePath();
-    if (QFile::remove(path)) {
-        return true;
-    }
-    if (isLink(entry)) {
-        return QDir().rmdir(path); // how Windows removes a link to a folder
-    }
-    // Windows keeps files that are read-only.
-    return !entry.permission(QFile::WriteUser) &&
-           QFile::setPermissions(path, entry.permissions() | QFile::WriteUser) &&
-           QFile::remove(path);
+    return QFile::remove(path) ||
+           (isLink(entry) && QDir().rmdir(path)) || // how Windows removes a link to a folder
+           platform::removeReadOnly(path);
 }
 
 struct PlannedCopy {
@@ -69,67 +64,86 @@ bool isAtOrBelow(const QString &path, const QString &folder)
            path.startsWith(folder.endsWith(u'/') ? folder : QString(folder + u'/'));
 }
 
-/// Plans the copy of \a entry, which stands in \a folder.
-PlannedCopy planCopy(const QFileInfo &entry, const PlannedCopy &folder)
+/// Returns how many entries a folder has, or -1 when it cannot be read to its end.
+qsizetype countEntries(const QString &path)
 {
-    const QString name = QDir::separator() + entry.fileName();
-    PlannedCopy copy{PlannedCopy::Impossible, folder.from + name, folder.to + name};
-    if (entry.isFile() || entry.isShortcut()) {
-        copy.kind = PlannedCopy::File;
-    } else if (entry.isDir()) {
-        copy.kind = PlannedCopy::Folder;
-        copy.linkedFrom = folder.linkedFrom;
-        if (isLink(entry)) {
-            copy.linkedFrom.append(QFileInfo(folder.from).canonicalFilePath());
-            const QString target = entry.canonicalFilePath();
-            const bool leadsBack = std::any_of(copy.linkedFrom.cbegin(), copy.linkedFrom.cend(),
-                [&](const QString &origin) { return isAtOrBelow(origin, target); });
-            copy.kind = leadsBack ? PlannedCopy::Impossible : PlannedCopy::Folder;
-        }
+    std::error_code error;
+    qsizetype count = 0;
+    std::filesystem::directory_iterator entry(platform::nativePath(path), error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        ++count;
     }
-    return copy;
+    return error ? -1 : count;
 }
 
-/// Lists what the folder \a source holds now, every folder before its content.
-std::vector<PlannedCopy> planFolderCopy(const QString &source, const QString &destination)
-{
-    std::vector<PlannedCopy> plan{{PlannedCopy::Folder, source, destination}};
-    for (std::size_t i = 0; i < plan.size(); ++i) {
-        if (plan[i].kind != PlannedCopy::Folder) {
-            continue;
+/// Lists what a folder holds now, every folder before its content.
+class FolderCopyPlan {
+public:
+    FolderCopyPlan(const QString &source, const QString &destination)
+        : mCopies{{PlannedCopy::Folder, source, destination}}
+    {
+        for (std::size_t i = 0; i < mCopies.size(); ++i) {
+            if (mCopies[i].kind == PlannedCopy::Folder && !addContent(PlannedCopy(mCopies[i]))) {
+                mCopies.push_back(mCopies[i]);
+                mCopies.back().kind = PlannedCopy::Impossible;
+            }
         }
-        const PlannedCopy folder = plan[i];
+    }
+
+    const std::vector<PlannedCopy> &copies() const { return mCopies; }
+
+private:
+    /// Returns whether all of the content could be listed.
+    bool addContent(const PlannedCopy &folder)
+    {
         const QDir dir(folder.from);
-        if (!dir.isReadable()) {
-            plan[i].kind = PlannedCopy::Impossible;
-            continue;
-        }
         const QFileInfoList entries = dir.entryInfoList(kEverything, QDir::Unsorted);
         for (const QFileInfo &entry : entries) {
-            plan.push_back(planCopy(entry, folder));
+            addEntry(entry, folder);
         }
+        // Qt tells neither that a folder cannot be read nor which names it cannot spell.
+        return !QFileInfo(folder.from).isNativePath() ||
+               countEntries(folder.from) == entries.size();
     }
-    return plan;
-}
 
-bool carryOut(const PlannedCopy &copy)
-{
-    switch (copy.kind) {
-    case PlannedCopy::Folder:
-        return QDir().mkpath(copy.to);
-    case PlannedCopy::File:
-        return QFile::copy(copy.from, copy.to);
-    case PlannedCopy::Impossible:
-        break;
+    void addEntry(const QFileInfo &entry, const PlannedCopy &folder)
+    {
+        const QString name = QDir::separator() + entry.fileName();
+        PlannedCopy copy{PlannedCopy::Impossible, folder.from + name, folder.to + name};
+        if (entry.isFile() || entry.isShortcut()) {
+            copy.kind = PlannedCopy::File;
+        } else if (entry.isDir()) {
+            copy.linkedFrom = folder.linkedFrom;
+            copy.kind = isLink(entry) && !mayFollow(entry, folder, copy.linkedFrom)
+                            ? PlannedCopy::Impossible
+                            : PlannedCopy::Folder;
+        }
+        mCopies.push_back(copy);
     }
-    return false;
-}
+
+    /// Whether the content behind \a link, which stands in \a folder, comes in: not where that
+    /// leads back, and not without end where folders behind links link to each other.
+    bool mayFollow(const QFileInfo &link, const PlannedCopy &folder, QStringList &linkedFrom)
+    {
+        constexpr int kMostNested = 1000;
+        const QString target = link.canonicalFilePath();
+        const bool isNested = !linkedFrom.isEmpty();
+        linkedFrom.append(QFileInfo(folder.from).canonicalFilePath());
+        return std::none_of(linkedFrom.cbegin(), linkedFrom.cend(), [&](const QString &origin) {
+            return isAtOrBelow(origin, target);
+        }) && (!isNested || ++mNested[target] <= kMostNested);
+    }
+
+    std::vector<PlannedCopy> mCopies;
+    QHash<QString, int> mNested; ///< how often a folder was met behind a second link
+};
 
 bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
 {
     std::error_code unknown;
     return a.fileName() == b.fileName() &&
-           std::filesystem::equivalent(a.filesystemPath(), b.filesystemPath(), unknown);
+           std::filesystem::equivalent(
+               platform::nativePath(a.path()), platform::nativePath(b.path()), unknown);
 }
 
 /// Makes \a copy, which must not exist, a copy of \a source. Returns why that failed, or a null
@@ -140,21 +154,28 @@ QString copyFile(const QFileInfo &source, const QString &copy)
         QFile resource(source.filePath());
         return resource.copy(copy) ? QString() : resource.errorString();
     }
-    // Qt's copy waits until the disk has each file, which is most of its time for small ones.
-    std::error_code error;
-    std::filesystem::copy_file(
-        source.filesystemFilePath(), QFileInfo(copy).filesystemFilePath(), error);
+    const std::error_code error = platform::copyFile(source.filePath(), copy);
     if (!error) {
         return {};
     }
     QFile::remove(copy);
-    return QString::fromLocal8Bit(error.message());
+    return QString::fromLocal8Bit(error.message().c_str());
+}
+
+/// Whether \a path is a pipe: opening it to write may never end.
+bool waitsForAReader(const QString &path)
+{
+    std::error_code unknown;
+    return std::filesystem::is_fifo(platform::nativePath(path), unknown);
 }
 
 /// Puts a copy of \a source in the place of \a destination, which is kept as \a backup. Returns why
 /// that failed, or a null string.
 QString replaceByCopy(const QString &source, const QString &destination, const QString &backup)
 {
+    if (!canBePath(source) || !canBePath(destination)) {
+        return QStringLiteral("one of them is not a path");
+    }
     const QFileInfo from(source);
     // Reading from a pipe may never begin, from a device never end.
     if (!from.isFile() && from.exists()) {
@@ -174,9 +195,12 @@ QString replaceByCopy(const QString &source, const QString &destination, const Q
     }
     QFile copy(fresh);
     if (isThere) {
+        if (before.isDir() && !isLink(before)) {
+            QFile::remove(backup); // a folder does not replace a file
+        }
         if (const std::error_code error = platform::renameOver(destination, backup)) {
             copy.remove();
-            return QString::fromLocal8Bit(error.message());
+            return QString::fromLocal8Bit(error.message().c_str());
         }
     }
     if (!copy.rename(destination)) {
@@ -211,6 +235,11 @@ void verifyReading(const QFile &file)
     }
 }
 
+bool canBePath(const QString &path)
+{
+    return !path.isEmpty() && !path.contains(QChar::Null);
+}
+
 QString withoutTrailingSeparators(const QString &path)
 {
     QString entry = QDir::fromNativeSeparators(path);
@@ -239,7 +268,7 @@ bool removeFolder(const QString &path)
         return removeEntry(top);
     }
     bool allGone = true;
-    std::vector<QString> folders{top.filePath()};
+    std::vector<QString> folders{top.canonicalFilePath()}; // "." cannot be removed by that name
     for (std::size_t i = 0; i < folders.size(); ++i) {
         const QFileInfoList entries = QDir(folders[i]).entryInfoList(kEverything, QDir::Unsorted);
         for (const QFileInfo &entry : entries) {
@@ -260,13 +289,15 @@ bool removeFolder(const QString &path)
 
 bool FileUtils::copyRecursively(const QString &source, const QString &destination)
 {
-    if (!isFolder(source)) {
+    if (!isFolder(source) || !canBePath(destination)) {
         return false;
     }
-    const QString target = QDir(source).absoluteFilePath(destination);
     bool allCopied = true;
-    for (const PlannedCopy &copy : planFolderCopy(source, target)) {
-        if (!carryOut(copy)) {
+    const FolderCopyPlan plan(source, QDir(source).absoluteFilePath(destination));
+    for (const PlannedCopy &copy : plan.copies()) {
+        if (copy.kind == PlannedCopy::Folder) {
+            QDir().mkpath(copy.to); // without it, the copy of each file inside tells
+        } else if (copy.kind == PlannedCopy::Impossible || !QFile::copy(copy.from, copy.to)) {
             logAt(kNotCopiedWithFolder, Support, Logger::Warning,
                 QStringLiteral("Error while copying : %1 to : %2").arg(copy.from, copy.to));
             allCopied = false;
@@ -308,7 +339,9 @@ std::vector<QString> FileUtils::folderParseFiles(
 
 void FileUtils::hideFileOnWindows(const QString &path)
 {
-    platform::hideFile(path);
+    if (canBePath(path)) {
+        platform::hideFile(path);
+    }
 }
 
 QByteArray FileUtils::loadBinaryFile(const QString &path)
@@ -334,7 +367,8 @@ QString FileUtils::loadTextFileToQString(const QString &path)
 bool FileUtils::saveTextToFile(const QString &text, const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+    if (!canBePath(path) || waitsForAReader(path) ||
+        !file.open(QIODevice::WriteOnly | QIODevice::Text)) {
         return false;
     }
     QTextStream stream(&file);
@@ -348,10 +382,7 @@ bool FileUtils::saveTextToFile(const QString &text, const QString &path)
 bool FileUtils::makeFolder(const QString &path)
 {
     const QFileInfo entry(path);
-    if (entry.isDir()) {
-        return true;
-    }
-    return !path.isEmpty() && !entry.isFile() && QDir().mkpath(QDir(path).absolutePath());
+    return entry.isDir() || (!entry.isFile() && QDir().mkpath(QDir(path).absolutePath()));
 }
 
 void FileUtils::removeDirRecursiveIfItExists(const QString &path)
@@ -366,7 +397,9 @@ void FileUtils::removeDirRecursiveIfItExists(const QString &path)
 
 void FileUtils::removeFileIfItExists(const QString &path)
 {
-    if (standsThere(QFileInfo(path)) && !QFile::remove(path) && standsThere(QFileInfo(path))) {
+    const QFileInfo entry(path);
+    if (standsThere(entry) && !QFile::remove(path) && !(isLink(entry) && QDir().rmdir(path)) &&
+        standsThere(QFileInfo(path))) {
         fail<Exception::FileDeletionException>(
             kFileNotRemoved, QStringLiteral("Could not remove: ") + logStr(path), path);
     }
@@ -374,9 +407,7 @@ void FileUtils::removeFileIfItExists(const QString &path)
 
 void FileUtils::touch(const QString &path)
 {
-    const QFileInfo entry(path);
-    // Opening a pipe may wait for ever.
-    if (entry.isFile() || !entry.exists()) {
+    if (canBePath(path) && !waitsForAReader(path)) {
         [[maybe_unused]] const bool touched =
             QFile(path).open(QIODevice::WriteOnly | QIODevice::Append);
     }

@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <filesystem>
 #include <system_error>
 
 /// \file
@@ -20,8 +21,17 @@ public:
     NtfsPermissionLookup &operator=(const NtfsPermissionLookup &) = delete;
 };
 
+/// Returns \a path as the standard library takes it, whatever its characters.
+std::filesystem::path nativePath(const QString &path);
+
 /// Gives \a path the Windows attribute "hidden" and no other.
 void hideFile(const QString &path);
+
+/// Removes a file that the system keeps because it is read-only. Without success it still is.
+bool removeReadOnly(const QString &path);
+
+/// Copies the file \a from to \a to, where nothing is yet. A failure may leave a part there.
+std::error_code copyFile(const QString &from, const QString &to);
 
 /// Renames \a from to \a to in one step, over a file that is there. Without success nothing has
 /// changed. Both stand in one folder.

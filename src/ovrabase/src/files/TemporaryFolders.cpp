@@ -57,11 +57,12 @@ QString defaultTemplate()
 QTemporaryDir FileUtils::createTemporaryDir(const QString &nameTemplate)
 {
     const QString path = inApplicationTemporaryFolder(nameTemplate);
-    QTemporaryDir folder(path);
-    if (!folder.isValid()) {
-        failToCreate(path);
+    if (canBePath(path)) {
+        if (QTemporaryDir folder(path); folder.isValid()) {
+            return folder;
+        }
     }
-    return folder;
+    failToCreate(path);
 }
 
 QTemporaryDir FileUtils::createTemporaryDir()
@@ -138,7 +139,7 @@ QString FileUtils::ensureFileIsOnDisk(const QString &pathOrUrl)
     for (;;) {
         QString target =
             getUniqueFileName(folder, getBaseName(pathOrUrl), getFilePathExtension(pathOrUrl));
-        if (QFile::copy(source, target)) {
+        if (canBePath(source) && QFile::copy(source, target)) {
             return target;
         }
         // Another caller may have taken the name meanwhile.

@@ -131,7 +131,7 @@ public:
     /// NUL, and no reserved device name before the last dot. An empty name passes.
     static bool isValidFileName(const QString &name);
     /// Returns \a name up to its first NUL with "x" for every forbidden character, behind a "_"
-    /// when it is a reserved device name; the translated word "file" for an empty name.
+    /// when it is a reserved device name; the translated word "file" for an empty \a name.
     static QString ensureValidFileName(const QString &name);
 
     /// Returns a path in \a folder at which no file stands: "baseName.extension" or, when it is
@@ -167,7 +167,7 @@ public:
 
     /// @}
     /// \name Application folders
-    /// Their bases are computed on first use and kept.
+    /// Those of data and documents are computed on first use and kept.
     /// @{
 
     /// Makes a folder inside the application's temporary folder that disappears with the returned
@@ -192,7 +192,8 @@ public:
     static QString getAppDataAbsolutePath(const QString &path);
     /// Resolves a relative \a path against documents/organisation/application. Creates nothing.
     Q_INVOKABLE static QString getDocumentsAbsolutePath(const QString &path);
-    /// Returns the folder of the program, empty as long as there is no application object.
+    /// Returns the folder of the program, empty as long as there is no application object. The first
+    /// call with one fills in the string: a reference from an earlier call must not be read then.
     static const QString &safeApplicationDirPath();
 
     /// Returns a local path for \a pathOrUrl: a plain path and a "file" url come back as they are,

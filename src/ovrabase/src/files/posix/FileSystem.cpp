@@ -5,23 +5,37 @@
 
 #include <QFile>
 
-#include <cerrno>
-#include <cstdio>
-
 namespace Vyn::OvraBase::platform {
 
 NtfsPermissionLookup::NtfsPermissionLookup() {}
 
 NtfsPermissionLookup::~NtfsPermissionLookup() {}
 
+std::filesystem::path nativePath(const QString &path)
+{
+    return QFile::encodeName(path).toStdString();
+}
+
 void hideFile(const QString & /*path*/) {}
+
+bool removeReadOnly(const QString & /*path*/)
+{
+    return false; // it was not for that
+}
+
+std::error_code copyFile(const QString &from, const QString &to)
+{
+    // Qt's copy waits until the disk has each file, which is most of its time for small ones.
+    std::error_code error;
+    std::filesystem::copy_file(nativePath(from), nativePath(to), error);
+    return error;
+}
 
 std::error_code renameOver(const QString &from, const QString &to)
 {
-    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
-        return {errno, std::generic_category()};
-    }
-    return {};
+    std::error_code error;
+    std::filesystem::rename(nativePath(from), nativePath(to), error);
+    return error;
 }
 
 } // namespace Vyn::OvraBase::platform

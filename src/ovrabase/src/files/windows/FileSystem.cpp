@@ -6,8 +6,6 @@
 #include <QDir>
 #include <QMutex>
 
-#include <string>
-
 #include <qt_windows.h>
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 6, 0)
@@ -32,9 +30,10 @@ void addToLookups(int count)
 }
 #endif
 
-std::wstring nativePath(const QString &path)
+std::error_code errorUnless(bool succeeded)
 {
-    return QDir::toNativeSeparators(path).toStdWString();
+    const DWORD code = succeeded ? ERROR_SUCCESS : ::GetLastError();
+    return {static_cast<int>(code), std::system_category()};
 }
 
 } // namespace
@@ -54,13 +53,48 @@ void hideFile(const QString &path)
     ::SetFileAttributesA(path.toUtf8().constData(), FILE_ATTRIBUTE_HIDDEN);
 }
 
+std::filesystem::path nativePath(const QString &path)
+{
+    // Calls of the system take longer paths only in this form.
+    constexpr qsizetype kLongPath = MAX_PATH - 12;
+    QString native = QDir::toNativeSeparators(path);
+    if (native.size() >= kLongPath && QDir::isAbsolutePath(path)) {
+        native = QDir::toNativeSeparators(QDir::cleanPath(path));
+        const bool isShare = native.startsWith(QLatin1String("\\\\"));
+        native = isShare ? QLatin1String("\\\\?\\UNC") + native.sliced(1)
+                         : QLatin1String("\\\\?\\") + native;
+    }
+    return native.toStdWString();
+}
+
+bool removeReadOnly(const QString &path)
+{
+    const std::filesystem::path name = nativePath(path);
+    const DWORD before = ::GetFileAttributesW(name.c_str());
+    if (before == INVALID_FILE_ATTRIBUTES || (before & FILE_ATTRIBUTE_READONLY) == 0 ||
+        !::SetFileAttributesW(name.c_str(), before & ~DWORD{FILE_ATTRIBUTE_READONLY})) {
+        return false;
+    }
+    const bool isGone = ::DeleteFileW(name.c_str()) != 0;
+    if (!isGone) {
+        ::SetFileAttributesW(name.c_str(), before);
+    }
+    return isGone;
+}
+
+std::error_code copyFile(const QString &from, const QString &to)
+{
+    const std::filesystem::path source = nativePath(from);
+    const std::filesystem::path destination = nativePath(to);
+    return errorUnless(::CopyFileW(source.c_str(), destination.c_str(), TRUE) != 0);
+}
+
 std::error_code renameOver(const QString &from, const QString &to)
 {
-    if (!::MoveFileExW(
-            nativePath(from).c_str(), nativePath(to).c_str(), MOVEFILE_REPLACE_EXISTING)) {
-        return {static_cast<int>(::GetLastError()), std::system_category()};
-    }
-    return {};
+    const std::filesystem::path source = nativePath(from);
+    const std::filesystem::path destination = nativePath(to);
+    return errorUnless(
+        ::MoveFileExW(source.c_str(), destination.c_str(), MOVEFILE_REPLACE_EXISTING) != 0);
 }
 
 } // namespace Vyn::OvraBase::platform
