@@ -1,14 +1,20 @@
-# Runs asset_intake twice on folders full of traps: cmake -DINTAKE=program -DWORK=folder -P this file
+# Runs asset_intake on folders full of traps:
+#   cmake -DINTAKE=program -DWORK=folder [-DEMULATOR=what runs Windows programs] -P this file
 
 file(REMOVE_RECURSE "${WORK}")
-foreach(name manifest.json a.png a.png.bak README sub/README nul.txt sub/mesh.GLB link/x.slvar)
+set(traps manifest.json a.png a.png.bak README sub/README con_005.txt sub/con_005.txt sub/mesh.GLB link/x.slvar)
+if(NOT EMULATOR)
+    list(APPEND traps nul.txt) # a device of Windows
+endif()
+list(LENGTH traps count)
+foreach(name ${traps})
     file(WRITE "${WORK}/source/${name}" "content of ${name}")
 endforeach()
 file(WRITE "${WORK}/source/sub/again.glb" "content of sub/mesh.GLB")
 file(WRITE "${WORK}/library/a.png.bak" "the user's own")
 
 function(run expected_status)
-    execute_process(COMMAND "${INTAKE}" ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
+    execute_process(COMMAND ${EMULATOR} "${INTAKE}" ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
     if(NOT status EQUAL expected_status)
         message(FATAL_ERROR "status ${status} of ${ARGN}, expected ${expected_status}:\n${out}${err}")
     endif()
@@ -29,10 +35,14 @@ endfunction()
 
 set(folders "${WORK}/source" "${WORK}/library")
 run(0 ${folders})
-expect_in_output("Copied (8 files")
+expect_in_output("Copied (${count} files")
 expect_in_output("duplicate of")
 expect_content(library/a.png.bak "the user's own")
-expect_content(library/_nul.txt "content of nul.txt")
+expect_content("library/a copy.png" "content of a.png")
+expect_content(library/_con.txt "content of sub/con_005.txt")
+if(NOT EMULATOR)
+    expect_content(library/_nul.txt "content of nul.txt")
+endif()
 expect_content("library/README copy" "content of sub/README")
 expect_content(library/manifest_001.json "content of manifest.json")
 
@@ -48,6 +58,24 @@ file(WRITE "${WORK}/source/README" "changed")
 run(0 ${folders})
 expect_content(library/README "changed")
 expect_content(library/README.bak "content of README")
+
+# A duplicate that has changed is none, and keeps nobody from being replaced.
+file(WRITE "${WORK}/source/sub/mesh.GLB" "other")
+run(0 ${folders})
+file(WRITE "${WORK}/source/sub/again.glb" "changed too")
+run(0 ${folders})
+expect_content(library/again.glb "changed too")
+
+# An asset that somebody changed is not what came in.
+file(WRITE "${WORK}/library/x.slvar" "CONTENT of link/x.slvar")
+run(0 ${folders})
+expect_in_output("Copied (1 files")
+if(CMAKE_HOST_SYSTEM_NAME STREQUAL Linux AND NOT EMULATOR)
+    file(CREATE_LINK /proc/self/mem "${WORK}/source/unreadable.png" SYMBOLIC) # nothing is mapped at 0
+    run(1 ${folders})
+    expect_in_output("(0 files, 0 bytes), 1 failed")
+    file(REMOVE "${WORK}/source/unreadable.png")
+endif()
 
 # Somebody else's manifest is not ours to replace; a library inside the source is not its own source.
 file(WRITE "${WORK}/foreign/manifest.json" "{\"name\": \"an app\"}")

@@ -106,10 +106,11 @@ private:
                 return QStringLiteral("unchanged");
             }
             ++tally.duplicates;
-            mManifest.addDuplicate(*same, source);
+            mManifest.setDuplicate(*same, source);
             return QStringLiteral("duplicate of %1").arg(same->name);
         }
 
+        mManifest.removeDuplicate(source);
         Asset *const before = mManifest.fromSource(source);
         const bool replaces = before && mayReplace(*before);
         const QString destination =
@@ -135,21 +136,25 @@ private:
     /// Returns a valid path in the library for a file called \a name, where nothing is yet.
     QString freePath(const QString &name)
     {
+        const QDir folder(mLibrary);
         const QString valid = FileUtils::ensureValidFileName(name);
         QString &path = mLastPaths[valid]; // numbers go on from there
         if (path.isEmpty()) {
-            path = QDir(mLibrary).filePath(valid);
+            path = folder.filePath(valid);
         }
         if (!isTaken(path)) {
             return path;
         }
-        if (valid.contains(u'.')) {
-            path = FileUtils::getUniqueFileName(mLibrary, FileUtils::getBaseName(path),
-                FileUtils::getFilePathCompleteExtension(valid));
+        const QString extension = FileUtils::getFilePathCompleteExtension(valid);
+        QString base = FileUtils::getBaseName(path);
+        if (!extension.isEmpty()) {
+            path = FileUtils::getUniqueFileName(mLibrary, base, extension);
+            path = folder.filePath(FileUtils::ensureValidFileName(QFileInfo(path).fileName()));
         }
         // What has no extension to number, or meets a folder, is named as users name copies.
         while (isTaken(path)) {
-            path = StringUtils::getCopyName(path);
+            base = StringUtils::getCopyName(base);
+            path = folder.filePath(extension.isEmpty() ? base : QString(base + u'.' + extension));
         }
         return path;
     }

@@ -6,6 +6,7 @@
 #include <ovrabase/errors/Exception.h>
 #include <ovrabase/files/FileUtils.h>
 
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -20,11 +21,16 @@ using Vyn::OvraBase::FileUtils;
 
 namespace {
 
-QJsonObject toJson(const Asset &asset)
+qint64 modifiedAt(const QFileInfo &file)
+{
+    return file.lastModified().toMSecsSinceEpoch();
+}
+
+QJsonObject toJson(const Asset &asset, const QFileInfo &file)
 {
     return {{QStringLiteral("source"), asset.source}, {QStringLiteral("name"), asset.name},
         {QStringLiteral("class"), asset.assetClass}, {QStringLiteral("hash"), asset.hash},
-        {QStringLiteral("size"), asset.size},
+        {QStringLiteral("size"), asset.size}, {QStringLiteral("modified"), modifiedAt(file)},
         {QStringLiteral("duplicates"), QJsonArray::fromStringList(asset.duplicates)}};
 }
 
@@ -71,7 +77,8 @@ void Manifest::load()
         const Asset asset = fromJson(value);
         const QFileInfo file(QDir(mLibrary).filePath(asset.name));
         // A name that leads elsewhere was not written here: it is not to be trusted.
-        if (file.fileName() == asset.name && file.isFile() && file.size() == asset.size) {
+        if (file.fileName() == asset.name && file.isFile() && file.size() == asset.size &&
+            modifiedAt(file) == value[u"modified"].toInteger()) {
             add(asset);
         }
     }
@@ -96,7 +103,7 @@ bool Manifest::save() const
     QJsonArray assets;
     for (const Asset &asset : mAssets) {
         if (!asset.source.isEmpty()) {
-            assets.append(toJson(asset));
+            assets.append(toJson(asset, QFileInfo(QDir(mLibrary).filePath(asset.name))));
         }
     }
     QSaveFile file(path()); // never a half-written manifest
@@ -133,7 +140,10 @@ void Manifest::add(const Asset &asset)
     mAssets.push_back(asset);
     Asset *const added = &mAssets.back();
     mByHash.insert(added->hash, added);
-    setSource(*added, added->source, added->assetClass);
+    mBySource.insert(added->source, added);
+    for (const QString &duplicate : added->duplicates) {
+        mByDuplicate.insert(duplicate, added);
+    }
 }
 
 void Manifest::setSource(Asset &asset, const QString &source, const QString &assetClass)
@@ -143,10 +153,19 @@ void Manifest::setSource(Asset &asset, const QString &source, const QString &ass
     mBySource.insert(source, &asset);
 }
 
-void Manifest::addDuplicate(Asset &asset, const QString &source)
+void Manifest::setDuplicate(Asset &asset, const QString &source)
 {
-    if (source != asset.source && !asset.duplicates.contains(source)) {
+    if (mByDuplicate.value(source) != &asset) {
+        removeDuplicate(source);
         asset.duplicates.append(source);
+        mByDuplicate.insert(source, &asset);
+    }
+}
+
+void Manifest::removeDuplicate(const QString &source)
+{
+    if (Asset *const asset = mByDuplicate.take(source)) {
+        asset->duplicates.removeOne(source);
     }
 }
 

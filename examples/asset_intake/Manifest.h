@@ -23,8 +23,8 @@ struct Asset {
 /// of a run that was killed, are known by their content all the same.
 class Manifest {
 public:
-    /// Reads the manifest of \a library. Assets whose file is gone or has changed its size are
-    /// left out: they come in anew. Throws what loading a file throws.
+    /// Reads the manifest of \a library. Assets whose file is gone or was changed are left out:
+    /// they come in anew. Throws what loading a file throws.
     explicit Manifest(const QString &library);
 
     bool save() const;
@@ -35,7 +35,9 @@ public:
 
     void add(const Asset &asset);
     void setSource(Asset &asset, const QString &source, const QString &assetClass);
-    void addDuplicate(Asset &asset, const QString &source);
+    /// Notes that \a source, a duplicate of nothing else from now on, has the content of \a asset.
+    void setDuplicate(Asset &asset, const QString &source);
+    void removeDuplicate(const QString &source);
     /// Makes \a asset what came from its source now.
     void replaceContent(Asset &asset, const QString &hash, qint64 size);
 
@@ -47,5 +49,6 @@ private:
     std::deque<Asset> mAssets; // addresses stay
     QHash<QString, Asset *> mByHash;
     QHash<QString, Asset *> mBySource;
+    QHash<QString, Asset *> mByDuplicate;
     QMultiHash<qint64, QString> mUnnamed; // by size
 };

@@ -20,6 +20,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLocale>
@@ -27,6 +28,7 @@
 
 #if OVRABASE_HAS_STLAB
 #include <stlab/concurrency/default_executor.hpp>
+#include <stlab/pre_exit.hpp>
 #endif
 
 #include <algorithm>
@@ -35,6 +37,7 @@
 #include <future>
 #include <memory>
 #include <optional>
+#include <vector>
 
 using namespace Vyn;
 using namespace Vyn::OvraBase;
@@ -42,8 +45,9 @@ using namespace Vyn::OvraBase;
 namespace {
 
 struct Job {
-    std::vector<QString> files;
     QString destination; ///< the folder of the library
+    std::vector<QString> files;
+    std::vector<QString> closedFolders; ///< what they hold cannot be read
 };
 
 /// Whether both are one folder, or the first lies inside the second.
@@ -53,15 +57,23 @@ bool isAtOrBelow(const QString &path, const QString &folder)
     return spelled(path).startsWith(spelled(folder));
 }
 
-/// Returns the files of \a source, sorted, but those of \a library, should it lie inside.
-std::vector<QString> filesOf(const QString &source, const QString &library)
+/// Adds the files of \a source, sorted, but those of the library, should it lie inside.
+void addFilesOf(const QString &source, Job &job)
 {
-    std::vector<QString> files = FileUtils::folderParseFiles(
-        QFileInfo(source).canonicalFilePath(), {QStringLiteral("*")}, Recursion::Recursive);
-    const QString inside = QFileInfo(library).canonicalFilePath() + u'/';
+    const QString folder = QFileInfo(source).canonicalFilePath();
+    std::vector<QString> files =
+        FileUtils::folderParseFiles(folder, {QStringLiteral("*")}, Recursion::Recursive);
+    const QString inside = QFileInfo(job.destination).canonicalFilePath() + u'/';
     std::erase_if(files, [&inside](const QString &file) { return file.startsWith(inside); });
     std::sort(files.begin(), files.end());
-    return files;
+    job.files.insert(job.files.end(), files.begin(), files.end());
+
+    QDirIterator folders(folder, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (folders.hasNext()) {
+        if (const QString path = folders.next(); !FileUtils::isReadable(path)) {
+            job.closedFolders.push_back(path);
+        }
+    }
 }
 
 /// Returns the images and icons of the machine, to go into a fresh temporary library.
@@ -72,8 +84,7 @@ Job machinesImages()
     for (const QString &folder : {QStringLiteral("icons"), QStringLiteral("pixmaps")}) {
         for (const QString &found : QStandardPaths::locateAll(
                  QStandardPaths::GenericDataLocation, folder, QStandardPaths::LocateDirectory)) {
-            const std::vector<QString> files = filesOf(found, job.destination);
-            job.files.insert(job.files.end(), files.begin(), files.end());
+            addFilesOf(found, job);
         }
     }
     return job;
@@ -130,10 +141,8 @@ void print(const Summary &summary, double seconds)
         static_cast<long long>(summary.failed), seconds);
 }
 
-bool run(const Job &job)
+bool run(const Job &job, const QElapsedTimer &timer)
 {
-    QElapsedTimer timer;
-    timer.start();
     auto *const messages = ServiceLocator::instance()->service<MessagingService>();
     messages->showInformation(getApplicationVersionString(),
         QStringLiteral("%1 files for %2").arg(job.files.size()).arg(job.destination));
@@ -144,14 +153,17 @@ bool run(const Job &job)
         const auto mute = messages->mute(); // the listing speaks for each file
         summary = takeIn(job.files, job.destination, manifest);
     }
+    for (const QString &folder : job.closedFolders) {
+        messages->showError(QStringLiteral("Left alone, it cannot be read"), folder);
+        ++summary.failed;
+    }
     if (!saveInBackground(manifest)) {
         messages->showError(QStringLiteral("Manifest"), QStringLiteral("it cannot be written"));
         ++summary.failed;
     }
     print(summary, static_cast<double>(timer.elapsed()) / 1000);
     if (summary.failed > 0) {
-        messages->showWarning(
-            QStringLiteral("Intake"), QStringLiteral("some files were left alone"));
+        messages->showWarning(QStringLiteral("Intake"), QStringLiteral("not all went well"));
     }
     return summary.failed == 0;
 }
@@ -172,11 +184,15 @@ std::optional<Job> jobFrom(const QStringList &arguments)
     if (isAtOrBelow(arguments.at(0), library)) {
         return std::nullopt;
     }
-    return Job{filesOf(arguments.at(0), library), library};
+    Job job{library, {}, {}};
+    addFilesOf(arguments.at(0), job);
+    return job;
 }
 
 int intake(const QStringList &arguments)
 {
+    QElapsedTimer timer;
+    timer.start();
     try {
         const std::optional<Job> job = jobFrom(arguments);
         if (!job) {
@@ -185,9 +201,8 @@ int intake(const QStringList &arguments)
                 stderr);
             return 2;
         }
-        const bool good = run(*job);
         showFailingCall();
-        return good ? 0 : 1;
+        return run(*job, timer) ? 0 : 1;
     } catch (const Exception::IOException &failure) {
         std::fprintf(stderr, "%s: %s\n", qUtf8Printable(failure.subject()), failure.what());
     } catch (const std::exception &failure) {
@@ -215,5 +230,8 @@ int main(int argc, char **argv)
     const int status = intake(QCoreApplication::arguments().mid(1));
 
     ServiceLocator::stop();
+#if OVRABASE_HAS_STLAB
+    stlab::pre_exit();
+#endif
     return status;
 }
