@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Sets up, builds and shows the library at work: an asset intake of real files.
-#   tools/demo.sh [SOURCE [LIBRARY]]
+#   tools/demo.sh [SOURCE LIBRARY]
 # Without arguments it takes the images and icons that the machine has into a fresh folder.
 folders=()
 for folder; do

@@ -8,7 +8,9 @@
 #include <locale>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace Vyn {
@@ -69,8 +71,12 @@ TEST_F(LoggerTest, NumbersAreWrittenAlikeUnderEveryGlobalLocale)
     };
     const std::locale before =
         std::locale::global(std::locale(std::locale::classic(), new Grouping));
-    mLogger.info("") << 12345 << ' ' << 0.5;
-    mLogger.info("") << 12345 << ' ' << 0.5;
+    // A new thread, on which no stream was made under another locale.
+    std::thread([this] {
+        for (int i = 0; i < 2; ++i) {
+            mLogger.info("") << 12345 << ' ' << 0.5;
+        }
+    }).join();
     std::locale::global(before);
     EXPECT_THAT(mMessages, ElementsAre(Message{0, "", "12345 0.5"}, Message{0, "", "12345 0.5"}));
 }

@@ -30,8 +30,9 @@ struct BoundDelegate {
 /// Returns the one copy of \a prefix that lives as long as the process.
 const std::string *keep(const QString &prefix)
 {
-    static QMutex mutex;
-    static auto &prefixes = *new std::set<std::string>; // loggers may outlive static destruction
+    // Loggers may be bound until the last static is destroyed.
+    static auto &mutex = *new QMutex;
+    static auto &prefixes = *new std::set<std::string>;
     const QMutexLocker lock(&mutex);
     return &*prefixes.insert(prefix.toStdString()).first;
 }
@@ -50,11 +51,11 @@ LogManager *LogManager::instance()
 
 void LogManager::log(int level, const QString &context, const QString &message)
 {
+    if (mClosed) {
+        return;
+    }
     try {
         const QMutexLocker lock(&mMutex);
-        if (mClosed) {
-            return;
-        }
         if (mDispatching != 0) {
             mQueue.append({level, context, message}); // the loop below us delivers it
             return;
@@ -73,13 +74,13 @@ void LogManager::log(int level, const QString &context, const QString &message)
 
 void LogManager::deliver(int level, const QString &context, const QString &message)
 {
-    const auto delegates = mDelegates;
-    for (const auto &delegate : delegates) {
-        if (!mDelegates.contains(delegate)) {
+    const auto registrations = mRegistrations;
+    for (const Registration &registration : registrations) {
+        if (!mRegistrations.contains(registration)) {
             continue;
         }
         try {
-            delegate->log(level, context, message);
+            registration.delegate->log(level, context, message);
         } catch (...) {
             // The others are served all the same.
         }
@@ -88,24 +89,31 @@ void LogManager::deliver(int level, const QString &context, const QString &messa
 
 void LogManager::add(std::shared_ptr<LogDelegate> delegate)
 {
-    const QMutexLocker lock(&mMutex);
     if (!mClosed) {
-        mDelegates.append(std::move(delegate));
+        const QMutexLocker lock(&mMutex);
+        mRegistrations.append({std::move(delegate), ++mLastNumber});
     }
 }
 
 void LogManager::remove(const std::shared_ptr<LogDelegate> &delegate)
 {
-    const QMutexLocker lock(&mMutex);
-    mDelegates.removeAll(delegate);
+    if (!mClosed) {
+        const QMutexLocker lock(&mMutex);
+        mRegistrations.removeIf(
+            [&delegate](const Registration &entry) { return entry.delegate == delegate; });
+    }
 }
 
-void LogManager::close()
+void LogManager::close() noexcept
 {
-    const QMutexLocker lock(&mMutex);
     mClosed = true;
-    mQueue.clear();
-    mDelegates.clear();
+    // A thread that delivers may be stuck, or dead: Windows ends the others before it comes here.
+    constexpr int kPatience = 100; // ms
+    if (mMutex.tryLock(kPatience)) {
+        mQueue.clear();
+        mRegistrations.clear();
+        mMutex.unlock();
+    }
 }
 
 ScopedPushLogDelegate::ScopedPushLogDelegate(std::shared_ptr<LogDelegate> delegate)

@@ -61,6 +61,13 @@ constexpr std::string_view withoutParameters(std::string_view signature)
             signature = signature.substr(0, open);
         }
     }
+    // GCC: "f(T) requires integral<T>".
+    signature = signature.substr(0, signature.find(" requires "));
+    // A conversion has no parameters; its name may hold brackets: "operator void (*)(int)()".
+    if (const auto bare = withoutQualifiers(signature);
+        bare.ends_with("()") && bare.find("operator ") != kNowhere) {
+        return bare.substr(0, bare.size() - 2);
+    }
     for (;;) {
         signature = withoutQualifiers(signature);
         const std::size_t open = openingBracket(signature);

@@ -10,6 +10,7 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <atomic>
 #include <memory>
 
 namespace Vyn {
@@ -55,19 +56,26 @@ private:
         QString message;
     };
 
+    struct Registration {
+        std::shared_ptr<LogDelegate> delegate;
+        quint64 number;
+        bool operator==(const Registration &) const = default;
+    };
+
     LogManager() = default;
     ~LogManager() = default;
     void deliver(int level, const QString &context, const QString &message);
     void add(std::shared_ptr<LogDelegate> delegate);
     void remove(const std::shared_ptr<LogDelegate> &delegate);
-    void close();
+    void close() noexcept;
 
     QRecursiveMutex mMutex;
-    QList<std::shared_ptr<LogDelegate>> mDelegates;
+    QList<Registration> mRegistrations;
+    quint64 mLastNumber = 0;
     int mDispatching = 0;
     QString mName = QStringLiteral("Default");
     QList<LogRecord> mQueue;
-    bool mClosed = false;
+    std::atomic<bool> mClosed = false;
 };
 
 /// Registers a delegate for as long as this object lives.
@@ -88,8 +96,8 @@ private:
 };
 
 /// Makes \a logger deliver to the manager: the record's context is \a prefix followed by the
-/// message's context, its level the severity (above 2 counts as 2). Text is read as UTF-8.
-/// The text of each different prefix is kept until the process ends.
+/// message's context, its level the severity (above 2 counts as 2). Text is read as UTF-8, and the
+/// prefix must be text that UTF-8 can hold. Each different prefix is kept until the process ends.
 OVRABASE_EXPORT void bindLogger(Vyn::Logger &logger, const QString &prefix);
 
 /// Sends Qt's own messages (qWarning() and the like) to the manager, as "file(line): message" with

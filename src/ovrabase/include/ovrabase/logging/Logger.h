@@ -7,7 +7,7 @@
 #include <ovrabase/logging/LogContext.h>
 
 #include <functional>
-#include <iostream>
+#include <istream>
 #include <sstream>
 #include <string>
 
