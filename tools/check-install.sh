@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The ovrabase authors
+# SPDX-License-Identifier: MIT
+#
 # Installs a build into a stage, then builds and runs a project that finds it there:
 #   tools/check-install.sh BUILD
 . "$(dirname "$0")/lib.sh"

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The ovrabase authors
+# SPDX-License-Identifier: MIT
+#
 # Sets up, builds and shows the library at work: an asset intake of real files.
 #   tools/demo.sh [SOURCE LIBRARY]
 # Without arguments it takes the images and icons that the machine has into a fresh folder.

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The ovrabase authors
+# SPDX-License-Identifier: MIT
+#
 # Runs each fuzzer of a build for a while: tools/fuzz.sh BUILD SECONDS
 . "$(dirname "$0")/lib.sh"
 build=$1 seconds=$2

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The ovrabase authors
+# SPDX-License-Identifier: MIT
+#
 # Shared by the scripts of this folder; sourced, not run.
 # shellcheck shell=bash
 

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The ovrabase authors
+# SPDX-License-Identifier: MIT
+#
 # Sets up, builds and passes the tests on Debian 12.
 . "$(dirname "$0")/lib.sh"
 

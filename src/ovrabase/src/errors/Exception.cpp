@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include <ovrabase/errors/Exception.h>
+#include "ovrabase/errors/Exception.h"
 
 #include <utility>
 
@@ -31,10 +31,7 @@ BaseException::BaseException(const BaseException &other)
 
 BaseException &BaseException::operator=(const BaseException &other)
 {
-    if (this != &other) {
-        *this = BaseException(other);
-    }
-    return *this;
+    return *this = BaseException(other);
 }
 
 BaseException::BaseException(BaseException &&other) noexcept = default;
@@ -83,23 +80,23 @@ InternalException::~InternalException() = default;
 IOException::~IOException() = default;
 ParameterException::~ParameterException() = default;
 
-template class Exception<0, InternalException>;
-template class Exception<1, InternalException>;
-template class Exception<2, InternalException>;
-template class Exception<0, IOException>;
-template class Exception<1, IOException>;
-template class Exception<2, IOException>;
-template class Exception<3, IOException>;
-template class Exception<4, IOException>;
-template class Exception<5, IOException>;
-template class Exception<6, IOException>;
-template class Exception<7, IOException>;
-template class Exception<8, IOException>;
-template class Exception<9, IOException>;
-template class Exception<10, IOException>;
-template class Exception<11, IOException>;
-template class Exception<0, ParameterException>;
-template class Exception<1, ParameterException>;
+template class OVRABASE_DETAIL_DEFINED Exception<0, InternalException>;
+template class OVRABASE_DETAIL_DEFINED Exception<1, InternalException>;
+template class OVRABASE_DETAIL_DEFINED Exception<2, InternalException>;
+template class OVRABASE_DETAIL_DEFINED Exception<0, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<1, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<2, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<3, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<4, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<5, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<6, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<7, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<8, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<9, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<10, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<11, IOException>;
+template class OVRABASE_DETAIL_DEFINED Exception<0, ParameterException>;
+template class OVRABASE_DETAIL_DEFINED Exception<1, ParameterException>;
 
 LogicErrorException::~LogicErrorException() = default;
 RuntimeErrorException::~RuntimeErrorException() = default;

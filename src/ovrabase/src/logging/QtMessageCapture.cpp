@@ -5,8 +5,6 @@
 
 #include <QStringBuilder>
 
-#include <utility>
-
 namespace Vyn::Core::Log {
 namespace {
 

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include <ovrabase/logging/logStr.h>
+#include "ovrabase/logging/logStr.h"
+
 #include <ovrabase/text/StringUtils.h>
 
 #include <QBitArray>

@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
+#include "ovrabase/platform/WindowsUtils.h"
+
 #include "logging/fail_p.h"
 #include "platform/Devices_p.h"
 
 #include <ovrabase/errors/Exception.h>
-#include <ovrabase/platform/WindowsUtils.h>
 
 #include <utility>
 

@@ -110,23 +110,31 @@ private:
     unsigned int errorSubCode() const override { return N; }
 };
 
-extern template class OVRABASE_EXPORT Exception<0, InternalException>;
-extern template class OVRABASE_EXPORT Exception<1, InternalException>;
-extern template class OVRABASE_EXPORT Exception<2, InternalException>;
-extern template class OVRABASE_EXPORT Exception<0, IOException>;
-extern template class OVRABASE_EXPORT Exception<1, IOException>;
-extern template class OVRABASE_EXPORT Exception<2, IOException>;
-extern template class OVRABASE_EXPORT Exception<3, IOException>;
-extern template class OVRABASE_EXPORT Exception<4, IOException>;
-extern template class OVRABASE_EXPORT Exception<5, IOException>;
-extern template class OVRABASE_EXPORT Exception<6, IOException>;
-extern template class OVRABASE_EXPORT Exception<7, IOException>;
-extern template class OVRABASE_EXPORT Exception<8, IOException>;
-extern template class OVRABASE_EXPORT Exception<9, IOException>;
-extern template class OVRABASE_EXPORT Exception<10, IOException>;
-extern template class OVRABASE_EXPORT Exception<11, IOException>;
-extern template class OVRABASE_EXPORT Exception<0, ParameterException>;
-extern template class OVRABASE_EXPORT Exception<1, ParameterException>;
+// MSVC exports an instance where it is defined, other compilers where it is declared.
+#if defined(_MSC_VER) && defined(ovrabase_EXPORTS)
+#define OVRABASE_DETAIL_DECLARED
+#define OVRABASE_DETAIL_DEFINED OVRABASE_EXPORT
+#else
+#define OVRABASE_DETAIL_DECLARED OVRABASE_EXPORT
+#define OVRABASE_DETAIL_DEFINED
+#endif
+extern template class OVRABASE_DETAIL_DECLARED Exception<0, InternalException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<1, InternalException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<2, InternalException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<0, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<1, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<2, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<3, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<4, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<5, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<6, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<7, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<8, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<9, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<10, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<11, IOException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<0, ParameterException>;
+extern template class OVRABASE_DETAIL_DECLARED Exception<1, ParameterException>;
 
 /// Code that contradicts itself.
 class OVRABASE_EXPORT LogicErrorException : public Exception<0, InternalException> {
