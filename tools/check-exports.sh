@@ -3,7 +3,8 @@
 # SPDX-License-Identifier: MIT
 #
 # Checks what a built library exports: names of the namespace Vyn only, with what the compiler adds
-# to its classes, and no data but the singleton of the service locator. The DLL must not be stripped.
+# to its classes, something of every header, and no data but the singleton of the service locator.
+# The DLL must not be stripped.
 #
 #   tools/check-exports.sh build/dev/src/ovrabase/libovrabase.so
 #   tools/check-exports.sh build/windows/bin/libovrabase.dll
@@ -38,6 +39,17 @@ complain() {
     status=1
 }
 grep -q '^T Vyn::' <<<"$exports" || complain "no function of the namespace Vyn is exported" ""
+private=$(grep -E 'Vyn::OvraBase::platform::|\(anonymous namespace\)' <<<"$exports" || true)
+[ -z "$private" ] || complain "exports what is private:" "$private"
+for name in Exception::BaseException::what Logger::info Core::Log::bindLogger OvraBase::bindLoggers logStr \
+    OvraBase::FileUtils::copyWithBackup MurmurHash3_x86_32 OvraBase::UrlUtils::toNativePath \
+    OvraBase::StringUtils::parseInput OvraBase::StdUtils::trimString OvraBase::stringToMeter \
+    OvraBase::ServiceLocator::start OvraBase::MessagingService::mute \
+    OvraBase::DefaultAsyncRecovery::dumpRegistry future\<void\>::await QObjectDeleteLater::operator \
+    OvraBase::loadSharedLibrary OvraBase::ThreadUtils::isMainThread OvraBase::getDisksInfo; do
+    grep -q "^[TW] Vyn::$name" <<<"$exports" || complain "lacks" "$name"
+done
+grep -q '^. Vyn::OvraBase::ServiceLocator::mUniqueInstance$' <<<"$exports" || complain "lacks" mUniqueInstance
 [ -z "$foreign" ] || complain "exports from outside the namespace Vyn:" "$foreign"
 [ -z "$data" ] || complain "exports data:" "$data"
 [ $status = 0 ] && echo "$library: $(wc -l <<<"$exports") exports, as intended"

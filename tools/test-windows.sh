@@ -38,6 +38,8 @@ done
 # One Windows installation for all checkouts, so one user at a time. The server of Wine outlives its
 # programs: it must neither hold the lock nor the end of this script.
 export WINEDEBUG=-all WINEPREFIX=${prefix%/prefix}/wine
+unset DISPLAY WAYLAND_DISPLAY
+export WINEDLLOVERRIDES='mscoree,mshtml=' # else the first start asks for what it lacks
 # Wine hides the variables of this machine's Qt from its programs, but for those that begin like this.
 export WINEQT_QPA_PLATFORM=minimal
 exec 9>"$WINEPREFIX.lock"

@@ -56,8 +56,9 @@ int main(int argc, char **argv)
     require(log.take() == std::vector{expected}, "which is logged");
     makeModel().reset();
     require(gDeaths == 1, "without an application object an object dies at once");
-    require(loadSharedLibrary(QStringLiteral("CMakeCache.txt")) == nullptr,
-        "the current folder is not the application's");
+    // A file of the current folder, which is not the application's.
+    require(loadSharedLibrary(QStringLiteral("CTestTestfile.cmake")) == nullptr, "no library");
+    require(log.take().size() == 1, "which is logged as a missing one");
 
     std::shared_ptr<QObject> closing;
     {

@@ -13,9 +13,12 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <chrono>
 #include <future>
+#include <latch>
 #include <memory>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -153,25 +156,30 @@ TEST_F(WaitingRegistry, BlocksAnyOtherThreadUntilTheOperationFails)
 
 TEST(DefaultAsyncRecovery, ServesEightThreads)
 {
-    constexpr std::size_t rounds = 100;
-    DefaultAsyncRecovery registry;
-    const auto work = [&registry](std::size_t first) {
-        for (std::size_t id = first; id < first + rounds; ++id) {
-            registry.registerRecoverable(id, Operation().future, QStringLiteral("x"));
-            EXPECT_GT(registry.registrySize(), 0U);
-            EXPECT_NE(registry.dumpRegistry(), "");
-            if (id % 2 == 1) {
-                registry.unregisterRecoverable(id);
+    constexpr std::size_t kIds = 800;
+    for (int round = 0; round < 20; ++round) {
+        DefaultAsyncRecovery registry;
+        std::latch start(8);
+        const auto work = [&](std::size_t first) {
+            start.arrive_and_wait();
+            for (std::size_t id = first; id < kIds; id += 8) {
+                registry.registerRecoverable(id, Operation().future, QStringLiteral("x"));
+                EXPECT_NE(registry.dumpRegistry(), "");
+                if (id % 16 >= 8) {
+                    registry.unregisterRecoverable(id);
+                }
+            }
+        };
+        {
+            std::vector<std::jthread> threads;
+            for (std::size_t i = 0; i < 8; ++i) {
+                threads.emplace_back(work, i);
             }
         }
-    };
-    {
-        std::vector<std::jthread> threads;
-        for (std::size_t i = 0; i < 8; ++i) {
-            threads.emplace_back(work, i * rounds);
-        }
+        const std::string dump = registry.dumpRegistry();
+        ASSERT_EQ(registry.registrySize(), kIds / 2);
+        ASSERT_EQ(std::count(dump.begin(), dump.end(), '\n'), kIds / 2);
     }
-    EXPECT_EQ(registry.registrySize(), 8 * rounds / 2);
 }
 
 } // namespace

@@ -33,9 +33,15 @@ struct BeforeMain {
 };
 const BeforeMain gBeforeMain;
 
+} // namespace
+
+namespace Vyn::Test {
+
+using namespace OvraBase;
+
 /// Logs and looks services up at its end, and holds an operation that never ends.
 struct Farewell : Service {
-    OVRABASE_SERVICE_TYPE_ID(Vyn::OvraBase::Service)
+    OVRABASE_SERVICE_TYPE_ID(Vyn::Test::Farewell)
 
     explicit Farewell(Vyn::future<void> pending)
     {
@@ -60,7 +66,9 @@ struct Farewell : Service {
     DefaultAsyncRecovery recovery; // ends before the verdict
 };
 
-} // namespace
+} // namespace Vyn::Test
+
+using Vyn::Test::Farewell;
 
 int main(int argc, char **argv)
 {

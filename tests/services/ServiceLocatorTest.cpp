@@ -10,11 +10,12 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <array>
 #include <atomic>
+#include <latch>
 #include <memory>
 #include <thread>
+#include <utility>
+#include <vector>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -78,27 +79,41 @@ TEST_F(ServiceLocatorTest, IsOneForEveryModule)
     closeSharedLibrary(plugin);
 }
 
-TEST_F(ServiceLocatorTest, ServesEightThreadsWhileServicesAreRegistered)
+template<std::size_t N>
+struct Numbered : Service {
+    static std::size_t typeId() { return N; }
+};
+
+/// Registers and looks up the services of all numbers.
+template<std::size_t... N>
+void useAll(ServiceLocator &locator, std::atomic<int> &registered, std::atomic<int> &found,
+    std::index_sequence<N...> /*numbers*/)
 {
-    constexpr int rounds = 2000;
-    auto &locator = *ServiceLocator::instance();
-    locator.registerService(std::make_unique<HostService>(1));
-    const HostService *host = locator.service<HostService>();
-    std::atomic<int> found = 0;
-    std::atomic<int> registered = 0;
-    const auto work = [&] {
-        for (int i = 0; i < rounds; ++i) {
-            found += locator.service<HostService>() == host ? 1 : 0;
-            registered += locator.registerService(std::make_unique<PluginService>(2)) ? 1 : 0;
-            found += locator.service<PluginService>() ? 1 : 0;
+    ((registered += locator.registerService(std::make_unique<Numbered<N>>()) ? 1 : 0,
+         found += locator.service<Numbered<N>>() ? 1 : 0),
+        ...);
+}
+
+TEST(ServiceLocator, ServesEightThreads)
+{
+    constexpr int kServices = 100;
+    for (int round = 0; round < 50; ++round) {
+        ServiceLocator locator;
+        std::atomic<int> registered = 0;
+        std::atomic<int> found = 0;
+        std::latch start(8);
+        {
+            std::vector<std::jthread> threads;
+            for (int i = 0; i < 8; ++i) {
+                threads.emplace_back([&] {
+                    start.arrive_and_wait();
+                    useAll(locator, registered, found, std::make_index_sequence<kServices>());
+                });
+            }
         }
-    };
-    {
-        std::array<std::jthread, 8> threads;
-        std::generate(threads.begin(), threads.end(), [&] { return std::jthread(work); });
+        ASSERT_EQ(registered, kServices);
+        ASSERT_EQ(found, 8 * kServices);
     }
-    EXPECT_EQ(registered, 1);
-    EXPECT_EQ(found, 2 * 8 * rounds);
 }
 
 } // namespace

@@ -31,7 +31,8 @@ get_sources() {
         | sort -u >"$work/sources.list"
     apt_with_sources update
     cd "$work"
-    apt_with_sources --only-source source qt6-base fmtlib spdlog
+    apt_with_sources --only-source source fmtlib spdlog \
+        "qt6-base=$(dpkg-query -W -f '${source:Version}' qt6-base-dev)"
 }
 
 # $1: the name that the unpacked source package begins with; the rest goes to CMake.

@@ -28,7 +28,7 @@ TEST(DescribedMachine, ListsTheWholeDiskAlone)
     EXPECT_EQ(disks[0].toString().toStdString(),
         "PDO: </dev/sdx>\nInstance ID: <" + kDisk +
             "/block/sdx>\nDevice class: <block>\nName: <Stick 64G>\nDescription: <>\n"
-            "Manufacturer: <Söhne>\nService: <sd>\nParent Instance ID: <" +
+            "Manufacturer: <Soehne %1>\nService: <sd>\nParent Instance ID: <" +
             kDisk + ">\nAddress: 0");
 }
 

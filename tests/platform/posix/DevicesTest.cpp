@@ -5,9 +5,6 @@
 
 #include <ovrabase/platform/WindowsUtils.h>
 
-#include <QDir>
-#include <QFile>
-
 #include <gmock/gmock.h>
 
 #include <cerrno>
@@ -16,25 +13,6 @@
 namespace {
 
 using namespace Vyn::OvraBase;
-
-TEST(Devices, DisksAreThoseOfTheKernel)
-{
-    QStringList expected;
-    for (const QFileInfo &link :
-        QDir(QStringLiteral("/sys/class/block")).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        QFile uevent(link.filePath() + QStringLiteral("/uevent"));
-        if (uevent.open(QFile::ReadOnly) && uevent.readAll().contains("DEVTYPE=disk\n")) {
-            expected.append(QStringLiteral("block /dev/%1 /sys%2")
-                                .arg(link.fileName(), link.canonicalFilePath().mid(4)));
-        }
-    }
-    QStringList disks;
-    for (const DeviceInfo &disk : getDisksInfo()) {
-        disks.append(
-            QStringLiteral("%1 %2 /sys%3").arg(disk.deviceClass, disk.pdo, disk.instanceId));
-    }
-    EXPECT_THAT(disks, testing::UnorderedElementsAreArray(expected));
-}
 
 TEST(Devices, ASetThatCannotBeOpenedIsLogged)
 {

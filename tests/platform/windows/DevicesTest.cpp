@@ -1,6 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
+#include "support/RecordedLog.h"
+
+#include <ovrabase/errors/Exception.h>
 #include <ovrabase/platform/WindowsUtils.h>
 
 #include <gmock/gmock.h>
@@ -110,7 +113,7 @@ TEST(Devices, ADiskIsReadPropertyByProperty)
     RegisteredDevice registered("DISK", GUID_DEVCLASS_DISKDRIVE, &GUID_DEVINTERFACE_DISK);
     registered.set(DEVPKEY_Device_DeviceDesc, description);
     registered.set(DEVPKEY_Device_Class, L"DiskDrive");
-    registered.set(DEVPKEY_Device_Manufacturer, L"S\u00f6hne");
+    registered.set(DEVPKEY_Device_Manufacturer, L"S\u00f6hne %2");
     registered.set(DEVPKEY_Device_FriendlyName, L"Disk of the test");
     registered.set(DEVPKEY_Device_Service, L"disk");
     registered.set(DEVPKEY_Device_PDOName, L"\\Device\\0000002a");
@@ -124,9 +127,9 @@ TEST(Devices, ADiskIsReadPropertyByProperty)
     EXPECT_EQ(disks[0].toString(),
         QStringLiteral("PDO: <\\Device\\0000002a>\nInstance ID: <ROOT\\OVRABASE\\DISK>\n"
                        "Device class: <DiskDrive>\nName: <Disk of the test>\nDescription: <%1>\n"
-                       "Manufacturer: <S\u00f6hne>\nService: <disk>\n"
+                       "Manufacturer: <S\u00f6hne %2>\nService: <disk>\n"
                        "Parent Instance ID: <HTREE\\ROOT\\0>\nAddress: -2")
-            .arg(QString::fromStdWString(description)));
+            .arg(QString::fromStdWString(description), QStringLiteral("%2")));
 }
 
 TEST(Devices, APropertyThatIsMissingOrOfAnotherTypeIsEmpty)
@@ -169,6 +172,19 @@ TEST(Devices, AUsbDeviceHasItsChildrenAndNoNumberWithoutAHub)
     EXPECT_THAT(belows[0].children, SizeIs(0));
     EXPECT_EQ(belows[0].usbNumber, 0);
     EXPECT_THAT(named(QStringLiteral("Stick"), getDisksInfo()), SizeIs(0));
+}
+
+TEST(EjectUsbDrive, OfAnOpenVolumeThatDoesNotEjectFailsLater)
+{
+    if (!::GetProcAddress(::GetModuleHandleA("ntdll"), "wine_get_version")) {
+        GTEST_SKIP() << "A real machine might obey.";
+    }
+    Vyn::Test::RecordedLog log;
+    EXPECT_THROW(ejectUsbDrive('C'), Vyn::Exception::DriveUnmountException);
+    const auto records = log.take();
+    ASSERT_THAT(records, SizeIs(1));
+    EXPECT_EQ(records[0].context, "Debug: WindowsUtils.cpp:156 Vyn::OvraBase::ejectUsbDrive()");
+    EXPECT_THAT(records[0].message, testing::StartsWith("Failed to eject volume: "));
 }
 
 TEST(Devices, UnknownOnesAreThoseOfTheClassWithoutADriver)

@@ -23,6 +23,8 @@ constexpr LogPosition kBoundFromInstallation{
     "base.cpp:162 Vyn::OvraBase::registerExternalResource()"};
 constexpr LogPosition kNoResource{"base.cpp:166 Vyn::OvraBase::registerExternalResource()"};
 
+const QString kSharedLibraryExtension = QStringLiteral(".dll");
+
 /// Returns the filter that finds \a name whatever stands behind its second point.
 QString libraryPattern(const QString &name)
 {
@@ -89,8 +91,7 @@ QString getCurrentUserName()
 
 const QString &getSharedLibraryExtension()
 {
-    static const QString extension = QStringLiteral(".dll");
-    return extension;
+    return kSharedLibraryExtension;
 }
 
 void *loadSharedLibrary(const QString &name)
@@ -118,23 +119,24 @@ void closeSharedLibrary(void *library)
 
 bool registerExternalResource(const QString &fileName)
 {
-    const QDir development(QStringLiteral(OVRABASE_DEV_RESOURCE_DIR));
-    const QDir installation(
-        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("Resources")));
-    const QString developmentFile = development.filePath(fileName);
-    const QString installedFile = installation.filePath(fileName);
+    const QString development = QStringLiteral(OVRABASE_DEV_RESOURCE_DIR);
+    const QString application = QCoreApplication::applicationDirPath();
+    const QString installation = QDir(application).filePath(QStringLiteral("Resources"));
+    const QString developmentFile = QDir(development).filePath(fileName);
+    const QString installedFile = QDir(installation).filePath(fileName);
 
-    if (QFileInfo(developmentFile).isFile()) {
+    // Without a folder there is no file: not that of the same name in the current folder.
+    if (!development.isEmpty() && QFileInfo(developmentFile).isFile()) {
         return bindResource(
             kBoundFromDevelopment, fileName, developmentFile, QStringLiteral("dev environment"));
     }
-    if (QFileInfo(installedFile).isFile()) {
+    if (!application.isEmpty() && QFileInfo(installedFile).isFile()) {
         return bindResource(
             kBoundFromInstallation, fileName, installedFile, QStringLiteral("installed file"));
     }
     logAt(kNoResource, Debug, Logger::Warning,
         QStringLiteral("Resource file %1 not found in directories %2 and %3")
-            .arg(fileName, development.path(), installation.path()));
+            .arg(fileName, development, installation));
     return false;
 }
 

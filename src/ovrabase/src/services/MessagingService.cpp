@@ -19,9 +19,7 @@ MessagingService::MuteScope::MuteScope(MuteScope &&other) noexcept
 
 MessagingService::MuteScope &MessagingService::MuteScope::operator=(MuteScope &&other) noexcept
 {
-    if (this != &other) {
-        mService = std::exchange(other.mService, nullptr);
-    }
+    mService = std::exchange(other.mService, nullptr);
     return *this;
 }
 

@@ -17,7 +17,7 @@ constinit std::unique_ptr<ServiceLocator> ServiceLocator::mUniqueInstance;
 
 namespace {
 
-/// Ends before mUniqueInstance does: whose own destructor would show a locator to its services.
+/// Stops the locator before mUniqueInstance ends, whose destructor would let services still see it.
 struct StopAtExit {
     ~StopAtExit() { ServiceLocator::stop(); }
 };

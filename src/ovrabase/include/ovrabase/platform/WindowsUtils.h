@@ -76,7 +76,8 @@ OVRABASE_EXPORT std::vector<DeviceInfo> getUnknownDevicesInfo();
 OVRABASE_EXPORT void ejectUsbDrive(char driveLetter);
 
 /// Returns the system's text for the error \a code (GetLastError() on Windows, errno on Linux), as
-/// it comes and in the local 8-bit encoding. A code that the system does not know has a text too.
+/// it comes (on Windows with a line end) and in the local 8-bit encoding. A code that the system
+/// does not know has a text too.
 OVRABASE_EXPORT std::string errorMessage(std::uint32_t code);
 
 } // namespace Vyn::OvraBase

@@ -34,8 +34,9 @@ public:
 
     /// Waits for every registered operation before whose wait the ServiceLocator is started and
     /// holds a DefaultAsyncRecovery: the main thread handles events meanwhile, except the user's
-    /// and those of sockets, any other thread blocks. Else returns at once, so a registry that
-    /// ServiceLocator::stop() destroys waits for nothing.
+    /// and those of sockets, any other thread blocks. Else waits for none, so a registry that
+    /// ServiceLocator::stop() destroys returns at once (unless it held the last copy of a
+    /// std::async() future).
     ~DefaultAsyncRecovery() override;
 
     DefaultAsyncRecovery(const DefaultAsyncRecovery &) = delete;

@@ -43,11 +43,11 @@ constexpr std::size_t serviceTypeId(std::string_view qualifiedName)
 ///     };
 ///     }
 ///
-/// A name that is not declared does not compile.
+/// The name of another class, or of none, does not compile.
 #define OVRABASE_SERVICE_TYPE_ID(QualifiedName)                                                    \
     static std::size_t typeId()                                                                    \
     {                                                                                              \
-        static_assert(sizeof(::QualifiedName *) != 0);                                             \
+        static_assert(&::QualifiedName::typeId == &typeId, "the name of another class");           \
         static constexpr std::size_t id = ::Vyn::OvraBase::serviceTypeId(#QualifiedName);          \
         return id;                                                                                 \
     }

@@ -22,7 +22,8 @@ class future;
 /// A pending operation without a result. Copies stand for the same operation.
 ///
 /// It wraps stlab's future where the library was built with stlab, else the standard library's, and
-/// looks the same over both. Const calls are thread-safe.
+/// looks the same over both. Const calls are thread-safe. The last copy of a std::async() future
+/// waits for its operation when it goes, as the standard has it; no other future does.
 template<>
 class future<void> {
 public:
@@ -48,7 +49,8 @@ public:
     OVRABASE_EXPORT bool isReady() const;
 
     /// Blocks until the operation has ended; at once for an invalid future. How it ended is not
-    /// told: the error of a failed operation stays with the backend.
+    /// told: the error of a failed operation stays with the backend. Must not be called by a worker
+    /// of the pool that the operation still needs.
     OVRABASE_EXPORT void await() const;
 
     /// Tells whether both are the same operation. Invalid futures are none, so they are not equal

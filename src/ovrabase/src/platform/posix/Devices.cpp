@@ -28,14 +28,15 @@ QString text(const char *value)
     return QString::fromUtf8(value).trimmed();
 }
 
-/// The first text that there is: of attributes, which are the device's own words, then of
-/// properties, which udev's rules add.
+/// The first text that there is: of attributes, which are the device's own words (some give a
+/// number instead), then of properties, which udev's rules add.
 QString firstOf(udev_device *device, std::initializer_list<const char *> attributes,
     std::initializer_list<const char *> properties)
 {
     QString value;
     for (const char *const name : attributes) {
         value = value.isEmpty() ? text(udev_device_get_sysattr_value(device, name)) : value;
+        value = value.startsWith(QLatin1String("0x")) ? QString() : value;
     }
     for (const char *const name : properties) {
         value = value.isEmpty() ? text(udev_device_get_property_value(device, name)) : value;

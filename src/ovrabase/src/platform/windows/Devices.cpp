@@ -77,8 +77,8 @@ std::vector<BYTE> property(
         }
         bytes.resize(size);
     }
-    bytes.resize(size);
-    return type == wanted ? bytes : std::vector<BYTE>();
+    bytes.resize(type == wanted ? size : 0);
+    return bytes;
 }
 
 /// The texts of a property that ends each with a null; the last may lack it.
