@@ -156,7 +156,7 @@ TEST_F(WaitingRegistry, BlocksAnyOtherThreadUntilTheOperationFails)
 
 TEST(DefaultAsyncRecovery, ServesEightThreads)
 {
-    constexpr std::size_t kIds = 800;
+    constexpr std::size_t kIds = 320;
     for (int round = 0; round < 20; ++round) {
         DefaultAsyncRecovery registry;
         std::latch start(8);
