@@ -4,12 +4,12 @@
 // Logs before main(), after it and after everything is gone. The process ends with 0 when each
 // record went where it should; its own process, because the order of statics is what it tests.
 
+#include "support/Require.h"
+
 #include <ovrabase/logging/LogManager.h>
 
 #include <QString>
 
-#include <cstdio>
-#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -26,13 +26,7 @@ constexpr int kExpected = 2;
 
 /// Checked first of all statics made, so destroyed last.
 struct Verdict {
-    ~Verdict()
-    {
-        if (gDelivered != kExpected) {
-            std::fprintf(stderr, "delivered %d records, expected %d\n", gDelivered, kExpected);
-            std::_Exit(1);
-        }
-    }
+    ~Verdict() { Vyn::Test::require(gDelivered == kExpected, "every record goes where it should"); }
 };
 const Verdict gVerdict;
 
@@ -66,10 +60,7 @@ struct LateSpeaker {
             const GlobalLoggersInstanciator last;
             GlobalLoggersInstanciator::counter() = 1;
         }
-        if (GlobalLoggersInstanciator::loggers != nullptr) {
-            std::fputs("the loggers outlived their last owner\n", stderr);
-            std::_Exit(1);
-        }
+        Test::require(GlobalLoggersInstanciator::loggers == nullptr, "the last owner frees them");
         logger(Debug).error("last") << "dropped, the loggers are gone";
     }
 };
