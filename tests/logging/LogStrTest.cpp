@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <limits>
 
 namespace {
 
@@ -67,6 +68,7 @@ TEST(LogStr, ShowsCharactersAndNumbers)
         {logStr(static_cast<unsigned char>('a')), "'a'"}, {logStr(QChar(u'é')), "'é'"},
         {logStr(u'é'), "'é'"}, {logStr(U'😀'), "'😀'"}, {logStr(L'é'), "'é'"}});
     EXPECT_EQ(logStr('\0'), u"'\0'"_s);
+    EXPECT_EQ(logStr(u"a"_s % QChar(u'b')), u"\"ab\""_s);
     expectShown({{logStr(true), "true"}, {logStr(false), "false"}, {logStr(1.0F / 3), "0.33333334"},
         {logStr(1.0 / 3), "0.333333"}, {logStr(1e20), "1e+20"}, {logStr(5), "5"},
         {logStr(short{-5}), "-5"},
@@ -182,7 +184,13 @@ TEST(LogStr, ShowsImagesFontsIconsAndCursors)
 
     QIcon icon(pixmap);
     icon.addPixmap(pixmap.scaled(12, 8));
-    expectShown({{logStr(QIcon()), "<null icon>"}, {logStr(icon), "icon with sizes 6x4:12x8"}});
+    struct Themed : QIconEngine {
+        void paint(QPainter *, const QRect &, QIcon::Mode, QIcon::State) override {}
+        QIconEngine *clone() const override { return new Themed; }
+        QString iconName() override { return u"%1"_s; }
+    };
+    expectShown({{logStr(QIcon()), "<null icon>"}, {logStr(icon), "icon with sizes 6x4:12x8"},
+        {logStr(QIcon(new Themed)), "%1"}});
 }
 
 TEST(LogStr, ShowsWhatAVariantHolds)
@@ -233,6 +241,7 @@ TEST(LogStr, ShowsListsAndOptionals)
         {logStr(std::vector<std::vector<QPoint>>{{{1, 2}}, {}}), "[[(1,2)], []]"},
         {logStr(QList<std::optional<double>>{1.5, std::nullopt}), "[[1.5], []]"},
         {logStr(QVariantList{1}), "[QVariant(1 as int)]"},
+        {logStr(QList<QByteArray>{"", "a", ""}), "[, a, ]"},
         {logStr(std::vector<QList<Mine>>{{{1}, {2}}}), "[[mine 1, mine 2]]"},
         {logStr(std::optional(Mine{3})), "[mine 3]"}});
 }

@@ -5,8 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
-#include <new>
+#include <cstddef>
 
 namespace {
 
@@ -14,29 +13,12 @@ thread_local std::size_t requestedBytes = 0;
 
 } // namespace
 
-// Both forms: what operator delete below frees must come from here.
-void *operator new(std::size_t size, const std::nothrow_t &) noexcept
+// In the place of the one that the standard library and Qt allocate with.
+extern "C" void *__libc_malloc(std::size_t size);
+extern "C" void *malloc(std::size_t size) noexcept
 {
     requestedBytes += size;
-    return std::malloc(size == 0 ? 1 : size);
-}
-
-void *operator new(std::size_t size)
-{
-    if (void *memory = operator new(size, std::nothrow)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-void operator delete(void *memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void *memory, std::size_t) noexcept
-{
-    std::free(memory);
+    return __libc_malloc(size);
 }
 
 namespace Vyn::OvraBase::StringUtils {

@@ -7,10 +7,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <array>
-#include <atomic>
 #include <random>
-#include <thread>
 
 namespace Vyn::OvraBase::StringUtils {
 namespace {
@@ -39,12 +38,10 @@ struct Row {
 TEST(EditDistance, OfNamedCases)
 {
     const QString a64(64, u'a');
-    const QString a200(200, u'a');
     const std::array rows{
         Row{"both empty", {}, {}, {0, 0}},
         Row{"empty pattern", {}, u"abc"_s, {3, 0}},
         Row{"empty text", u"abc"_s, {}, {3, 3}},
-        Row{"null and empty", QString(), u""_s, {0, 0}},
         Row{"swapped pair", u"ab"_s, u"ba"_s, {1, 1}},
         Row{"a swapped pair is not edited again", u"ca"_s, u"abc"_s, {3, 1}},
         Row{"case counts", u"Abc"_s, u"abc"_s, {1, 1}},
@@ -55,13 +52,9 @@ TEST(EditDistance, OfNamedCases)
         Row{"one half of a pair differs", u"\U0001F600"_s, u"\U0001F601"_s, {1, 1}},
         Row{"a composed letter is not its parts", u"\u00E9"_s, u"e\u0301"_s, {2, 1}},
         Row{"same low byte", u"a\u0161\u0261a"_s, u"a\u0261\u0161\u0361"_s, {2, 2}},
-        Row{"a swap at the border of 64", a64 + u"bc"_s, a64 + u"cbc"_s, {1, 1}},
-        Row{"a swap across the border of 64", u"x"_s + a64.chopped(2) + u"bcyy"_s,
-            u"z"_s + a64.chopped(2) + u"cbyw"_s, {3, 3}},
-        Row{"longer than 64 against nothing", a200, {}, {200, 200}},
-        Row{"far apart", a200, QString(150, u'b'), {200, 200}},
-        Row{"equal and long", a200, a200, {0, 0}},
-        Row{"the null unit is a unit", QString(3, QChar(0)), QString(5, QChar(0)), {2, 0}},
+        // Bands are cut from the end.
+        Row{"a swap across the border of a band", u'x' + a64 + u"bc"_s + a64.chopped(2) + u'y',
+            u'z' + a64 + u"cb"_s + a64.chopped(2) + u'w', {3, 3}},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
@@ -88,7 +81,7 @@ public:
     }
 
 private:
-    std::size_t length() { return below(50) != 0 ? below(13) : (1 + below(2)) * 64 + below(3) - 1; }
+    std::size_t length() { return below(20) != 0 ? below(13) : (1 + below(2)) * 64 + below(3) - 1; }
 
     QChar unit() { return QChar(static_cast<char16_t>(mFirst + below(mLetters) * mStep)); }
 
@@ -146,30 +139,10 @@ TEST(DamerauLevenshteinMatcher, OutlivesWhatItWasMadeFrom)
 {
     DamerauLevenshteinMatcher copy(u"other"_s);
     {
-        const DamerauLevenshteinMatcher matcher(u"Oak, rough"_s);
+        const DamerauLevenshteinMatcher matcher(QString::fromLatin1("Oak, rough"));
         copy = matcher;
     }
     EXPECT_EQ(copy.distance(u"Oak, tough"_s), 1U);
-}
-
-TEST(DamerauLevenshteinMatcher, ServesSeveralThreads)
-{
-    const QString pattern(100, u'a');
-    const DamerauLevenshteinMatcher matcher(pattern);
-    std::atomic<int> wrong = 0;
-    std::vector<std::thread> threads;
-    for (qsizetype size : {70, 90, 110, 130}) {
-        threads.emplace_back([&, size] {
-            for (int i = 0; i < 200; ++i) {
-                const auto expected = static_cast<std::uint64_t>(std::abs(size - pattern.size()));
-                wrong += matcher.distance(QString(size, u'a')) == expected ? 0 : 1;
-            }
-        });
-    }
-    for (std::thread &thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(wrong, 0);
 }
 
 } // namespace

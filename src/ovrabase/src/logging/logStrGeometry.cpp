@@ -26,11 +26,9 @@ QString number(int value)
     return QString::number(value);
 }
 
-/// As a placeholder of QString::arg() is filled: QString::number() writes a negative zero
-/// otherwise.
 QString number(double value)
 {
-    return QStringLiteral("%1").arg(value, 0, 'g', 6);
+    return QString::number(value);
 }
 
 template<class... Numbers>

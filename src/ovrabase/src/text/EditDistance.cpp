@@ -327,7 +327,7 @@ DamerauLevenshteinMatcher::DamerauLevenshteinMatcher(const QString &pattern)
     const std::size_t bands = bandsFor(static_cast<std::size_t>(pattern.size()));
     prepared->bands.reserve(bands);
     for (std::size_t band = 0; band < bands; ++band) {
-        prepared->bands.push_back(unitRowsOf(prepared->pattern)(band));
+        prepared->bands.emplace_back(unitRowsOf(prepared->pattern)(band));
     }
     mPrepared = std::move(prepared);
 }

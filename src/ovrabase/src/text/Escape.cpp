@@ -62,6 +62,7 @@ static_assert(testsAgreeWithTheTable());
 
 /// Characters that are tested together: few enough for their number to fit a byte.
 constexpr std::size_t kBlock = 64;
+static_assert(kBlock <= 0xFF);
 
 template<class Char, class Needed>
 std::size_t countEscapes(std::basic_string_view<Char> text, Needed needed)

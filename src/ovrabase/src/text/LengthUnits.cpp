@@ -187,9 +187,6 @@ double fromMeter(double meters, const QString &unit)
 
 double stringToMeter(const QString &value, const QString &defaultUnit)
 {
-    if (value.compare(QStringLiteral("nan"), Qt::CaseInsensitive) == 0) {
-        return 0.0;
-    }
     const Length length = findLength(value);
     bool isNumber = false;
     const double converted = length.number.toDouble(&isNumber);

@@ -32,7 +32,8 @@ std::string substituteInString(
         const std::size_t closing =
             opening == text.npos ? text.npos : text.find("}}", opening + kBraces);
         if (closing == text.npos) {
-            return result.append(text, done);
+            result.append(text, done);
+            return result;
         }
         result.append(text, done, opening - done);
         const std::size_t key = opening + kBraces;

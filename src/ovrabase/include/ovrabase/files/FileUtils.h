@@ -192,8 +192,9 @@ public:
     static QString getAppDataAbsolutePath(const QString &path);
     /// Resolves a relative \a path against documents/organisation/application. Creates nothing.
     Q_INVOKABLE static QString getDocumentsAbsolutePath(const QString &path);
-    /// Returns the folder of the program, empty as long as there is no application object. The first
-    /// call with one fills in the string: a reference from an earlier call must not be read then.
+    /// Returns the folder of the program, empty as long as there is no application object. The
+    /// first call with one fills in the string: a reference from an earlier call must not be read
+    /// then.
     static const QString &safeApplicationDirPath();
 
     /// Returns a local path for \a pathOrUrl: a plain path and a "file" url come back as they are,

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 QT_BEGIN_NAMESPACE
@@ -52,6 +53,8 @@ class QTransform;
 class QUrl;
 class QUuid;
 class QVariant;
+template<typename A, typename B>
+class QStringBuilder;
 class QVector2D;
 class QVector3D;
 class QVector4D;
@@ -62,10 +65,11 @@ QT_END_NAMESPACE
 ///
 /// An overload takes its type and nothing that merely converts to it: a pointer is no bool and an
 /// enumeration no number, the call does not compile. All functions may be called from any thread
-/// but for the one of QCursor, and none fails.
+/// but for the one of QCursor (in a variant, too), and none fails.
 ///
 /// A type of your own joins in with a function `QString logStr(const Type &)` in its own namespace.
-/// Lists and optionals of it then have a logStr() too.
+/// Lists and optionals of it then have a logStr() too. Types of the standard library, whose
+/// namespace is not yours, cannot join.
 namespace Vyn {
 
 /// \name Text, as a literal: quoted and escaped by StringUtils::asStringLiteral()
@@ -204,10 +208,16 @@ template<class T>
 concept Formless =
     std::is_scalar_v<T> && !Number<T> && !std::convertible_to<T, const volatile void *>;
 
-/// Whatever converts to the type of an overload converts to this as well, which is ambiguous.
+template<class T>
+inline constexpr bool isStringBuilder = false;
+template<class A, class B>
+inline constexpr bool isStringBuilder<QStringBuilder<A, B>> = true;
+
+/// Whatever converts to the type of an overload converts to this as well, which is ambiguous; but
+/// not a sum of strings, which is text.
 struct Convertible {
     template<class T>
-    Convertible(const T &);
+    requires(!isStringBuilder<T>) Convertible(const T &);
 };
 
 } // namespace LogStr
@@ -243,8 +253,9 @@ template<class T, class Range>
 QString listOf(const Range &values)
 {
     QString text(u'[');
+    bool isFirst = true;
     for (const T &value : values) {
-        if (text.size() > 1) {
+        if (!std::exchange(isFirst, false)) {
             text += QStringLiteral(", ");
         }
         text += logStr(value);
