@@ -203,6 +203,32 @@ RowRange rowsFor(QStringView pattern)
     return {end - size, end};
 }
 
+/// Computes a table of the bands from \a band to \a endBand, more than one. Two go together; what
+/// a pair hands down is kept for the next one. Not inlined, which would slow short patterns down.
+template<class Above, class Last, class Form, class UnitRowsOf>
+Q_NEVER_INLINE std::uint64_t computeBands(const Form & /*form*/, QStringView text, Word idle,
+    Word counted, std::size_t band, std::size_t endBand, Above top, Last last, UnitRowsOf unitRows)
+{
+    if (endBand - band == 2) {
+        return sweep<Form>(text, idle, counted, top, last, unitRows(band), unitRows(band + 1));
+    }
+
+    std::vector<std::uint8_t> borders(static_cast<std::size_t>(text.size()));
+    const auto above = [from = borders.data()](qsizetype i) { return unpacked(from[i]); };
+    const auto below = [to = borders.data()](
+                           qsizetype i, Border border) { to[i] = packed(border); };
+    std::uint64_t result =
+        sweep<Form>(text, idle, ~Word{0}, top, below, unitRows(band), unitRows(band + 1));
+    for (band += 2; endBand - band > 2; band += 2) {
+        result += sweep<Form>(text, 0, ~Word{0}, above, below, unitRows(band), unitRows(band + 1));
+    }
+    if (endBand - band == 2) {
+        return result +
+               sweep<Form>(text, 0, counted, above, last, unitRows(band), unitRows(band + 1));
+    }
+    return result + sweep<Form>(text, 0, counted, above, last, unitRows(band));
+}
+
 /// Computes a table of \a rows and returns by how much its last column rises. \a unitRows returns
 /// the UnitRows of a band, or a reference to them.
 template<class Form, class UnitRowsOf>
@@ -211,37 +237,16 @@ std::uint64_t compute(Form &form, QStringView text, RowRange rows, UnitRowsOf un
     if (rows.begin == rows.end) {
         return 0;
     }
-    std::size_t band = rows.begin / kBandRows;
+    const std::size_t band = rows.begin / kBandRows;
     const std::size_t endBand = bandsFor(rows.end);
-    Word idle = (Word{1} << rows.begin % kBandRows) - 1;
+    const Word idle = (Word{1} << rows.begin % kBandRows) - 1;
     const Word counted = ~Word{0} >> (endBand * kBandRows - rows.end);
-
+    const auto top = [](qsizetype) { return Form::kTop; };
+    const auto last = [&form](qsizetype, Border border) { form.lastRow(border); };
     if (endBand - band == 1) {
-        const auto above = [](qsizetype) { return Form::kTop; };
-        const auto below = [&form](qsizetype, Border border) { form.lastRow(border); };
-        return sweep<Form>(text, idle, counted, above, below, unitRows(band));
+        return sweep<Form>(text, idle, counted, top, last, unitRows(band));
     }
-
-    std::vector<std::uint8_t> borders(static_cast<std::size_t>(text.size()), packed(Form::kTop));
-    const auto above = [from = borders.data()](qsizetype i) { return unpacked(from[i]); };
-    const auto below = [to = borders.data()](
-                           qsizetype i, Border border) { to[i] = packed(border); };
-    std::uint64_t result = 0;
-    for (; endBand - band > 2; band += 2) {
-        result +=
-            sweep<Form>(text, idle, ~Word{0}, above, below, unitRows(band), unitRows(band + 1));
-        idle = 0;
-    }
-    if (endBand - band == 2) {
-        result +=
-            sweep<Form>(text, idle, counted, above, below, unitRows(band), unitRows(band + 1));
-    } else {
-        result += sweep<Form>(text, idle, counted, above, below, unitRows(band));
-    }
-    for (const std::uint8_t bits : borders) {
-        form.lastRow(unpacked(bits));
-    }
-    return result;
+    return computeBands(form, text, idle, counted, band, endBand, top, last, unitRows);
 }
 
 /// Compares \a rows of the pattern with \a text.
