@@ -174,7 +174,8 @@ std::optional<Job> jobFrom(const QStringList &arguments)
     if (arguments.isEmpty()) {
         return machinesImages();
     }
-    if (arguments.size() != 2 || !FileUtils::isFolder(arguments.at(0))) {
+    if (arguments.size() != 2 || !FileUtils::isFolder(arguments.at(0)) ||
+        arguments.at(1).isEmpty()) {
         return std::nullopt;
     }
     const QString &library = arguments.at(1);
