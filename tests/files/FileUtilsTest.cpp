@@ -10,6 +10,8 @@
 #include <QMetaMethod>
 #include <QUrl>
 
+#include <tuple>
+
 namespace Vyn::OvraBase {
 namespace {
 
@@ -172,17 +174,16 @@ TEST_F(FileUtilsTest, KnowsRelativeUrls)
 
 TEST_F(FileUtilsTest, ComparesModificationTimes)
 {
-    int seconds = 1'000'000'000;
-    for (const char *name : {"older", "newer"}) {
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_TRUE(file.setFileTime(
-            QDateTime::fromSecsSinceEpoch(seconds++), QFileDevice::FileModificationTime));
-    }
-    for (const auto &[one, other] : {std::pair{"newer", "older"}, {"older", "newer"},
-             {"newer", "newer"}, {"newer", "missing"}, {"missing", "older"}}) {
-        EXPECT_EQ(
-            FileUtils::isFileMoreRecentThan(path(one), path(other)), *one == 'n' && *other == 'o')
+    write("older");
+    write("newer");
+    QFile file(path("newer"));
+    ASSERT_TRUE(
+        file.open(QFile::Append) && file.setFileTime(QDateTime::fromSecsSinceEpoch(4'000'000'000),
+                                        QFile::FileModificationTime));
+    for (const auto &[one, other, expected] :
+        {std::tuple{"newer", "older", true}, {"older", "newer", false}, {"newer", "newer", false},
+            {"newer", "missing", false}, {"missing", "older", false}}) {
+        EXPECT_EQ(FileUtils::isFileMoreRecentThan(path(one), path(other)), expected)
             << one << ' ' << other;
     }
 }
