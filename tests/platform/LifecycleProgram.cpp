@@ -12,6 +12,8 @@
 #include <ovrabase/platform/memory.h>
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QObject>
 
 #include <memory>
@@ -59,6 +61,11 @@ int main(int argc, char **argv)
     // A file of the current folder, which is not the application's.
     require(loadSharedLibrary(QStringLiteral("CTestTestfile.cmake")) == nullptr, "no library");
     require(log.take().size() == 1, "which is logged as a missing one");
+    QDir().mkpath(QStringLiteral("Resources"));
+    QFile resource(QStringLiteral("Resources/here.rcc"));
+    require(resource.open(QFile::WriteOnly), "a file in the current folder");
+    require(!registerExternalResource(resource.fileName().sliced(10)), "it is no resource");
+    require(log.take().at(0).level == 1, "which is logged as found nowhere");
 
     std::shared_ptr<QObject> closing;
     {
