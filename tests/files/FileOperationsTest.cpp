@@ -456,7 +456,11 @@ TEST_F(FileOperations, TemporaryFoldersGoWithTheirObjectOrWhenCleared)
     EXPECT_TRUE(FileUtils::isFolder(FileUtils::createApplicationTemporaryDir()));
     write("tmp/beside", "x");
 
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(path("tmp")));
     FileUtils::clearApplicationTemporaryDir();
+    FileUtils::clearApplicationTemporaryDir(); // where there is none, nothing else goes
+    ASSERT_TRUE(QDir::setCurrent(before));
     EXPECT_THAT(tree("tmp"), ElementsAre(Pair("beside", "x")));
 
     QCoreApplication::setApplicationName(u"../tmp"_s); // no folder of its own

@@ -267,8 +267,12 @@ bool removeFolder(const QString &path)
     if (isLink(top)) {
         return removeEntry(top);
     }
+    const QString folderPath = top.canonicalFilePath(); // "." cannot be removed by that name
+    if (folderPath.isEmpty()) {
+        return false; // nothing is there, and an empty path would be the current folder
+    }
     bool allGone = true;
-    std::vector<QString> folders{top.canonicalFilePath()}; // "." cannot be removed by that name
+    std::vector<QString> folders{folderPath};
     for (std::size_t i = 0; i < folders.size(); ++i) {
         const QFileInfoList entries = QDir(folders[i]).entryInfoList(kEverything, QDir::Unsorted);
         for (const QFileInfo &entry : entries) {
