@@ -9,41 +9,57 @@
 
 using Vyn::OvraBase::FileUtils;
 
+namespace {
+
+constexpr std::size_t kAhead = 64; // no further: files may change before their turn
+constexpr std::size_t kBatch =
+    32; // waking the worker for each file would cost more than hashing it
+
+} // namespace
+
 HashesAhead::HashesAhead(const std::vector<QString> &files)
     : mHashes(files.size())
-    , mWorker([this, &files](const std::stop_token &stop) { work(stop, files); })
+    , mWorker([this, &files] { work(files); })
 {
 }
 
 HashesAhead::~HashesAhead()
 {
-    mWorker.request_stop();
-    mRoom.release();
+    const std::lock_guard lock(mMutex);
+    mStopped = true;
+    mChanged.notify_one();
 }
 
-void HashesAhead::work(const std::stop_token &stop, const std::vector<QString> &files)
+void HashesAhead::work(const std::vector<QString> &files)
 {
     for (std::size_t i = 0; i < files.size(); ++i) {
-        mRoom.acquire();
-        if (stop.stop_requested()) {
-            return;
+        {
+            std::unique_lock lock(mMutex);
+            mChanged.wait(lock, [&] { return mStopped || i - mTaken / kBatch * kBatch < kAhead; });
+            if (mStopped) {
+                return;
+            }
         }
         try {
             mHashes[i].text = FileUtils::hashToNumber(FileUtils::fileDataToHash(files[i]));
         } catch (...) {
             mHashes[i].failure = std::current_exception();
         }
-        mReady.release();
+        const std::lock_guard lock(mMutex);
+        mReady = i + 1;
+        mChanged.notify_one();
     }
 }
 
 QString HashesAhead::next()
 {
-    mReady.acquire();
-    Hash hash = std::move(mHashes[mNext++]);
-    if (mNext % kBatch == 0) {
-        mRoom.release(kBatch); // waking the worker for each file would cost more than hashing it
+    std::unique_lock lock(mMutex);
+    mChanged.wait(lock, [this] { return mTaken < mReady; });
+    Hash hash = std::move(mHashes[mTaken++]);
+    if (mTaken % kBatch == 0) {
+        mChanged.notify_one();
     }
+    lock.unlock();
     if (hash.failure) {
         std::rethrow_exception(hash.failure);
     }

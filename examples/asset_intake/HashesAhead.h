@@ -5,8 +5,9 @@
 
 #include <QString>
 
+#include <condition_variable>
 #include <exception>
-#include <semaphore>
+#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -27,12 +28,14 @@ private:
         std::exception_ptr failure;
     };
 
-    void work(const std::stop_token &stop, const std::vector<QString> &files);
+    void work(const std::vector<QString> &files);
 
-    std::vector<Hash> mHashes;
-    std::size_t mNext = 0;
-    static constexpr int kBatch = 32;
-    std::counting_semaphore<> mRoom{2 * kBatch}; // no further: files may change before their turn
-    std::counting_semaphore<> mReady{0};
+    // Not semaphores: those of libstdc++ 12 can sleep through a release on Windows, for ever.
+    std::mutex mMutex;
+    std::condition_variable mChanged;
+    std::vector<Hash> mHashes; ///< one for each file; made below mReady
+    std::size_t mReady = 0;
+    std::size_t mTaken = 0;
+    bool mStopped = false;
     std::jthread mWorker; // ends before what it uses
 };

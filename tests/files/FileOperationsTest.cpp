@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/FolderTest.h"
+#include "support/Threads.h"
 
 #include <ovrabase/errors/Exception.h>
 #include <ovrabase/logging/logStr.h>
@@ -13,7 +14,6 @@
 
 #include <cstdio>
 #include <set>
-#include <thread>
 
 #ifndef Q_OS_WIN
 #include <sys/resource.h>
@@ -24,6 +24,7 @@ namespace Vyn::OvraBase {
 namespace {
 
 using namespace Qt::StringLiterals;
+using Test::onThreads;
 using Test::Record;
 using testing::ElementsAre;
 using testing::FieldsAre;
@@ -503,13 +504,7 @@ TEST_F(FileOperations, BringsOtherFilesOntoTheDisk)
     write(source.startsWith(u"c:/"_s) ? "c:/a.tar.gz" : "c/a.tar.gz", "content");
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(mFolder.path()));
-    std::vector<std::thread> callers;
-    for (int i = 0; i < 4; ++i) {
-        callers.emplace_back([&] { FileUtils::ensureFileIsOnDisk(source); });
-    }
-    for (std::thread &caller : callers) {
-        caller.join();
-    }
+    onThreads(4, [&](int) { FileUtils::ensureFileIsOnDisk(source); });
     ASSERT_TRUE(QDir::setCurrent(before));
     EXPECT_THAT(tree("tmp/an app/external_files"),
         ElementsAre(Pair("a.gz", "content"), Pair("a_001.gz", "content"),

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/RecordedLog.h"
+#include "support/Threads.h"
 
 #include <ovrabase/logging/LogManager.h>
 #include <ovrabase/logging/Logger.h>
@@ -23,6 +24,7 @@
 namespace Vyn::Core::Log {
 namespace {
 
+using Test::onThreads;
 using Test::Record;
 using Test::RecordedLog;
 using testing::ElementsAre;
@@ -132,17 +134,11 @@ TEST(LogManager, EightThreadsLoseDoubleAndReorderNothing)
 
     Logger logger;
     bindLogger(logger, QString());
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < kThreads; ++thread) {
-        threads.emplace_back([&logger, thread] {
-            for (int i = 0; i < kMessages; ++i) {
-                logger.info("c") << thread << ' ' << i;
-            }
-        });
-    }
-    for (std::thread &thread : threads) {
-        thread.join();
-    }
+    onThreads(kThreads, [&logger](int thread) {
+        for (int i = 0; i < kMessages; ++i) {
+            logger.info("c") << thread << ' ' << i;
+        }
+    });
 
     ASSERT_EQ(seen.size(), std::size_t{kThreads});
     std::vector<int> all(kMessages);

@@ -3,6 +3,7 @@
 
 #include "services/Operation.h"
 #include "support/RecordedLog.h"
+#include "support/Threads.h"
 
 #include <ovrabase/services/DefaultAsyncRecovery.h>
 #include <ovrabase/services/ServiceLocator.h>
@@ -16,15 +17,13 @@
 #include <algorithm>
 #include <chrono>
 #include <future>
-#include <latch>
 #include <memory>
 #include <string>
-#include <thread>
-#include <vector>
 
 namespace Vyn::OvraBase {
 namespace {
 
+using Test::onThreads;
 using Test::Operation;
 using Test::Record;
 using Test::RecordedLog;
@@ -159,23 +158,15 @@ TEST(DefaultAsyncRecovery, ServesEightThreads)
     constexpr std::size_t kIds = 320;
     for (int round = 0; round < 20; ++round) {
         DefaultAsyncRecovery registry;
-        std::latch start(8);
-        const auto work = [&](std::size_t first) {
-            start.arrive_and_wait();
-            for (std::size_t id = first; id < kIds; id += 8) {
+        onThreads(8, [&](int first) {
+            for (auto id = static_cast<std::size_t>(first); id < kIds; id += 8) {
                 registry.registerRecoverable(id, Operation().future, QStringLiteral("x"));
                 EXPECT_NE(registry.dumpRegistry(), "");
                 if (id % 16 >= 8) {
                     registry.unregisterRecoverable(id);
                 }
             }
-        };
-        {
-            std::vector<std::jthread> threads;
-            for (std::size_t i = 0; i < 8; ++i) {
-                threads.emplace_back(work, i);
-            }
-        }
+        });
         const std::string dump = registry.dumpRegistry();
         ASSERT_EQ(registry.registrySize(), kIds / 2);
         ASSERT_EQ(std::count(dump.begin(), dump.end(), '\n'), kIds / 2);

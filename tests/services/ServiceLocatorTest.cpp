@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/PluginServices.h"
+#include "support/Threads.h"
 
 #include <ovrabase/platform/base.h>
 #include <ovrabase/services/DefaultAsyncRecovery.h>
@@ -11,16 +12,14 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
-#include <latch>
 #include <memory>
-#include <thread>
 #include <utility>
-#include <vector>
 
 namespace Vyn::OvraBase {
 namespace {
 
 using Test::HostService;
+using Test::onThreads;
 using Test::PluginService;
 
 class ServiceLocatorTest : public testing::Test {
@@ -101,16 +100,9 @@ TEST(ServiceLocator, ServesEightThreads)
         ServiceLocator locator;
         std::atomic<int> registered = 0;
         std::atomic<int> found = 0;
-        std::latch start(8);
-        {
-            std::vector<std::jthread> threads;
-            for (int i = 0; i < 8; ++i) {
-                threads.emplace_back([&] {
-                    start.arrive_and_wait();
-                    useAll(locator, registered, found, std::make_index_sequence<kServices>());
-                });
-            }
-        }
+        onThreads(8, [&](int) {
+            useAll(locator, registered, found, std::make_index_sequence<kServices>());
+        });
         ASSERT_EQ(registered, kServices);
         ASSERT_EQ(found, 8 * kServices);
     }
