@@ -79,10 +79,11 @@ TEST(OwnershipHook, ReceivesTheObjectWhileItIsSet)
     QObject object;
     OvraBase::forbidStealingOwnership(&object);
     std::vector<QObject *> received;
-    OvraBase::setForbidStealingOwnershipFuction(
-        [&](QObject *stolen) { received.push_back(stolen); });
+    OvraBase::setForbidStealingOwnershipFuction([&](QObject *stolen) {
+        OvraBase::setForbidStealingOwnershipFuction({}); // while it runs
+        received.push_back(stolen);
+    });
     OvraBase::forbidStealingOwnership(&object);
-    OvraBase::setForbidStealingOwnershipFuction({});
     OvraBase::forbidStealingOwnership(&object);
     EXPECT_THAT(received, ElementsAre(&object));
 }

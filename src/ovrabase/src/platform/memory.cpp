@@ -73,7 +73,7 @@ void setForbidStealingOwnershipFuction(std::function<void(QObject *)> fn)
 
 void forbidStealingOwnership(QObject *object)
 {
-    if (const auto &hook = ownershipHook()) {
+    if (const auto hook = ownershipHook()) { // a copy, as it may clear the one that is set
         hook(object);
     }
 }

@@ -10,10 +10,9 @@
 #include <QObject>
 #include <QString>
 #include <QTemporaryDir>
+#include <QUrl>
 
 #include <vector>
-
-class QUrl;
 
 namespace Vyn {
 
@@ -231,7 +230,8 @@ public:
     /// whether all of it arrived; when not, the file may hold a part.
     static bool saveTextToFile(const QString &text, const QString &path);
 
-    /// Makes the folder \a path and its parents. Returns whether it is there now.
+    /// Makes the folder \a path and its parents. Returns whether it is there now; an empty \a path
+    /// is the current folder.
     static bool makeFolder(const QString &path);
     /// Removes the folder \a path with its content. Links are removed, never followed, be it inside
     /// or as \a path itself. A missing folder is no error; a file is left alone.

@@ -5,7 +5,7 @@
 
 #include <ovrabase/export.h>
 
-class QString;
+#include <QString>
 
 namespace Vyn::OvraBase {
 

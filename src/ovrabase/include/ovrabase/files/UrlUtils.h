@@ -7,10 +7,9 @@
 
 #include <QList>
 #include <QString>
+#include <QUrl>
 
 #include <string>
-
-class QUrl;
 
 /// Bridges between urls, file names and the 8-bit paths of older native interfaces. Nothing throws;
 /// everything is thread-safe.

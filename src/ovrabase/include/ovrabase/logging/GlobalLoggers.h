@@ -6,9 +6,9 @@
 #include <ovrabase/export.h>
 #include <ovrabase/logging/Logger.h>
 
-#include <vector>
+#include <QString>
 
-class QString;
+#include <vector>
 
 namespace Vyn::Core::Log {
 class LogManager;

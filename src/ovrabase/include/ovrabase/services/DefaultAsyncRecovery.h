@@ -7,13 +7,13 @@
 #include <ovrabase/services/Service.h>
 #include <ovrabase/services/future.h>
 
+#include <QString>
+
 #include <atomic>
 #include <cstddef>
 #include <mutex>
 #include <string>
 #include <unordered_map>
-
-class QString;
 
 namespace Vyn::OvraBase {
 

@@ -6,7 +6,7 @@
 #include <ovrabase/export.h>
 #include <ovrabase/services/Service.h>
 
-class QString;
+#include <QString>
 
 namespace Vyn::OvraBase {
 
@@ -19,6 +19,8 @@ public:
     /// Keeps a service muted while it lives. It may be moved, not copied.
     class OVRABASE_EXPORT MuteScope {
     public:
+        /// Makes an empty scope, to move a mute into.
+        MuteScope() = default;
         /// Takes the mute of \a other, which is empty then.
         MuteScope(MuteScope &&other) noexcept;
         /// Takes the mute of \a other. Move into empty scopes only: a mute that this one held
@@ -33,7 +35,7 @@ public:
         friend class MessagingService;
         explicit MuteScope(MessagingService *service);
 
-        MessagingService *mService;
+        MessagingService *mService = nullptr;
     };
 
     ~MessagingService() override;
