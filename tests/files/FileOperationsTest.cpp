@@ -18,6 +18,7 @@
 #ifndef Q_OS_WIN
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 namespace Vyn::OvraBase {
@@ -222,6 +223,16 @@ TEST_F(FileOperations, BackupKeepsTheOldContent)
     EXPECT_THAT(tree("."), ElementsAre(Pair("file", "old"), Pair("file.bak", "new"),
                                Pair("new", "new"), Pair("tmp/", "")));
     EXPECT_THAT(mLog.records(), IsEmpty());
+#ifdef Q_OS_LINUX
+    for (const auto makeLink : {::link, ::symlink}) { // the backup is the file already
+        FileUtils::removeFileIfItExists(path("file"));
+        const QByteArray backup = path("file.bak").toLocal8Bit();
+        ASSERT_EQ(makeLink(backup.constData(), path("file").toLocal8Bit().constData()), 0);
+        EXPECT_TRUE(FileUtils::copyWithBackup(u"/proc/version"_s, path("file"))); // of no size
+        EXPECT_EQ(FileUtils::loadBinaryFile(path("file.bak")), "new");
+        EXPECT_NE(FileUtils::loadBinaryFile(path("file")), "");
+    }
+#endif
 }
 
 TEST_F(FileOperations, BackupThatFailsLosesNothing)
@@ -253,6 +264,11 @@ TEST_F(FileOperations, BackupThatFailsLosesNothing)
                     StartsWith(start.toStdString()))));
     }
     EXPECT_FALSE(FileUtils::copyWithBackup(path("file"), {}));
+    mLog.take();
+    QFile missing(path("missing"));
+    EXPECT_FALSE(FileUtils::copyWithBackup(missing.fileName(), path("new")));
+    EXPECT_FALSE(missing.copy(path("new")));
+    EXPECT_THAT(mLog.take().at(0).message, testing::EndsWith(missing.errorString().toStdString()));
 
     write("lost.bak", "old"); // a backup without its original is renamed back
     EXPECT_FALSE(FileUtils::copyWithBackup(path("missing"), path("lost")));
@@ -480,8 +496,16 @@ TEST_F(FileOperations, TemporaryFolderThatCannotBeIsAnError)
     expectFailure<FolderCreationException>(
         [] { FileUtils::createApplicationTemporaryDir(u"name"_s); }, position, message,
         path("tmp/an app/name"));
-    expectFailure<FolderCreationException>([] { FileUtils::ensureFileIsOnDisk(u"qrc:/a"_s); },
-        position, message, path("tmp/an app/external_files"));
+    const auto bringToDisk = [] { FileUtils::ensureFileIsOnDisk(u"qrc:/a"_s); };
+    expectFailure<FolderCreationException>(
+        bringToDisk, position, message, path("tmp/an app/external_files"));
+#ifdef Q_OS_LINUX
+    qputenv("TMPDIR", path("missing").toLocal8Bit()); // then there is none, not even "/"
+    expectFailure<FolderCreationException>(
+        [] { FileUtils::createApplicationTemporaryDir(); }, position, message, {});
+    expectFailure<FolderCreationException>(bringToDisk, position, message, {});
+    FileUtils::clearApplicationTemporaryDir();
+#endif
 }
 
 TEST_F(FileOperations, WhatIsOnDiskAlreadyComesBackUnchanged)

@@ -146,20 +146,34 @@ bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
                platform::nativePath(a.path()), platform::nativePath(b.path()), unknown);
 }
 
+bool isEmptyFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.peek(1).isEmpty();
+}
+
 /// Makes \a copy, which must not exist, a copy of \a source. Returns why that failed, or a null
 /// string; no part of a copy stays then.
 QString copyFile(const QFileInfo &source, const QString &copy)
 {
-    if (!source.isNativePath()) {
-        QFile resource(source.filePath());
-        return resource.copy(copy) ? QString() : resource.errorString();
+    const QString path = source.filePath();
+    if (source.isNativePath()) {
+        // Files that the system makes up, as in /proc, hold more than their size tells.
+        if (platform::copyFile(path, copy) && (source.size() > 0 || isEmptyFile(path))) {
+            return {};
+        }
+        QFile::remove(copy);
     }
-    const std::error_code error = platform::copyFile(source.filePath(), copy);
-    if (!error) {
-        return {};
-    }
-    QFile::remove(copy);
-    return QString::fromLocal8Bit(error.message().c_str());
+    QFile slow(path);
+    return slow.copy(copy) ? QString() : slow.errorString();
+}
+
+/// Whether \a backup is another name of the file \a path, and not one that leads to it.
+bool keepsContentOf(const QString &path, const QString &backup)
+{
+    std::error_code unknown;
+    return !isLink(QFileInfo(backup)) && std::filesystem::equivalent(platform::nativePath(path),
+                                             platform::nativePath(backup), unknown);
 }
 
 /// Whether \a path is a pipe: opening it to write may never end.
@@ -178,7 +192,7 @@ QString replaceByCopy(const QString &source, const QString &destination, const Q
     }
     const QFileInfo from(source);
     // Reading from a pipe may never begin, from a device never end.
-    if (!from.isFile() && from.exists()) {
+    if (!from.isFile() && !from.isDir() && from.exists()) {
         return QStringLiteral("the source is not a file");
     }
     const QFileInfo before(destination);
@@ -191,14 +205,16 @@ QString replaceByCopy(const QString &source, const QString &destination, const Q
     const QString fresh = before.dir().filePath(
         QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral(".tmp"));
     if (QString reason = copyFile(from, fresh); !reason.isNull()) {
-        return reason;
+        return reason.replace(fresh, destination);
     }
     QFile copy(fresh);
     if (isThere) {
         if (before.isDir() && !isLink(before)) {
             QFile::remove(backup); // a folder does not replace a file
         }
-        if (const std::error_code error = platform::renameOver(destination, backup)) {
+        if (keepsContentOf(destination, backup)) {
+            removeEntry(before); // to rename it would change nothing
+        } else if (const std::error_code error = platform::renameOver(destination, backup)) {
             copy.remove();
             return QString::fromLocal8Bit(error.message().c_str());
         }

@@ -30,8 +30,9 @@ void hideFile(const QString &path);
 /// Removes a file that the system keeps because it is read-only. Without success it still is.
 bool removeReadOnly(const QString &path);
 
-/// Copies the file \a from to \a to, where nothing is yet. A failure may leave a part there.
-std::error_code copyFile(const QString &from, const QString &to);
+/// Copies the file \a from to \a to, where nothing is yet. Returns whether that succeeded; if not,
+/// a part may be there.
+bool copyFile(const QString &from, const QString &to);
 
 /// Renames \a from to \a to in one step, over a file that is there. Without success nothing has
 /// changed. Both stand in one folder.

@@ -23,20 +23,26 @@ constexpr LogPosition kNotBroughtToDisk{
 constexpr LogPosition kNoTemporaryFolder{
     "FileUtils.cpp:677 Vyn::OvraBase::FileUtils::createTemporaryDir()"};
 
+/// Returns an empty path when the system has no such folder.
 QString systemTemporaryPath()
 {
     return QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::TempLocation));
 }
 
-QString applicationTemporaryPath()
+QString applicationTemporaryPath(const QString &systemPath)
 {
-    return QDir::cleanPath(systemTemporaryPath() + u'/' + QCoreApplication::applicationName());
+    return QDir::cleanPath(systemPath + u'/' + QCoreApplication::applicationName());
 }
 
-/// Returns the path of \a name in the application's temporary folder, which is made if needed.
+/// Returns the path of \a name in the application's temporary folder, which is made if needed; an
+/// empty path when it cannot be anywhere.
 QString inApplicationTemporaryFolder(const QString &name)
 {
-    const QString folder = applicationTemporaryPath();
+    const QString systemPath = systemTemporaryPath();
+    if (systemPath.isEmpty()) {
+        return {};
+    }
+    const QString folder = applicationTemporaryPath(systemPath);
     QDir().mkpath(folder);
     return folder + u'/' + name;
 }
@@ -88,9 +94,10 @@ QString FileUtils::createApplicationTemporaryDir()
 
 void FileUtils::clearApplicationTemporaryDir()
 {
-    const QString folder = applicationTemporaryPath();
+    const QString systemPath = systemTemporaryPath();
+    const QString folder = applicationTemporaryPath(systemPath);
     // Without a name, or with one like "..", this would be everybody's folder.
-    if (folder.startsWith(systemTemporaryPath() + u'/')) {
+    if (!systemPath.isEmpty() && folder.startsWith(systemPath + u'/')) {
         removeFolder(folder);
     }
 }
@@ -133,7 +140,7 @@ QString FileUtils::ensureFileIsOnDisk(const QString &pathOrUrl)
     const QString source =
         pathOrUrl.startsWith(QLatin1String("qrc")) ? pathOrUrl.sliced(3) : pathOrUrl;
     const QString folder = inApplicationTemporaryFolder(QStringLiteral("external_files"));
-    if (!makeFolder(folder)) {
+    if (folder.isEmpty() || !makeFolder(folder)) {
         failToCreate(folder);
     }
     for (;;) {

@@ -23,12 +23,11 @@ bool removeReadOnly(const QString & /*path*/)
     return false; // it was not for that
 }
 
-std::error_code copyFile(const QString &from, const QString &to)
+bool copyFile(const QString &from, const QString &to)
 {
     // Qt's copy waits until the disk has each file, which is most of its time for small ones.
     std::error_code error;
-    std::filesystem::copy_file(nativePath(from), nativePath(to), error);
-    return error;
+    return std::filesystem::copy_file(nativePath(from), nativePath(to), error);
 }
 
 std::error_code renameOver(const QString &from, const QString &to)

@@ -30,12 +30,6 @@ void addToLookups(int count)
 }
 #endif
 
-std::error_code errorUnless(bool succeeded)
-{
-    const DWORD code = succeeded ? ERROR_SUCCESS : ::GetLastError();
-    return {static_cast<int>(code), std::system_category()};
-}
-
 } // namespace
 
 NtfsPermissionLookup::NtfsPermissionLookup()
@@ -82,19 +76,21 @@ bool removeReadOnly(const QString &path)
     return isGone;
 }
 
-std::error_code copyFile(const QString &from, const QString &to)
+bool copyFile(const QString &from, const QString &to)
 {
     const std::filesystem::path source = nativePath(from);
     const std::filesystem::path destination = nativePath(to);
-    return errorUnless(::CopyFileW(source.c_str(), destination.c_str(), TRUE) != 0);
+    return ::CopyFileW(source.c_str(), destination.c_str(), TRUE) != 0;
 }
 
 std::error_code renameOver(const QString &from, const QString &to)
 {
     const std::filesystem::path source = nativePath(from);
     const std::filesystem::path destination = nativePath(to);
-    return errorUnless(
-        ::MoveFileExW(source.c_str(), destination.c_str(), MOVEFILE_REPLACE_EXISTING) != 0);
+    const bool renamed =
+        ::MoveFileExW(source.c_str(), destination.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+    const DWORD code = renamed ? ERROR_SUCCESS : ::GetLastError();
+    return {static_cast<int>(code), std::system_category()};
 }
 
 } // namespace Vyn::OvraBase::platform
