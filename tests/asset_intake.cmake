@@ -72,9 +72,25 @@ run(0 ${folders})
 expect_in_output("Copied (1 files")
 if(CMAKE_HOST_SYSTEM_NAME STREQUAL Linux AND NOT EMULATOR)
     file(CREATE_LINK /proc/self/mem "${WORK}/source/unreadable.png" SYMBOLIC) # nothing is mapped at 0
+    file(CREATE_LINK nowhere "${WORK}/source/dangling.png" SYMBOLIC)
+    execute_process(COMMAND sh -c "touch \"$1$(printf '\\351')\"" sh "${WORK}/source/not UTF-8 ")
     run(1 ${folders})
-    expect_in_output("(0 files, 0 bytes), 1 failed")
-    file(REMOVE "${WORK}/source/unreadable.png")
+    expect_in_output("(0 files, 0 bytes), 3 failed")
+    file(GLOB strange "${WORK}/source/not*")
+    file(REMOVE "${WORK}/source/unreadable.png" "${WORK}/source/dangling.png" ${strange})
+endif()
+
+# An asset whose source has moved on is that of its duplicate; half a copy is nobody's.
+file(WRITE "${WORK}/source/twin 1" "twin")
+file(WRITE "${WORK}/source/twin 2" "twin")
+run(0 ${folders})
+file(WRITE "${WORK}/source/twin 1" "alone")
+file(WRITE "${WORK}/library/01234567-89ab-cdef-0123-456789abcdef.tmp" "alone")
+run(0 ${folders})
+expect_in_output("Copied (1 files")
+file(READ "${WORK}/library/manifest.json" manifest)
+if(NOT manifest MATCHES "/twin 2\".*/twin 1\"" OR manifest MATCHES "/twin 1\".*/twin 1\"")
+    message(FATAL_ERROR "the twins are not one asset each:\n${manifest}")
 endif()
 
 # Somebody else's manifest is not ours to replace; a library inside the source is not its own source.

@@ -97,13 +97,18 @@ private:
     {
         const QString source = file.absoluteFilePath();
         const QString hash = mHashes.next();
+        Asset *const before = mManifest.fromSource(source);
         if (Asset *const same = mManifest.withContent(hash, file.size())) {
+            if (same == before) {
+                return QStringLiteral("unchanged");
+            }
+            if (before) {
+                mManifest.dropSource(*before);
+            }
             if (same->source.isEmpty()) {
+                mManifest.removeDuplicate(source);
                 mManifest.setSource(*same, source, assetClass);
                 return QStringLiteral("already there as %1").arg(same->name);
-            }
-            if (same->source == source) {
-                return QStringLiteral("unchanged");
             }
             ++tally.duplicates;
             mManifest.setDuplicate(*same, source);
@@ -111,7 +116,6 @@ private:
         }
 
         mManifest.removeDuplicate(source);
-        Asset *const before = mManifest.fromSource(source);
         const bool replaces = before && mayReplace(*before);
         const QString destination =
             replaces ? QDir(mLibrary).filePath(before->name) : freePath(file.fileName());
@@ -124,6 +128,9 @@ private:
         if (replaces) {
             mManifest.replaceContent(*before, hash, file.size());
             return QStringLiteral("replaced, the old content is in %1.bak").arg(before->name);
+        }
+        if (before) {
+            mManifest.dropSource(*before);
         }
         const QString name = QFileInfo(destination).fileName();
         mManifest.add({source, name, assetClass, hash, file.size(), {}});

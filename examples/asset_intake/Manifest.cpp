@@ -14,6 +14,7 @@
 #include <QJsonObject>
 #include <QSaveFile>
 #include <QSet>
+#include <QUuid>
 
 #include <algorithm>
 
@@ -92,7 +93,9 @@ void Manifest::findUnnamed()
     }
     const QFileInfoList files = QDir(mLibrary).entryInfoList(QDir::Files, QDir::Unsorted);
     for (const QFileInfo &file : files) {
-        if (!named.contains(file.fileName())) {
+        // What a copy that was killed left is nobody's asset.
+        const bool isPart = file.suffix() == u"tmp" && !QUuid(file.completeBaseName()).isNull();
+        if (!isPart && !named.contains(file.fileName())) {
             mUnnamed.insert(file.size(), file.fileName());
         }
     }
@@ -121,9 +124,14 @@ Asset *Manifest::withContent(const QString &hash, qint64 size)
     const QStringList unnamed = mUnnamed.values(size);
     mUnnamed.remove(size);
     for (const QString &name : unnamed) {
-        const QByteArray content = FileUtils::fileDataToHash(QDir(mLibrary).filePath(name));
-        if (const QString number = FileUtils::hashToNumber(content); !mByHash.contains(number)) {
-            add({{}, name, {}, number, size, {}});
+        try {
+            const QByteArray content = FileUtils::fileDataToHash(QDir(mLibrary).filePath(name));
+            const QString number = FileUtils::hashToNumber(content);
+            if (!mByHash.contains(number)) {
+                add({{}, name, {}, number, size, {}});
+            }
+        } catch (const Vyn::Exception::BaseException &) {
+            // Somebody's file that cannot be read is none of ours.
         }
     }
     Asset *const asset = mByHash.value(hash);
@@ -151,6 +159,16 @@ void Manifest::setSource(Asset &asset, const QString &source, const QString &ass
     asset.source = source;
     asset.assetClass = assetClass;
     mBySource.insert(source, &asset);
+}
+
+void Manifest::dropSource(Asset &asset)
+{
+    mBySource.remove(asset.source);
+    asset.source = asset.duplicates.isEmpty() ? QString() : asset.duplicates.takeFirst();
+    if (!asset.source.isEmpty()) {
+        mByDuplicate.remove(asset.source);
+        mBySource.insert(asset.source, &asset);
+    }
 }
 
 void Manifest::setDuplicate(Asset &asset, const QString &source)

@@ -35,6 +35,9 @@ public:
 
     void add(const Asset &asset);
     void setSource(Asset &asset, const QString &source, const QString &assetClass);
+    /// Notes that the source of \a asset has another content now. The asset is that of its first
+    /// duplicate then, or nobody's: its file stays, and is known by its content only.
+    void dropSource(Asset &asset);
     /// Notes that \a source, a duplicate of nothing else from now on, has the content of \a asset.
     void setDuplicate(Asset &asset, const QString &source);
     void removeDuplicate(const QString &source);

@@ -33,10 +33,12 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <future>
 #include <memory>
 #include <optional>
+#include <system_error>
 #include <vector>
 
 using namespace Vyn;
@@ -47,14 +49,33 @@ namespace {
 struct Job {
     QString destination; ///< the folder of the library
     std::vector<QString> files;
-    std::vector<QString> closedFolders; ///< what they hold cannot be read
+    std::vector<QString> closedFolders; ///< not all that they hold can be told
 };
+
+/// Returns the canonical path of \a folder, which all paths below it begin with.
+QString beginningOfPathsIn(const QString &folder)
+{
+    const QString path = QDir(folder).canonicalPath();
+    return path.endsWith(u'/') ? path : QString(path + u'/');
+}
 
 /// Whether both are one folder, or the first lies inside the second.
 bool isAtOrBelow(const QString &path, const QString &folder)
 {
-    const auto spelled = [](const QString &of) { return QDir(of).canonicalPath() + u'/'; };
-    return spelled(path).startsWith(spelled(folder));
+    return beginningOfPathsIn(path).startsWith(beginningOfPathsIn(folder));
+}
+
+/// Whether \a folder can be read and Qt can spell the names of all that it holds.
+bool isListedWhole(const QString &folder)
+{
+    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    std::error_code error;
+    qsizetype count = 0;
+    std::filesystem::directory_iterator entry(QFileInfo(folder).filesystemFilePath(), error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        ++count;
+    }
+    return !error && count == QDir(folder).entryList(all).size();
 }
 
 /// Adds the files of \a source, sorted, but those of the library, should it lie inside.
@@ -63,17 +84,24 @@ void addFilesOf(const QString &source, Job &job)
     const QString folder = QFileInfo(source).canonicalFilePath();
     std::vector<QString> files =
         FileUtils::folderParseFiles(folder, {QStringLiteral("*")}, Recursion::Recursive);
-    const QString inside = QFileInfo(job.destination).canonicalFilePath() + u'/';
+    if (!isListedWhole(folder)) {
+        job.closedFolders.push_back(folder);
+    }
+    QDirIterator others(
+        folder, QDir::Dirs | QDir::System | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (others.hasNext()) {
+        const QString path = others.next();
+        const QFileInfo entry = others.fileInfo();
+        if (entry.isDir() && !isListedWhole(path)) {
+            job.closedFolders.push_back(path);
+        } else if (entry.isSymLink() && !entry.exists()) {
+            files.push_back(path); // its content is missing, which will be told
+        }
+    }
+    const QString inside = beginningOfPathsIn(job.destination);
     std::erase_if(files, [&inside](const QString &file) { return file.startsWith(inside); });
     std::sort(files.begin(), files.end());
     job.files.insert(job.files.end(), files.begin(), files.end());
-
-    QDirIterator folders(folder, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (folders.hasNext()) {
-        if (const QString path = folders.next(); !FileUtils::isReadable(path)) {
-            job.closedFolders.push_back(path);
-        }
-    }
 }
 
 /// Returns the images and icons of the machine, to go into a fresh temporary library.
@@ -154,7 +182,7 @@ bool run(const Job &job, const QElapsedTimer &timer)
         summary = takeIn(job.files, job.destination, manifest);
     }
     for (const QString &folder : job.closedFolders) {
-        messages->showError(QStringLiteral("Left alone, it cannot be read"), folder);
+        messages->showError(QStringLiteral("Not all in it can be read"), folder);
         ++summary.failed;
     }
     if (!saveInBackground(manifest)) {
