@@ -23,13 +23,15 @@ TEST(GlobalLoggersInstanciator, CountsItsInstancesAndCopies)
 {
     const int before = GlobalLoggersInstanciator::counter();
     ASSERT_GT(before, 0) << "including the header makes an instance";
+    const auto *const loggers = GlobalLoggersInstanciator::loggers;
     {
         const GlobalLoggersInstanciator one;
         const GlobalLoggersInstanciator copy(one);
         EXPECT_EQ(GlobalLoggersInstanciator::counter(), before + 2);
     }
     EXPECT_EQ(GlobalLoggersInstanciator::counter(), before);
-    EXPECT_EQ(GlobalLoggersInstanciator::loggers->size(), 10U);
+    EXPECT_EQ(GlobalLoggersInstanciator::loggers, loggers);
+    EXPECT_EQ(loggers->size(), 10U);
 }
 
 TEST(GlobalLoggers, AreBoundWithTheirPrefixes)

@@ -92,38 +92,34 @@ TEST(LogContext, SpellsTemplatesAndScopesAsTheCompilerDoes)
             AnyOf(HasSubstr("<lambda(char)>"), HasSubstr("operator()")), EndsWith("()")));
 }
 
-using Spelling = std::pair<const char *, const char *>;
-
 // Texts of compilers that this build may not use; they come in as they are.
 TEST(LogContext, CutsTheNameOutOfAnyCompilersText)
 {
-    for (const auto &[signature, name] :
-        {Spelling{"", ""}, Spelling{"main", "main"}, Spelling{"int main(int, char**)", "main"},
-            Spelling{"void (* ns::f(int))(char) [with T = int (&)[3]]", "ns::f"},
-            Spelling{"std::function<void (int)> ns::g(int (*)[3])", "ns::g"},
-            Spelling{"T *ns::Box<int>::operator int *() const [T = int]",
-                "ns::Box<int>::operator int *"},
-            Spelling{"std::string ns::W::f() const::L::g(int) &&", "ns::W::f() const::L::g"},
-            Spelling{"auto ns::W::operator()(int) const::(anonymous class)::operator()() const",
-                "ns::W::operator()(int) const::(anonymous class)::operator()"},
-            Spelling{"static void* ns::W::operator new(size_t)", "ns::W::operator new"},
-            Spelling{"bool ns::operator<(const ns::W&, const ns::W&)", "ns::operator<"},
-            Spelling{"void ns::cooperator(int)", "ns::cooperator"},
-            Spelling{"void ns::{anonymous}::f()::<lambda(int)> mutable",
-                "ns::{anonymous}::f()::<lambda(int)>"},
-            Spelling{"int* ns::operator<<(int)::Z::q()", "ns::operator<<(int)::Z::q"},
-            Spelling{"auto ns::W::operator->()::(anonymous class)::operator()() const",
-                "ns::W::operator->()::(anonymous class)::operator()"},
-            Spelling{"void f() [with char C = '(']", "f"}, Spelling{"void f() [C = ']']", "f"},
-            Spelling{"void (*(*ns::W::f(int))(int))(long)", "ns::W::f"}, Spelling{")", ")"},
-            Spelling{"void ns::f(T) requires  integral<T> [with T = int]", "ns::f"},
-            Spelling{"ns::Box<T>::Box() requires true [with T = int]", "ns::Box<T>::Box"},
-            Spelling{"ns::W::operator void (*)(int)() const", "ns::W::operator void (*)(int)"},
-            Spelling{"int (& ns::f(int))[3]", "ns::f"},
-            Spelling{"const std::vector<T>& ns::f()", "ns::f"},
-            Spelling{"bool ns::W::operator->*(int) const", "ns::W::operator->*"},
-            Spelling{"bool ns::W::operator[](int)", "ns::W::operator[]"},
-            Spelling{"ns::W& ns::W::operator=(int)", "ns::W::operator="}, Spelling{"((", "(("}}) {
+    const std::pair<const char *, const char *> rows[] = {{"", ""}, {"top level", "top level"},
+        {"main", "main"}, {"int main(int, char**)", "main"},
+        {"void (* ns::f(int))(char) [with T = int (&)[3]]", "ns::f"},
+        {"std::function<void (int)> ns::g(int (*)[3])", "ns::g"},
+        {"T *ns::Box<int>::operator int *() const [T = int]", "ns::Box<int>::operator int *"},
+        {"std::string ns::W::f() const::L::g(int) &&", "ns::W::f() const::L::g"},
+        {"auto ns::W::operator()(int) const::(anonymous class)::operator()() const",
+            "ns::W::operator()(int) const::(anonymous class)::operator()"},
+        {"static void* ns::W::operator new(size_t)", "ns::W::operator new"},
+        {"bool ns::operator<(const ns::W&, const ns::W&)", "ns::operator<"},
+        {"void ns::cooperator(int)", "ns::cooperator"},
+        {"void ns::{anonymous}::f()::<lambda(int)> mutable", "ns::{anonymous}::f()::<lambda(int)>"},
+        {"int* ns::operator<<(int)::Z::q()", "ns::operator<<(int)::Z::q"},
+        {"auto ns::W::operator->()::(anonymous class)::operator()() const",
+            "ns::W::operator->()::(anonymous class)::operator()"},
+        {"void f() [with char C = '(']", "f"}, {"void f() [C = ']']", "f"},
+        {"void (*(*ns::W::f(int))(int))(long)", "ns::W::f"}, {")", ")"},
+        {"void ns::f(T) requires  integral<T> [with T = int]", "ns::f"},
+        {"ns::Box<T>::Box() requires true [with T = int]", "ns::Box<T>::Box"},
+        {"ns::W::operator void (*)(int)() const", "ns::W::operator void (*)(int)"},
+        {"int (& ns::f(int))[3]", "ns::f"}, {"const std::vector<T>& ns::f()", "ns::f"},
+        {"bool ns::W::operator->*(int) const", "ns::W::operator->*"},
+        {"bool ns::W::operator[](int)", "ns::W::operator[]"},
+        {"ns::W& ns::W::operator=(int)", "ns::W::operator="}, {"((", "(("}};
+    for (const auto &[signature, name] : rows) {
         EXPECT_EQ(Vyn::Detail::qualifiedNameOf(signature), name) << signature;
     }
 }

@@ -66,7 +66,9 @@ TEST(LogStr, ShowsCharactersAndNumbers)
     expectShown({{logStr('a'), "'a'"}, {logStr('\n'), R"('\n')"}, {logStr('\''), "'''"},
         {logStr('"'), R"('\"')"}, /* half of a UTF-8 character */ {logStr('\xE9'), "'\uFFFD'"},
         {logStr(static_cast<unsigned char>('a')), "'a'"}, {logStr(QChar(u'é')), "'é'"},
-        {logStr(u'é'), "'é'"}, {logStr(U'😀'), "'😀'"}, {logStr(L'é'), "'é'"}});
+        {logStr(u'é'), "'é'"}, {logStr(U'😀'), "'😀'"}, {logStr(L'é'), "'é'"},
+        {logStr(char32_t{QChar::ByteOrderMark}), "'\uFEFF'"},
+        {logStr(wchar_t{QChar::ByteOrderMark}), "'\uFEFF'"}});
     EXPECT_EQ(logStr('\0'), u"'\0'"_s);
     EXPECT_EQ(logStr(u"a"_s % QChar(u'b')), u"\"ab\""_s);
     expectShown({{logStr(true), "true"}, {logStr(false), "false"}, {logStr(1.0F / 3), "0.33333334"},

@@ -59,8 +59,13 @@ TEST_F(LoggerTest, DeliversUpToTheFurthestPositionWrittenUnlessEmpty)
         stream.seekp(1) << "X";
         StreamLogger moved(std::move(stream));
         moved << " one";
+        StreamLogger assigned = mLogger.error("earlier");
+        assigned << "goes first";
+        assigned = std::move(moved);
+        assigned << '!';
     }
-    EXPECT_THAT(mMessages, ElementsAre(Message{0, "", "1X oneds "}));
+    EXPECT_THAT(
+        mMessages, ElementsAre(Message{2, "earlier", "goes first"}, Message{0, "", "1X one!s "}));
 }
 
 TEST_F(LoggerTest, NumbersAreWrittenAlikeUnderEveryGlobalLocale)

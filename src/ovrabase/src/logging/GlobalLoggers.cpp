@@ -46,6 +46,11 @@ void bridgeSpdlog()
 
 } // namespace
 
+std::vector<Logger> *&GlobalLoggersInstanciator::table() noexcept
+{
+    return sLoggers;
+}
+
 GlobalLoggersInstanciator::GlobalLoggersInstanciator()
 {
     if (sCounter++ == 0) {
@@ -68,11 +73,6 @@ GlobalLoggersInstanciator::~GlobalLoggersInstanciator()
 int &GlobalLoggersInstanciator::counter()
 {
     return sCounter;
-}
-
-GlobalLoggersInstanciator::Loggers::operator std::vector<Logger> *() const noexcept
-{
-    return sLoggers;
 }
 
 const Logger &logger(LogService service)

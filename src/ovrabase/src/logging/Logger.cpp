@@ -98,7 +98,25 @@ StreamLogger::StreamLogger(StreamLogger &&other) noexcept
     set_rdbuf(&mText);
 }
 
+StreamLogger &StreamLogger::operator=(StreamLogger &&other) noexcept
+{
+    if (this != &other) {
+        deliver();
+        std::iostream::operator=(std::move(other));
+        mText = std::move(other.mText);
+        mDelegate = std::exchange(other.mDelegate, nullptr);
+        mSeverity = other.mSeverity;
+        mContext = std::move(other.mContext);
+    }
+    return *this;
+}
+
 StreamLogger::~StreamLogger()
+{
+    deliver();
+}
+
+void StreamLogger::deliver() noexcept
 {
     try {
         std::string text = std::move(mText).str();

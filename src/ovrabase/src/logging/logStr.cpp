@@ -106,12 +106,19 @@ QString logStr(char16_t value)
 
 QString logStr(char32_t value)
 {
-    return characterLiteral(QString::fromUcs4(&value, 1));
+    // Not as a text, which would lose its byte order mark.
+    const bool isValid = value <= QChar::LastValidCodePoint;
+    const auto units = QChar::fromUcs4(isValid ? value : char32_t{QChar::ReplacementCharacter});
+    return characterLiteral(QStringView(units).toString());
 }
 
 QString logStr(wchar_t value)
 {
-    return characterLiteral(QString::fromWCharArray(&value, 1));
+    if constexpr (sizeof(wchar_t) == sizeof(char16_t)) {
+        return logStr(static_cast<char16_t>(value));
+    } else {
+        return logStr(static_cast<char32_t>(value));
+    }
 }
 
 QString logStr(bool value)

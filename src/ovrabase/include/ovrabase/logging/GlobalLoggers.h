@@ -36,6 +36,8 @@ enum LogService : int {
 /// Counted owner of the global loggers: the first instance makes them, the last one's end destroys
 /// them. Copies count. Not thread-safe: instances live in static storage.
 class GlobalLoggersInstanciator {
+    OVRABASE_EXPORT static std::vector<Vyn::Logger> *&table() noexcept;
+
 public:
     OVRABASE_EXPORT GlobalLoggersInstanciator();
     OVRABASE_EXPORT GlobalLoggersInstanciator(const GlobalLoggersInstanciator &other);
@@ -45,13 +47,9 @@ public:
     /// Returns the number of instances.
     OVRABASE_EXPORT static int &counter();
 
-    /// Reads like a pointer to the table. Functions cross a library's border safely, data does not.
-    struct Loggers {
-        OVRABASE_EXPORT operator std::vector<Vyn::Logger> *() const noexcept;
-        std::vector<Vyn::Logger> *operator->() const noexcept { return *this; }
-    };
-    /// The ten loggers, null while no instance exists.
-    static constexpr Loggers loggers{};
+    /// The ten loggers, null while no instance exists. Each module has a reference of its own to
+    /// the one pointer: functions cross a library's border safely, data does not.
+    OVRABASE_NO_EXPORT static inline std::vector<Vyn::Logger> *&loggers = table();
 };
 
 /// Returns the logger of \a service, which must be one of the ten. Thread-safe. Outside the life

@@ -128,6 +128,9 @@ constexpr std::size_t operatorBefore(std::string_view name, std::size_t end)
 /// without return type, parameters, qualifiers and template arguments.
 constexpr std::string_view qualifiedNameOf(std::string_view signature)
 {
+    if (signature == "top level") {
+        return signature; // outside of functions
+    }
     const std::string_view name = withoutParameters(signature);
     std::size_t begin = operatorKeyword(name);
     int depth = 0;

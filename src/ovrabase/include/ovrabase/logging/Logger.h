@@ -53,12 +53,14 @@ public:
 
     StreamLogger(const StreamLogger &) = delete;
     StreamLogger &operator=(const StreamLogger &) = delete;
-    StreamLogger &operator=(StreamLogger &&) = delete;
+    /// Delivers the message that this object holds, then goes on with that of \a other.
+    StreamLogger &operator=(StreamLogger &&other) noexcept;
 
 private:
     friend class Logger;
     StreamLogger(
         const Logger::Delegate &delegate, Logger::LogSeverity severity, std::string &&context);
+    void deliver() noexcept;
 
     std::stringbuf mText;
     Logger::Delegate mDelegate;
