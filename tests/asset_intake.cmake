@@ -93,6 +93,17 @@ if(NOT manifest MATCHES "/twin 2\".*/twin 1\"" OR manifest MATCHES "/twin 1\".*/
     message(FATAL_ERROR "the twins are not one asset each:\n${manifest}")
 endif()
 
+# A name of which neither a number nor a backup could stand beside it.
+if(NOT EMULATOR)
+    string(REPEAT n 251 long)
+    foreach(content first second)
+        file(WRITE "${WORK}/source/${long}.png" "${content}")
+        run(0 ${folders})
+        expect_in_output("Copied (1 files")
+    endforeach()
+    expect_content("library/${long}.png" first)
+endif()
+
 # Somebody else's manifest is not ours to replace; a library inside the source is not its own source.
 file(WRITE "${WORK}/foreign/manifest.json" "{\"name\": \"an app\"}")
 run(1 "${WORK}/source" "${WORK}/foreign")

@@ -12,6 +12,7 @@
 #include <ovrabase/text/StringUtils.h>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 
@@ -39,6 +40,12 @@ QString classOf(const QString &path)
         return QStringLiteral("image");
     }
     return QStringLiteral("other");
+}
+
+/// Whether \a name leaves room for a number, "copy" or ".bak" behind it.
+bool leavesRoom(const QString &name)
+{
+    return QFile::encodeName(name).size() <= 230; // of 255
 }
 
 bool stands(const QString &path)
@@ -154,6 +161,9 @@ private:
         }
         const QString extension = FileUtils::getFilePathCompleteExtension(valid);
         QString base = FileUtils::getBaseName(path);
+        while (base.size() > 2 && !leavesRoom(base + extension)) {
+            base.chop(base.back().isLowSurrogate() ? 2 : 1);
+        }
         if (!extension.isEmpty()) {
             path = FileUtils::getUniqueFileName(mLibrary, base, extension);
             path = folder.filePath(FileUtils::ensureValidFileName(QFileInfo(path).fileName()));
@@ -166,11 +176,11 @@ private:
         return path;
     }
 
-    /// Whether the content of \a asset may go to its backup: nobody else means it, and nothing is
-    /// in the place of the backup.
+    /// Whether the content of \a asset may go to its backup: nobody else means it, and there is
+    /// room for the backup, which nothing has taken.
     bool mayReplace(const Asset &asset) const
     {
-        return asset.duplicates.isEmpty() &&
+        return asset.duplicates.isEmpty() && leavesRoom(asset.name) &&
                !stands(QDir(mLibrary).filePath(asset.name + QStringLiteral(".bak")));
     }
 
