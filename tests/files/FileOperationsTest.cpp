@@ -232,6 +232,12 @@ TEST_F(FileOperations, BackupKeepsTheOldContent)
         EXPECT_EQ(FileUtils::loadBinaryFile(path("file.bak")), "new");
         EXPECT_NE(FileUtils::loadBinaryFile(path("file")), "");
     }
+    FileUtils::removeFileIfItExists(path("file.bak"));
+    link("file", "file.bak"); // the backup leads to the file
+    EXPECT_TRUE(FileUtils::copyWithBackup(path("new"), path("file")));
+    EXPECT_NE(FileUtils::loadBinaryFile(path("file.bak")), "new");
+    EXPECT_FALSE(FileUtils::copyWithBackup(u"/proc/self/mem"_s, path("file"))); // unreadable
+    EXPECT_EQ(FileUtils::loadBinaryFile(path("file")), "new");
 #endif
 }
 
@@ -504,7 +510,6 @@ TEST_F(FileOperations, TemporaryFolderThatCannotBeIsAnError)
     expectFailure<FolderCreationException>(
         [] { FileUtils::createApplicationTemporaryDir(); }, position, message, {});
     expectFailure<FolderCreationException>(bringToDisk, position, message, {});
-    FileUtils::clearApplicationTemporaryDir();
 #endif
 }
 

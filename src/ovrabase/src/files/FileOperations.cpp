@@ -146,10 +146,13 @@ bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
                platform::nativePath(a.path()), platform::nativePath(b.path()), unknown);
 }
 
-bool isEmptyFile(const QString &path)
+/// Files that the system makes up, as in /proc, hold more than their size tells, or nothing that
+/// can be read.
+bool isReallyEmpty(const QString &path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.peek(1).isEmpty();
+    return file.open(QIODevice::ReadOnly) && file.peek(1).isEmpty() &&
+           file.error() == QFile::NoError;
 }
 
 /// Makes \a copy, which must not exist, a copy of \a source. Returns why that failed, or a null
@@ -157,15 +160,18 @@ bool isEmptyFile(const QString &path)
 QString copyFile(const QFileInfo &source, const QString &copy)
 {
     const QString path = source.filePath();
-    if (source.isNativePath()) {
-        // Files that the system makes up, as in /proc, hold more than their size tells.
-        if (platform::copyFile(path, copy) && (source.size() > 0 || isEmptyFile(path))) {
-            return {};
-        }
-        QFile::remove(copy);
+    const bool isNative = source.isNativePath();
+    if (isNative && platform::copyFile(path, copy) && (source.size() > 0 || isReallyEmpty(path))) {
+        return {};
     }
+    QFile::remove(copy);
     QFile slow(path);
-    return slow.copy(copy) ? QString() : slow.errorString();
+    if (slow.copy(copy) && (!isNative || QFileInfo(copy).size() > 0)) {
+        return {};
+    }
+    QFile::remove(copy);
+    return slow.error() == QFile::NoError ? QStringLiteral("the source cannot be read")
+                                          : slow.errorString();
 }
 
 /// Whether \a backup is another name of the file \a path, and not one that leads to it.
