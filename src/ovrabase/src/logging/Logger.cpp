@@ -102,7 +102,7 @@ StreamLogger &StreamLogger::operator=(StreamLogger &&other) noexcept
 {
     if (this != &other) {
         deliver();
-        std::iostream::operator=(std::move(other));
+        std::iostream::swap(other);
         mText = std::move(other.mText);
         mDelegate = std::exchange(other.mDelegate, nullptr);
         mSeverity = other.mSeverity;

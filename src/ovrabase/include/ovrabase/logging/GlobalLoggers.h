@@ -48,7 +48,8 @@ public:
     OVRABASE_EXPORT static int &counter();
 
     /// The ten loggers, null while no instance exists. Each module has a reference of its own to
-    /// the one pointer: functions cross a library's border safely, data does not.
+    /// the one pointer, as functions cross a library's border safely and data does not. It is there
+    /// from the first static of an including file on; logger() may be called earlier.
     OVRABASE_NO_EXPORT static inline std::vector<Vyn::Logger> *&loggers = table();
 };
 
