@@ -80,7 +80,8 @@ if(CMAKE_HOST_SYSTEM_NAME STREQUAL Linux AND NOT EMULATOR)
     file(REMOVE "${WORK}/source/unreadable.png" "${WORK}/source/dangling.png" ${strange})
 endif()
 
-# An asset whose source has moved on is that of its duplicate; half a copy is nobody's.
+# An asset whose source has moved on is that of its duplicate, under the old name; half a copy is
+# nobody's.
 file(WRITE "${WORK}/source/twin 1" "twin")
 file(WRITE "${WORK}/source/twin 2" "twin")
 run(0 ${folders})
@@ -92,10 +93,15 @@ file(READ "${WORK}/library/manifest.json" manifest)
 if(NOT manifest MATCHES "/twin 2\".*/twin 1\"" OR manifest MATCHES "/twin 1\".*/twin 1\"")
     message(FATAL_ERROR "the twins are not one asset each:\n${manifest}")
 endif()
+file(WRITE "${WORK}/source/twin 2" "alone too")
+run(0 ${folders})
+expect_content("library/twin 1" "twin")
+expect_content("library/twin 2" "alone too")
 
 # A name of which neither a number nor a backup could stand beside it.
 if(NOT EMULATOR)
-    string(REPEAT n 251 long)
+    string(REPEAT n 248 long)
+    string(PREPEND long "v1.")
     foreach(content first second)
         file(WRITE "${WORK}/source/${long}.png" "${content}")
         run(0 ${folders})

@@ -11,9 +11,10 @@ using Vyn::OvraBase::FileUtils;
 
 namespace {
 
-constexpr std::size_t kAhead = 64; // no further: files may change before their turn
-constexpr std::size_t kBatch =
-    32; // waking the worker for each file would cost more than hashing it
+// No further ahead, as files may change before their turn. Not one by one, as waking the worker for
+// each file would cost more than hashing it.
+constexpr std::size_t kAhead = 64;
+constexpr std::size_t kBatch = 32;
 
 } // namespace
 

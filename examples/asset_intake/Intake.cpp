@@ -107,6 +107,7 @@ private:
         Asset *const before = mManifest.fromSource(source);
         if (Asset *const same = mManifest.withContent(hash, file.size())) {
             if (same == before) {
+                same->assetClass = assetClass; // it may have become the source meanwhile
                 return QStringLiteral("unchanged");
             }
             if (before) {
@@ -123,7 +124,7 @@ private:
         }
 
         mManifest.removeDuplicate(source);
-        const bool replaces = before && mayReplace(*before);
+        const bool replaces = before && mayReplace(*before, file.fileName());
         const QString destination =
             replaces ? QDir(mLibrary).filePath(before->name) : freePath(file.fileName());
         if (!FileUtils::copyWithBackup(source, destination)) {
@@ -159,10 +160,14 @@ private:
         if (!isTaken(path)) {
             return path;
         }
-        const QString extension = FileUtils::getFilePathCompleteExtension(valid);
+        QString extension = FileUtils::getFilePathCompleteExtension(valid);
         QString base = FileUtils::getBaseName(path);
-        while (base.size() > 2 && !leavesRoom(base + extension)) {
-            base.chop(base.back().isLowSurrogate() ? 2 : 1);
+        if (!leavesRoom(base + extension)) {
+            extension = FileUtils::getFilePathExtension(valid);
+            base = QFileInfo(path).completeBaseName();
+            while (base.size() > 2 && !leavesRoom(base + extension)) {
+                base.chop(base.back().isLowSurrogate() ? 2 : 1);
+            }
         }
         if (!extension.isEmpty()) {
             path = FileUtils::getUniqueFileName(mLibrary, base, extension);
@@ -176,11 +181,14 @@ private:
         return path;
     }
 
-    /// Whether the content of \a asset may go to its backup: nobody else means it, and there is
-    /// room for the backup, which nothing has taken.
-    bool mayReplace(const Asset &asset) const
+    /// Whether the content of \a asset may go to its backup: the file is named after its source,
+    /// which is called \a sourceName, nobody else means it, and there is room for the backup, which
+    /// nothing has taken.
+    bool mayReplace(const Asset &asset, const QString &sourceName) const
     {
-        return asset.duplicates.isEmpty() && leavesRoom(asset.name) &&
+        const bool isOwn =
+            !asset.adopted || asset.name == FileUtils::ensureValidFileName(sourceName);
+        return isOwn && asset.duplicates.isEmpty() && leavesRoom(asset.name) &&
                !stands(QDir(mLibrary).filePath(asset.name + QStringLiteral(".bak")));
     }
 

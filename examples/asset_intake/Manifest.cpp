@@ -32,7 +32,8 @@ QJsonObject toJson(const Asset &asset, const QFileInfo &file)
     return {{QStringLiteral("source"), asset.source}, {QStringLiteral("name"), asset.name},
         {QStringLiteral("class"), asset.assetClass}, {QStringLiteral("hash"), asset.hash},
         {QStringLiteral("size"), asset.size}, {QStringLiteral("modified"), modifiedAt(file)},
-        {QStringLiteral("duplicates"), QJsonArray::fromStringList(asset.duplicates)}};
+        {QStringLiteral("duplicates"), QJsonArray::fromStringList(asset.duplicates)},
+        {QStringLiteral("adopted"), asset.adopted}};
 }
 
 /// Whether \a value is an entry that this program wrote, and not of somebody's other
@@ -46,7 +47,7 @@ bool isAsset(const QJsonValue &value)
 Asset fromJson(const QJsonValue &value)
 {
     Asset asset{value[u"source"].toString(), value[u"name"].toString(), value[u"class"].toString(),
-        value[u"hash"].toString(), value[u"size"].toInteger(), {}};
+        value[u"hash"].toString(), value[u"size"].toInteger(), {}, value[u"adopted"].toBool()};
     const QJsonArray duplicates = value[u"duplicates"].toArray();
     for (const auto &duplicate : duplicates) {
         asset.duplicates.append(duplicate.toString());
@@ -93,9 +94,11 @@ void Manifest::findUnnamed()
     }
     const QFileInfoList files = QDir(mLibrary).entryInfoList(QDir::Files, QDir::Unsorted);
     for (const QFileInfo &file : files) {
-        // What a copy that was killed left is nobody's asset.
-        const bool isPart = file.suffix() == u"tmp" && !QUuid(file.completeBaseName()).isNull();
-        if (!isPart && !named.contains(file.fileName())) {
+        // Neither what a copy that was killed left nor a backup is anybody's asset.
+        const QString base = file.completeBaseName();
+        const bool isPart = file.suffix() == u"tmp" && !QUuid(base).isNull();
+        const bool isBackup = file.suffix() == u"bak" && named.contains(base);
+        if (!isPart && !isBackup && !named.contains(file.fileName())) {
             mUnnamed.insert(file.size(), file.fileName());
         }
     }
@@ -128,7 +131,7 @@ Asset *Manifest::withContent(const QString &hash, qint64 size)
             const QByteArray content = FileUtils::fileDataToHash(QDir(mLibrary).filePath(name));
             const QString number = FileUtils::hashToNumber(content);
             if (!mByHash.contains(number)) {
-                add({{}, name, {}, number, size, {}});
+                add({{}, name, {}, number, size, {}, false});
             }
         } catch (const Vyn::Exception::BaseException &) {
             // Somebody's file that cannot be read is none of ours.
@@ -158,6 +161,7 @@ void Manifest::setSource(Asset &asset, const QString &source, const QString &ass
 {
     asset.source = source;
     asset.assetClass = assetClass;
+    asset.adopted = true;
     mBySource.insert(source, &asset);
 }
 
@@ -165,6 +169,7 @@ void Manifest::dropSource(Asset &asset)
 {
     mBySource.remove(asset.source);
     asset.source = asset.duplicates.isEmpty() ? QString() : asset.duplicates.takeFirst();
+    asset.adopted = true;
     if (!asset.source.isEmpty()) {
         mByDuplicate.remove(asset.source);
         mBySource.insert(asset.source, &asset);

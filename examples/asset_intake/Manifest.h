@@ -17,6 +17,7 @@ struct Asset {
     QString hash;           ///< of the content
     qint64 size;            ///< in bytes
     QStringList duplicates; ///< further sources of the same content
+    bool adopted = false;   ///< the file was there before it became that of this source
 };
 
 /// What the library holds, kept in its "manifest.json". Files that it does not name, such as those

@@ -75,7 +75,7 @@ bool isListedWhole(const QString &folder)
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         ++count;
     }
-    return !error && count == QDir(folder).entryList(all).size();
+    return !error && count <= QDir(folder).entryList(all).size(); // more may have come meanwhile
 }
 
 /// Adds the files of \a source, sorted, but those of the library, should it lie inside.
@@ -89,17 +89,19 @@ void addFilesOf(const QString &source, Job &job)
     }
     QDirIterator others(
         folder, QDir::Dirs | QDir::System | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    const QString library = beginningOfPathsIn(job.destination);
     while (others.hasNext()) {
         const QString path = others.next();
         const QFileInfo entry = others.fileInfo();
-        if (entry.isDir() && !isListedWhole(path)) {
-            job.closedFolders.push_back(path);
-        } else if (entry.isSymLink() && !entry.exists()) {
+        const bool isLink = entry.isSymLink(); // of a folder, it is not followed
+        if (isLink && !entry.exists()) {
             files.push_back(path); // its content is missing, which will be told
+        } else if (!isLink && entry.isDir() && !QString(path + u'/').startsWith(library) &&
+                   !isListedWhole(path)) {
+            job.closedFolders.push_back(path);
         }
     }
-    const QString inside = beginningOfPathsIn(job.destination);
-    std::erase_if(files, [&inside](const QString &file) { return file.startsWith(inside); });
+    std::erase_if(files, [&library](const QString &file) { return file.startsWith(library); });
     std::sort(files.begin(), files.end());
     job.files.insert(job.files.end(), files.begin(), files.end());
 }
