@@ -131,7 +131,7 @@ Asset *Manifest::withContent(const QString &hash, qint64 size)
             const QByteArray content = FileUtils::fileDataToHash(QDir(mLibrary).filePath(name));
             const QString number = FileUtils::hashToNumber(content);
             if (!mByHash.contains(number)) {
-                add({{}, name, {}, number, size, {}, false});
+                add({{}, name, {}, number, size, {}});
             }
         } catch (const Vyn::Exception::BaseException &) {
             // Somebody's file that cannot be read is none of ours.

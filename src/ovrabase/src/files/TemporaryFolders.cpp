@@ -29,20 +29,22 @@ QString systemTemporaryPath()
     return QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::TempLocation));
 }
 
-QString applicationTemporaryPath(const QString &systemPath)
+/// Returns an empty path, too, when the system has no folder for it.
+QString applicationTemporaryPath()
 {
-    return QDir::cleanPath(systemPath + u'/' + QCoreApplication::applicationName());
+    const QString system = systemTemporaryPath();
+    return system.isEmpty() ? system
+                            : QDir::cleanPath(system + u'/' + QCoreApplication::applicationName());
 }
 
 /// Returns the path of \a name in the application's temporary folder, which is made if needed; an
 /// empty path when it cannot be anywhere.
 QString inApplicationTemporaryFolder(const QString &name)
 {
-    const QString systemPath = systemTemporaryPath();
-    if (systemPath.isEmpty()) {
+    const QString folder = applicationTemporaryPath();
+    if (folder.isEmpty()) {
         return {};
     }
-    const QString folder = applicationTemporaryPath(systemPath);
     QDir().mkpath(folder);
     return folder + u'/' + name;
 }
@@ -94,10 +96,9 @@ QString FileUtils::createApplicationTemporaryDir()
 
 void FileUtils::clearApplicationTemporaryDir()
 {
-    const QString systemPath = systemTemporaryPath();
-    const QString folder = applicationTemporaryPath(systemPath);
+    const QString folder = applicationTemporaryPath();
     // Without a name, or with one like "..", this would be everybody's folder.
-    if (!systemPath.isEmpty() && folder.startsWith(systemPath + u'/')) {
+    if (folder.startsWith(systemTemporaryPath() + u'/')) {
         removeFolder(folder);
     }
 }
