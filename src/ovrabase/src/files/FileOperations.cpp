@@ -3,7 +3,7 @@
 
 #include "files/FileOperations_p.h"
 #include "files/FileSystem_p.h"
-#include "logging/fail_p.h"
+#include "logging/LogSite_p.h"
 
 #include <ovrabase/errors/Exception.h>
 #include <ovrabase/files/FileUtils.h>

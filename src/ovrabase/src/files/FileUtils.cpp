@@ -4,7 +4,7 @@
 #include "ovrabase/files/FileUtils.h"
 
 #include "files/FileSystem_p.h"
-#include "logging/fail_p.h"
+#include "logging/LogSite_p.h"
 
 #include <ovrabase/errors/Exception.h>
 

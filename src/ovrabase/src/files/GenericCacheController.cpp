@@ -4,7 +4,7 @@
 #include "ovrabase/files/GenericCacheController.h"
 
 #include "files/FileOperations_p.h"
-#include "logging/fail_p.h"
+#include "logging/LogSite_p.h"
 
 #include <ovrabase/files/FileUtils.h>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "files/FileOperations_p.h"
-#include "logging/fail_p.h"
+#include "logging/LogSite_p.h"
 #include "ovrabase/files/FileUtils.h"
 
 #include <ovrabase/errors/Exception.h>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "logging/LogPosition_p.h"
+#include "logging/LogSite_p.h"
 #include "logging/LomaSink_p.h"
 
 #include <ovrabase/logging/GlobalLoggers.h>

@@ -3,7 +3,7 @@
 
 #include "ovrabase/platform/WindowsUtils.h"
 
-#include "logging/fail_p.h"
+#include "logging/LogSite_p.h"
 #include "platform/Devices_p.h"
 
 #include <ovrabase/errors/Exception.h>

@@ -3,7 +3,7 @@
 
 #include "ovrabase/platform/base.h"
 
-#include "logging/fail_p.h"
+#include "logging/LogSite_p.h"
 #include "platform/SharedLibrary_p.h"
 
 #include <ovrabase/config.h>

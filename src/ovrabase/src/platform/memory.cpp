@@ -3,7 +3,7 @@
 
 #include "ovrabase/platform/memory.h"
 
-#include "logging/fail_p.h"
+#include "logging/LogSite_p.h"
 
 #include <QCoreApplication>
 #include <QMetaObject>

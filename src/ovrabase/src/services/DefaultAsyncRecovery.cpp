@@ -3,7 +3,7 @@
 
 #include "ovrabase/services/DefaultAsyncRecovery.h"
 
-#include "logging/fail_p.h"
+#include "logging/LogSite_p.h"
 
 #include <ovrabase/platform/ThreadUtils.h>
 #include <ovrabase/services/ServiceLocator.h>
