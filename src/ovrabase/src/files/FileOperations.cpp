@@ -46,7 +46,7 @@ bool removeEntry(const QFileInfo &entry)
     const QString path = entry.filePath();
     return QFile::remove(path) ||
            (isLink(entry) && QDir().rmdir(path)) || // how Windows removes a link to a folder
-           platform::removeReadOnly(path);
+           os::removeReadOnly(path);
 }
 
 struct PlannedCopy {
@@ -69,7 +69,7 @@ qsizetype countEntries(const QString &path)
 {
     std::error_code error;
     qsizetype count = 0;
-    std::filesystem::directory_iterator entry(platform::nativePath(path), error);
+    std::filesystem::directory_iterator entry(os::nativePath(path), error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         ++count;
     }
@@ -142,8 +142,7 @@ bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
 {
     std::error_code unknown;
     return a.fileName() == b.fileName() &&
-           std::filesystem::equivalent(
-               platform::nativePath(a.path()), platform::nativePath(b.path()), unknown);
+           std::filesystem::equivalent(os::nativePath(a.path()), os::nativePath(b.path()), unknown);
 }
 
 /// Files that the system makes up, as in /proc, hold more than their size tells, or nothing that
@@ -161,7 +160,7 @@ QString copyFile(const QFileInfo &source, const QString &copy)
 {
     const QString path = source.filePath();
     const bool isNative = source.isNativePath();
-    if (isNative && platform::copyFile(path, copy) && (source.size() > 0 || isReallyEmpty(path))) {
+    if (isNative && os::copyFile(path, copy) && (source.size() > 0 || isReallyEmpty(path))) {
         return {};
     }
     QFile::remove(copy);
@@ -178,15 +177,15 @@ QString copyFile(const QFileInfo &source, const QString &copy)
 bool keepsContentOf(const QString &path, const QString &backup)
 {
     std::error_code unknown;
-    return !isLink(QFileInfo(backup)) && std::filesystem::equivalent(platform::nativePath(path),
-                                             platform::nativePath(backup), unknown);
+    return !isLink(QFileInfo(backup)) &&
+           std::filesystem::equivalent(os::nativePath(path), os::nativePath(backup), unknown);
 }
 
 /// Whether \a path is a pipe: opening it to write may never end.
 bool waitsForAReader(const QString &path)
 {
     std::error_code unknown;
-    return std::filesystem::is_fifo(platform::nativePath(path), unknown);
+    return std::filesystem::is_fifo(os::nativePath(path), unknown);
 }
 
 /// Puts a copy of \a source in the place of \a destination, which is kept as \a backup. Returns why
@@ -220,7 +219,7 @@ QString replaceByCopy(const QString &source, const QString &destination, const Q
         }
         if (keepsContentOf(destination, backup)) {
             removeEntry(before); // to rename it would change nothing
-        } else if (const std::error_code error = platform::renameOver(destination, backup)) {
+        } else if (const std::error_code error = os::renameOver(destination, backup)) {
             copy.remove();
             return QString::fromLocal8Bit(error.message().c_str());
         }
@@ -366,7 +365,7 @@ std::vector<QString> FileUtils::folderParseFiles(
 void FileUtils::hideFileOnWindows(const QString &path)
 {
     if (canBePath(path)) {
-        platform::hideFile(path);
+        os::hideFile(path);
     }
 }
 

@@ -10,7 +10,7 @@
 
 /// \file
 /// What the systems do differently. Reports and does not judge: no logging, no throwing.
-namespace Vyn::OvraBase::platform {
+namespace Vyn::OvraBase::os {
 
 /// While one exists, Qt's file tests look at NTFS access rights. No effect where there are none.
 class NtfsPermissionLookup {
@@ -38,4 +38,4 @@ bool copyFile(const QString &from, const QString &to);
 /// changed. Both stand in one folder.
 std::error_code renameOver(const QString &from, const QString &to);
 
-} // namespace Vyn::OvraBase::platform
+} // namespace Vyn::OvraBase::os

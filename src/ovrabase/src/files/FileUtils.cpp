@@ -221,7 +221,7 @@ bool FileUtils::isFileMoreRecentThan(const QString &a, const QString &b)
 
 bool FileUtils::checkFileCanBeOpened(const QString &path)
 {
-    const platform::NtfsPermissionLookup realRights;
+    const os::NtfsPermissionLookup realRights;
     const QFileInfo entry(path);
     if (!entry.isFile()) {
         return false;

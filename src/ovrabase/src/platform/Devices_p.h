@@ -13,7 +13,7 @@
 /// \file
 /// What the system is asked about devices: one side in windows/, one in posix/. It reports and does
 /// not judge: nothing here logs or throws, but for std::bad_alloc.
-namespace Vyn::OvraBase::platform {
+namespace Vyn::OvraBase::os {
 
 /// A set of devices, or why the system does not open it.
 template<class Info>
@@ -37,4 +37,4 @@ std::optional<EjectFailure> eject(const std::string &path);
 /// The system's text for \a code, empty when it has none.
 std::string errorText(std::uint32_t code);
 
-} // namespace Vyn::OvraBase::platform
+} // namespace Vyn::OvraBase::os

@@ -6,7 +6,7 @@
 class QString;
 
 /// The system's library loader. Reports and does not judge: failures are null, nothing is logged.
-namespace Vyn::OvraBase::platform {
+namespace Vyn::OvraBase::os {
 
 /// Loads the file at the absolute \a path.
 void *openLibrary(const QString &path);
@@ -15,4 +15,4 @@ void *openLibrary(const QString &path);
 void *findSymbol(void *library, const char *name);
 void closeLibrary(void *library);
 
-} // namespace Vyn::OvraBase::platform
+} // namespace Vyn::OvraBase::os

@@ -18,7 +18,7 @@ constexpr LogPosition kNotOpened{"WindowsUtils.cpp:142 Vyn::OvraBase::ejectUsbDr
 constexpr LogPosition kNotEjected{"WindowsUtils.cpp:156 Vyn::OvraBase::ejectUsbDrive()"};
 
 template<class Info>
-std::vector<Info> devicesOf(platform::DeviceSet<Info> set)
+std::vector<Info> devicesOf(os::DeviceSet<Info> set)
 {
     if (set.error != 0) {
         logAt(kNoDeviceSet, Debug, Logger::Error,
@@ -64,23 +64,23 @@ QString USBInfo::toString() const
 
 std::vector<DeviceInfo> getDisksInfo()
 {
-    return devicesOf(platform::disks());
+    return devicesOf(os::disks());
 }
 
 std::vector<USBInfo> getUSBInfo()
 {
-    return devicesOf(platform::usbDevices());
+    return devicesOf(os::usbDevices());
 }
 
 std::vector<DeviceInfo> getUnknownDevicesInfo()
 {
-    return devicesOf(platform::unknownDevices());
+    return devicesOf(os::unknownDevices());
 }
 
 void ejectUsbDrive(char driveLetter)
 {
     const std::string path = std::string("\\\\.\\") + driveLetter + ':';
-    if (const auto failure = platform::eject(path)) {
+    if (const auto failure = os::eject(path)) {
         const QString message = failure->opened ? QStringLiteral("Failed to eject volume: ")
                                                 : QStringLiteral("Failed to open device: ");
         fail<Exception::DriveUnmountException>(failure->opened ? kNotEjected : kNotOpened,
@@ -90,7 +90,7 @@ void ejectUsbDrive(char driveLetter)
 
 std::string errorMessage(std::uint32_t code)
 {
-    std::string text = platform::errorText(code);
+    std::string text = os::errorText(code);
     return text.empty() ? "Unknown error " + std::to_string(code) : text;
 }
 

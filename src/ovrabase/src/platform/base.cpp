@@ -102,18 +102,18 @@ void *loadSharedLibrary(const QString &name)
             QStringLiteral("Failed to retrieve dynamic library: ") + name);
         return nullptr;
     }
-    return platform::openLibrary(matches.first().absoluteFilePath());
+    return os::openLibrary(matches.first().absoluteFilePath());
 }
 
 void *loadSymbol(void *library, const QString &symbol)
 {
-    return library ? platform::findSymbol(library, symbol.toStdString().c_str()) : nullptr;
+    return library ? os::findSymbol(library, symbol.toStdString().c_str()) : nullptr;
 }
 
 void closeSharedLibrary(void *library)
 {
     if (library) {
-        platform::closeLibrary(library);
+        os::closeLibrary(library);
     }
 }
 

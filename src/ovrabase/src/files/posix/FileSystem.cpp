@@ -5,7 +5,7 @@
 
 #include <QFile>
 
-namespace Vyn::OvraBase::platform {
+namespace Vyn::OvraBase::os {
 
 NtfsPermissionLookup::NtfsPermissionLookup() {}
 
@@ -37,4 +37,4 @@ std::error_code renameOver(const QString &from, const QString &to)
     return error;
 }
 
-} // namespace Vyn::OvraBase::platform
+} // namespace Vyn::OvraBase::os

@@ -12,7 +12,7 @@
 extern Q_CORE_EXPORT int qt_ntfs_permission_lookup;
 #endif
 
-namespace Vyn::OvraBase::platform {
+namespace Vyn::OvraBase::os {
 namespace {
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 6, 0)
@@ -93,4 +93,4 @@ std::error_code renameOver(const QString &from, const QString &to)
     return {static_cast<int>(code), std::system_category()};
 }
 
-} // namespace Vyn::OvraBase::platform
+} // namespace Vyn::OvraBase::os

@@ -12,7 +12,7 @@
 #include <memory>
 #include <system_error>
 
-namespace Vyn::OvraBase::platform {
+namespace Vyn::OvraBase::os {
 namespace {
 
 struct Unref {
@@ -204,4 +204,4 @@ std::string errorText(std::uint32_t code)
     return std::system_category().message(static_cast<int>(code));
 }
 
-} // namespace Vyn::OvraBase::platform
+} // namespace Vyn::OvraBase::os

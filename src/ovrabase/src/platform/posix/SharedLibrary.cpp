@@ -8,7 +8,7 @@
 
 #include <dlfcn.h>
 
-namespace Vyn::OvraBase::platform {
+namespace Vyn::OvraBase::os {
 
 void *openLibrary(const QString &path)
 {
@@ -26,4 +26,4 @@ void closeLibrary(void *library)
     ::dlclose(library);
 }
 
-} // namespace Vyn::OvraBase::platform
+} // namespace Vyn::OvraBase::os

@@ -23,7 +23,7 @@
 #include <usbiodef.h>
 #include <winioctl.h>
 
-namespace Vyn::OvraBase::platform {
+namespace Vyn::OvraBase::os {
 namespace {
 
 static_assert(kNoMoreDevices == ERROR_NO_MORE_ITEMS);
@@ -305,4 +305,4 @@ std::string errorText(std::uint32_t code)
     return text ? std::string(text, size) : std::string();
 }
 
-} // namespace Vyn::OvraBase::platform
+} // namespace Vyn::OvraBase::os

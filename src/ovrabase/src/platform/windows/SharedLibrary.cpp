@@ -8,7 +8,7 @@
 
 #include <qt_windows.h>
 
-namespace Vyn::OvraBase::platform {
+namespace Vyn::OvraBase::os {
 
 void *openLibrary(const QString &path)
 {
@@ -31,4 +31,4 @@ void closeLibrary(void *library)
     ::FreeLibrary(static_cast<HMODULE>(library));
 }
 
-} // namespace Vyn::OvraBase::platform
+} // namespace Vyn::OvraBase::os
