@@ -3,7 +3,8 @@
 
 #include "ovrabase/files/GenericCacheController.h"
 
-#include "files/FileOperations_p.h"
+#include "files/Entries_p.h"
+#include "files/Removal_p.h"
 #include "logging/LogSite_p.h"
 
 #include <ovrabase/files/FileUtils.h>

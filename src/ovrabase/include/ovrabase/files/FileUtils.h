@@ -38,7 +38,7 @@ public:
     explicit FileUtils(QObject *parent = nullptr);
     ~FileUtils() override;
 
-    /// \name Paths as text
+    /// \name File paths
     /// @{
 
     /// Appends \a path to the list \a paths, with a ";" between them when neither is empty.
@@ -71,7 +71,7 @@ public:
     static bool pathAreIdentical(const QString &a, const QString &b);
 
     /// @}
-    /// \name Tests on the file system
+    /// \name File checks
     /// Links are followed. The forms for urls answer false for what is not a local file.
     /// @{
 
@@ -105,7 +105,7 @@ public:
     static bool checkFileCanBeOpened(const QString &path);
 
     /// @}
-    /// \name Kinds of files by extension
+    /// \name File kinds
     /// Extensions are given without the dot and compared without case, where not said otherwise.
     /// @{
 
@@ -141,7 +141,39 @@ public:
         const QString &folder, const QString &baseName, const QString &extension);
 
     /// @}
-    /// \name Copying
+    /// \name Reading and writing
+    /// @{
+
+    /// Returns the paths of the files in \a folder that match one of the wildcards \a nameFilters
+    /// (all when there are none), unsorted and without hidden ones. Linked folders are not entered.
+    static std::vector<QString> folderParseFiles(
+        const QString &folder, const QList<QString> &nameFilters, Recursion recursion);
+
+    /// On Windows, gives \a path the attribute "hidden" and takes all others from it; a path that
+    /// is not ASCII may be missed. Does nothing elsewhere.
+    static void hideFileOnWindows(const QString &path);
+
+    /// Returns the content of a file.
+    ///
+    /// \throws Exception::InvalidArgumentException  there is no file at \a path.
+    /// \throws Exception::FileOpenException  it does not open.
+    /// \throws Exception::FileReadingException  it opens but cannot be read to its end.
+    static QByteArray loadBinaryFile(const QString &path);
+    /// Returns the text of a file with "\n" line ends. A byte-order mark tells the encoding;
+    /// without one it is UTF-8. Throws what loadBinaryFile() throws.
+    static QString loadTextFileToQString(const QString &path);
+    /// Writes \a text to \a path as UTF-8 with the system's line ends, over what is there. Returns
+    /// whether all of it arrived; when not, the file may hold a part.
+    static bool saveTextToFile(const QString &text, const QString &path);
+
+    /// Makes the folder \a path and its parents. Returns whether it is there now; an empty \a path
+    /// is the current folder.
+    static bool makeFolder(const QString &path);
+    /// Makes an empty file when \a path is missing, and leaves any content alone.
+    static void touch(const QString &path);
+
+    /// @}
+    /// \name Folder copies
     /// @{
 
     /// Copies the content of the folder \a source, hidden entries too, into \a destination, which
@@ -155,6 +187,10 @@ public:
     /// Returns whether everything was copied; false also when \a source is not a folder.
     static bool copyRecursively(const QString &source, const QString &destination);
 
+    /// @}
+    /// \name Copies with backup
+    /// @{
+
     /// Copies the file \a source to \a destination; what stood there before is kept under the same
     /// name and ".bak", in place of an older backup.
     ///
@@ -163,6 +199,20 @@ public:
     /// the old content is whole under one of its two names or the new one is whole under its name.
     /// A process that dies may leave a file with a random name and ".tmp" beside \a destination.
     static bool copyWithBackup(const QString &source, const QString &destination);
+
+    /// @}
+    /// \name Removal
+    /// @{
+
+    /// Removes the folder \a path with its content. Links are removed, never followed, be it inside
+    /// or as \a path itself. A missing folder is no error; a file is left alone.
+    ///
+    /// \throws Exception::FolderDeletionException  something could not be removed; the rest is.
+    static void removeDirRecursiveIfItExists(const QString &path);
+    /// Removes the file or link \a path. A missing one is no error.
+    ///
+    /// \throws Exception::FileDeletionException  it is still there, for example as a folder.
+    static void removeFileIfItExists(const QString &path);
 
     /// @}
     /// \name Application folders
@@ -203,47 +253,6 @@ public:
     /// \throws Exception::FileCopyException  names \a pathOrUrl.
     /// \throws Exception::FolderCreationException  names the folder that was tried.
     static QString ensureFileIsOnDisk(const QString &pathOrUrl);
-
-    /// @}
-    /// \name Reading, writing, removing
-    /// @{
-
-    /// Returns the paths of the files in \a folder that match one of the wildcards \a nameFilters
-    /// (all when there are none), unsorted and without hidden ones. Linked folders are not entered.
-    static std::vector<QString> folderParseFiles(
-        const QString &folder, const QList<QString> &nameFilters, Recursion recursion);
-
-    /// On Windows, gives \a path the attribute "hidden" and takes all others from it; a path that
-    /// is not ASCII may be missed. Does nothing elsewhere.
-    static void hideFileOnWindows(const QString &path);
-
-    /// Returns the content of a file.
-    ///
-    /// \throws Exception::InvalidArgumentException  there is no file at \a path.
-    /// \throws Exception::FileOpenException  it does not open.
-    /// \throws Exception::FileReadingException  it opens but cannot be read to its end.
-    static QByteArray loadBinaryFile(const QString &path);
-    /// Returns the text of a file with "\n" line ends. A byte-order mark tells the encoding;
-    /// without one it is UTF-8. Throws what loadBinaryFile() throws.
-    static QString loadTextFileToQString(const QString &path);
-    /// Writes \a text to \a path as UTF-8 with the system's line ends, over what is there. Returns
-    /// whether all of it arrived; when not, the file may hold a part.
-    static bool saveTextToFile(const QString &text, const QString &path);
-
-    /// Makes the folder \a path and its parents. Returns whether it is there now; an empty \a path
-    /// is the current folder.
-    static bool makeFolder(const QString &path);
-    /// Removes the folder \a path with its content. Links are removed, never followed, be it inside
-    /// or as \a path itself. A missing folder is no error; a file is left alone.
-    ///
-    /// \throws Exception::FolderDeletionException  something could not be removed; the rest is.
-    static void removeDirRecursiveIfItExists(const QString &path);
-    /// Removes the file or link \a path. A missing one is no error.
-    ///
-    /// \throws Exception::FileDeletionException  it is still there, for example as a folder.
-    static void removeFileIfItExists(const QString &path);
-    /// Makes an empty file when \a path is missing, and leaves any content alone.
-    static void touch(const QString &path);
 
     /// @}
     /// \name Content hashes

@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "files/FileOperations_p.h"
+#include "files/Entries_p.h"
+#include "files/Removal_p.h"
 #include "logging/LogSite_p.h"
-#include "ovrabase/files/FileUtils.h"
 
 #include <ovrabase/errors/Exception.h>
+#include <ovrabase/files/FileUtils.h>
 
 #include <QCoreApplication>
 #include <QDir>

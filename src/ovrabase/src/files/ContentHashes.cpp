@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "files/FileOperations_p.h"
 #include "files/MurmurHash3_p.h"
-#include "ovrabase/files/FileUtils.h"
+#include "files/ReadingAndWriting_p.h"
+
+#include <ovrabase/files/FileUtils.h>
 
 #include <QFile>
 #include <QtEndian>
