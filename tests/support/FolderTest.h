@@ -5,6 +5,7 @@
 
 #include "support/RecordedLog.h"
 
+#include <ovrabase/errors/Exception.h>
 #include <ovrabase/files/FileUtils.h>
 
 #include <QDir>
@@ -60,6 +61,25 @@ protected:
             }
         }
         return entries;
+    }
+
+    /// Expects that \a call throws an E with \a message and \a subject and logs it first.
+    template<class E, class Call>
+    void expectFailure(
+        Call call, const char *position, const QString &message, const QString &subject)
+    {
+        try {
+            call();
+            ADD_FAILURE() << "nothing thrown at " << position;
+        } catch (const E &failure) {
+            EXPECT_EQ(failure.what(), message.toStdString());
+            if constexpr (std::is_base_of_v<Exception::IOException, E>) {
+                EXPECT_EQ(failure.subject(), subject);
+            }
+        }
+        EXPECT_THAT(mLog.take(),
+            testing::ElementsAre(Record{
+                2, "Debug: FileUtils.cpp:" + std::string(position) + "()", message.toStdString()}));
     }
 
     QTemporaryDir mFolder;

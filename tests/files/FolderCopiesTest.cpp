@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "support/FolderTest.h"
+#include "support/OpenFiles.h"
+
+#include <cstdio>
+
+namespace Vyn::OvraBase {
+namespace {
+
+using namespace Qt::StringLiterals;
+using Test::Record;
+#ifdef Q_OS_LINUX
+using Test::withoutOpenFiles;
+#endif
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+class FolderCopies : public Test::FolderTest {
+protected:
+    void expectNotCopied(std::vector<std::pair<QString, QString>> pairs)
+    {
+        std::vector<Record> expected;
+        for (const auto &[from, to] : pairs) {
+            expected.push_back(
+                {1, "Support: FileUtils.cpp:770 Vyn::OvraBase::FileUtils::copyRecursively()",
+                    (u"Error while copying : "_s + from + u" to : "_s + to).toStdString()});
+        }
+        EXPECT_THAT(mLog.take(), testing::UnorderedElementsAreArray(expected));
+    }
+};
+
+QString joined(const QString &folder, const QString &name)
+{
+    return folder + QDir::separator() + name;
+}
+
+TEST_F(FolderCopies, CopiesAFolderWithAllThatIsHidden)
+{
+    write("source/a.txt", "a");
+    write("source/.b/.c/d", "d");
+    makeFolder("source/empty");
+    EXPECT_TRUE(FileUtils::copyRecursively(path("source"), path("new/deep")));
+    EXPECT_EQ(tree("new/deep"), tree("source"));
+    EXPECT_THAT(mLog.records(), IsEmpty());
+}
+
+TEST_F(FolderCopies, FolderCopyReportsWhatItCannotCopyAndGoesOn)
+{
+    write("source/%1", "new");
+    write("source/sub/b", "b");
+    write("source/c", "c");
+    write("copy/%1", "old");
+    write("copy/sub", "a file in the way");
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+    EXPECT_THAT(tree("copy"),
+        ElementsAre(Pair("%1", "old"), Pair("c", "c"), Pair("sub", "a file in the way")));
+    expectNotCopied({{joined(path("source"), u"%1"_s), joined(path("copy"), u"%1"_s)},
+        {joined(joined(path("source"), u"sub"_s), u"b"_s),
+            joined(joined(path("copy"), u"sub"_s), u"b"_s)}});
+
+    EXPECT_FALSE(FileUtils::copyRecursively({}, path("copy")));
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source/c"), path("copy")));
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("new") + u"\0x"_s));
+    EXPECT_FALSE(exists("new"));
+    EXPECT_THAT(mLog.records(), IsEmpty());
+}
+
+TEST_F(FolderCopies, FolderCopyIntoItselfTakesWhatWasThere)
+{
+    write("source/a", "a");
+    write("source/copy/old", "old");
+    EXPECT_TRUE(FileUtils::copyRecursively(path("source"), u"copy"_s)); // in the source
+    EXPECT_THAT(tree("source"),
+        ElementsAre(Pair("a", "a"), Pair("copy/", ""), Pair("copy/a", "a"), Pair("copy/copy/", ""),
+            Pair("copy/copy/old", "old"), Pair("copy/old", "old")));
+}
+
+#ifndef Q_OS_WIN
+TEST_F(FolderCopies, FolderCopyFollowsLinksButNotBackUp)
+{
+    write("beside/x", "x");
+    write("source/one/a", "a");
+    write("source/two/b", "b");
+    link("beside", "source/beside");
+    link("source/two", "source/one/two");
+    link("source/one", "source/two/one");
+    link("source", "source/one/up");
+    link(".", "source/above");
+    link("nowhere", "source/dangling");
+    link("source/circle", "source/circle");
+    ASSERT_EQ(mkfifo(path("source/pipe").toLocal8Bit().constData(), 0600), 0);
+
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+
+    EXPECT_THAT(tree("copy"),
+        ElementsAre(Pair("beside/", ""), Pair("beside/x", "x"), Pair("one/", ""),
+            Pair("one/a", "a"), Pair("one/two/", ""), Pair("one/two/b", "b"), Pair("two/", ""),
+            Pair("two/b", "b"), Pair("two/one/", ""), Pair("two/one/a", "a")));
+    std::vector<std::pair<QString, QString>> left;
+    for (const char *name : {"above", "circle", "dangling", "pipe", "one/up", "one/two/one",
+             "two/one/two", "two/one/up"}) {
+        left.emplace_back(
+            path("source/") + QLatin1String(name), path("copy/") + QLatin1String(name));
+    }
+    expectNotCopied(left);
+}
+#endif
+
+#ifdef Q_OS_LINUX
+TEST_F(FolderCopies, FolderCopyReportsWhatItCannotList)
+{
+    write("source/name", "x");
+    EXPECT_FALSE(
+        withoutOpenFiles([&] { return FileUtils::copyRecursively(path("source"), path("copy")); }));
+    expectNotCopied({{path("source"), path("copy")}});
+    const QByteArray name = path("source/name").toLocal8Bit();
+    ASSERT_EQ(std::rename(name.constData(), (name + '\xE9').constData()), 0); // not UTF-8
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+    EXPECT_EQ(std::remove((name + '\xE9').constData()), 0); // which Qt cannot
+}
+#endif
+
+} // namespace
+} // namespace Vyn::OvraBase
