@@ -10,7 +10,9 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <chrono>
 #include <functional>
+#include <future>
 #include <map>
 #include <memory>
 #include <numeric>
@@ -27,8 +29,11 @@ namespace {
 using Test::onThreads;
 using Test::Record;
 using Test::RecordedLog;
+using testing::AllOf;
 using testing::ElementsAre;
-using testing::IsEmpty;
+using testing::HasSubstr;
+using testing::Pair;
+using testing::StartsWith;
 
 struct Calling : LogDelegate {
     void log(int, const QString &, const QString &message) override { function(message); }
@@ -117,6 +122,39 @@ TEST(LogManager, DelegatesMayComeAndGoDuringARecord)
     say("next");
     EXPECT_EQ(callsAfterItsEnd, 1);
     EXPECT_THAT(added->records(), ElementsAre(said("next")));
+}
+
+TEST(LogManager, ReleasesADelegateThatEndsItsOwnRegistrationWithoutTheLock)
+{
+    const RecordedLog log;
+    std::optional<ScopedPushLogDelegate> registration;
+    struct Writer : Calling {
+        ~Writer() override
+        {
+            const auto flushed = std::make_shared<std::promise<void>>();
+            std::thread([flushed] { (say("flushed"), flushed->set_value()); }).detach();
+            EXPECT_EQ(flushed->get_future().wait_for(std::chrono::seconds(10)),
+                std::future_status::ready);
+        }
+    };
+    auto writer = std::make_shared<Writer>();
+    writer->function = [&](const QString &) { registration.reset(); };
+    registration.emplace(std::move(writer));
+    say("x");
+    EXPECT_THAT(log.records(), ElementsAre(said("x"), said("flushed")));
+}
+
+TEST(LogManager, GivesEachDelegateTheTextThatWasLogged)
+{
+    QString text = QStringLiteral("as logged");
+    const ScopedPushLogDelegate changer(calling([&](const QString &message) {
+        const_cast<QString &>(message).append(u'!');
+        text.append(u'?');
+    }));
+    const RecordedLog later;
+    LogManager::instance()->log(0, QStringLiteral("c"), text);
+    EXPECT_THAT(later.records(), ElementsAre(said("as logged")));
+    EXPECT_EQ(text, QStringLiteral("as logged?"));
 }
 
 TEST(LogManager, EightThreadsLoseDoubleAndReorderNothing)
@@ -232,6 +270,40 @@ TEST_F(QtMessages, OfADelegateDoNotDeadlock)
     say("x");
     other.join();
     EXPECT_EQ(mLog.take().size(), 202U);
+}
+
+TEST_F(QtMessages, OfADelegateForEachRecordEndAfterAHundredInARow)
+{
+    for (const int perRecord : {1, 2}) {
+        const ScopedPushLogDelegate broken(calling([&](const QString &message) {
+            for (int i = 0; i < perRecord; ++i) {
+                emitMessage(QtWarningMsg);
+            }
+            if (message.startsWith(QStringLiteral("widget"))) {
+                say("plain");
+            }
+        }));
+        say("x"); // each of its messages begins a chain
+        std::map<std::string, int> times;
+        for (const Record &record : mLog.take()) {
+            ++times[record.context + ' ' + record.message];
+        }
+        EXPECT_THAT(times,
+            ElementsAre(Pair("Default widget.cpp(42): hello", 100 * perRecord),
+                Pair(AllOf(StartsWith("LogManager.cpp:"), HasSubstr("<widget.cpp(42): hello>")),
+                    perRecord),
+                Pair("c plain", 100 * perRecord), Pair("c x", 1)));
+    }
+}
+
+TEST_F(QtMessages, ThatAreFatalInADelegateReachStandardError)
+{
+    const ScopedPushLogDelegate dying(calling([](const QString &message) {
+        emitMessage(message == QStringLiteral("x") ? QtFatalMsg : QtDebugMsg);
+    }));
+    testing::internal::CaptureStderr();
+    say("x");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "widget.cpp(42): hello\n");
 }
 
 } // namespace

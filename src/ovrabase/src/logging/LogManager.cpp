@@ -52,40 +52,77 @@ LogManager *LogManager::instance()
 
 void LogManager::log(int level, const QString &context, const QString &message)
 {
+    take({level, context, message, nullptr}, false);
+}
+
+/// Queues or delivers \a record; true if a delegate has had it on return.
+bool LogManager::take(LogRecord record, bool isQtMessage) noexcept
+{
     if (mClosed) {
-        return;
+        return false;
     }
     try {
+        // Destroyed after the lock: the destructor of a delegate may wait for a thread that logs.
+        QList<std::shared_ptr<LogDelegate>> ended;
         const QMutexLocker lock(&mMutex);
-        if (mDispatching != 0) {
-            mQueue.append({level, context, message}); // the loop below us delivers it
-            return;
+        if (mBeingDelivered) {
+            queue(std::move(record), isQtMessage); // the loop below us delivers it
+            return false;
         }
-        mDispatching = 1;
-        const auto finished = qScopeGuard([this] { mDispatching = 0; });
-        deliver(level, context, message);
+        const auto finished = qScopeGuard([&] {
+            mBeingDelivered = nullptr;
+            ended.swap(mEnded);
+        });
+        const bool delivered = deliver(record);
         while (!mQueue.isEmpty()) {
-            const LogRecord record = mQueue.takeFirst();
-            deliver(record.level, record.context, record.message);
+            deliver(mQueue.takeFirst());
         }
+        return delivered;
     } catch (...) {
-        // Out of memory: the record is lost, the caller is not.
+        return false; // Out of memory: the record is lost, the caller is not.
     }
 }
 
-void LogManager::deliver(int level, const QString &context, const QString &message)
+void LogManager::queue(LogRecord record, bool isQtMessage)
 {
+    // A delegate that causes a Qt message for every record would otherwise never end.
+    constexpr int kLongestChain = 100;
+    record.chain = mBeingDelivered->chain;
+    if (isQtMessage) {
+        if (!record.chain) {
+            record.chain = std::make_shared<int>(0);
+        }
+        const int number = ++*record.chain;
+        if (number > kLongestChain + 1) {
+            return;
+        }
+        if (number > kLongestChain) {
+            record.level = 1;
+            record.context = QString::fromStdString(LOG_CONTEXT);
+            record.message = QStringLiteral("Delegates caused 100 Qt messages in a row, each while "
+                                            "taking the one before. Dropped from here on: <%1>")
+                                 .arg(record.message);
+        }
+    }
+    mQueue.append(std::move(record));
+}
+
+bool LogManager::deliver(const LogRecord &record)
+{
+    mBeingDelivered = &record;
     const auto registrations = mRegistrations;
     for (const Registration &registration : registrations) {
         if (!mRegistrations.contains(registration)) {
             continue;
         }
         try {
-            registration.delegate->log(level, context, message);
+            registration.delegate->log(
+                record.level, QString(record.context), QString(record.message));
         } catch (...) {
             // The others are served all the same.
         }
     }
+    return !registrations.isEmpty();
 }
 
 void LogManager::add(std::shared_ptr<LogDelegate> delegate)
@@ -96,23 +133,27 @@ void LogManager::add(std::shared_ptr<LogDelegate> delegate)
     }
 }
 
-void LogManager::remove(const std::shared_ptr<LogDelegate> &delegate)
+void LogManager::remove(std::shared_ptr<LogDelegate> delegate)
 {
     if (!mClosed) {
         const QMutexLocker lock(&mMutex);
         mRegistrations.removeIf(
             [&delegate](const Registration &entry) { return entry.delegate == delegate; });
+        if (mBeingDelivered) {
+            mEnded.append(std::move(delegate));
+        }
     }
 }
 
 void LogManager::close() noexcept
 {
     mClosed = true;
+    QList<Registration> registrations; // destroyed without the lock, as in take()
     // A thread that delivers may be stuck, or dead: Windows ends the others before it comes here.
     constexpr int kPatience = 100; // ms
     if (mMutex.tryLock(kPatience)) {
         mQueue.clear();
-        mRegistrations.clear();
+        registrations.swap(mRegistrations);
         mMutex.unlock();
     }
 }
@@ -128,7 +169,7 @@ ScopedPushLogDelegate::ScopedPushLogDelegate(std::shared_ptr<LogDelegate> delega
 ScopedPushLogDelegate::~ScopedPushLogDelegate()
 {
     if (mDelegate) {
-        LogManager::instance()->remove(mDelegate);
+        LogManager::instance()->remove(std::move(mDelegate));
     }
 }
 

@@ -5,29 +5,30 @@
 
 #include <QStringBuilder>
 
+#include <atomic>
+#include <cstdio>
+
 namespace Vyn::Core::Log {
-namespace {
 
 /// Turns Qt's messages into records of the manager.
 class QtMessageCapture {
 public:
-    static QtMessageCapture &instance()
-    {
-        static auto &capture = *new QtMessageCapture; // Qt speaks during static destruction too
-        return capture;
-    }
-
     static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
     {
-        instance().forward(type, QString::fromUtf8(context.file) % u'(' %
-                                     QString::number(context.line) % u"): " % message);
+        const Route route = routeOf(type);
+        if ((sMask >> route.bit & 1) == 0) {
+            return;
+        }
+        const QString text = QString::fromUtf8(context.file) % u'(' %
+                             QString::number(context.line) % u"): " % message;
+        const bool delivered = LogManager::instance()->take(
+            {route.level, QStringLiteral("Default"), text, nullptr}, true);
+        if (type == QtFatalMsg && !delivered) {
+            std::fprintf(stderr, "%s\n", qUtf8Printable(text)); // Qt ends the process next
+        }
     }
 
-    void setMask(int mask)
-    {
-        const QMutexLocker lock(&mMutex);
-        mMask = mask;
-    }
+    static constinit std::atomic<int> sMask;
 
 private:
     struct Route {
@@ -50,36 +51,18 @@ private:
             return {0, 0};
         }
     }
-
-    void forward(QtMsgType type, const QString &text)
-    {
-        const Route route = routeOf(type);
-        QMutexLocker lock(&mMutex);
-        const bool wanted = (mMask >> route.bit & 1) != 0;
-        const QString name = mName;
-        // A delegate that makes Qt speak must not wait for a thread that waits for the delegate.
-        lock.unlock();
-        if (wanted) {
-            LogManager::instance()->log(route.level, name, text);
-        }
-    }
-
-    QRecursiveMutex mMutex;
-    QString mName = QStringLiteral("Default");
-    int mMask = 0x1e;
 };
 
-} // namespace
+constinit std::atomic<int> QtMessageCapture::sMask = 0x1e;
 
 QtMessageHandler installQtMessageHandler()
 {
-    QtMessageCapture::instance();
     return qInstallMessageHandler(&QtMessageCapture::handle);
 }
 
 void setQtMessageMask(int mask)
 {
-    QtMessageCapture::instance().setMask(mask);
+    QtMessageCapture::sMask = mask;
 }
 
 } // namespace Vyn::Core::Log

@@ -24,11 +24,21 @@ namespace Core::Log {
 struct OVRABASE_EXPORT LogDelegate {
     virtual ~LogDelegate();
 
-    /// Takes one record; \a level is 0 (info), 1 (warning) or 2 (error).
+    /// Takes one record; \a level is 0 (info), 1 (warning) or 2 (error). The texts are copies that
+    /// only this delegate sees.
     ///
-    /// Called on the thread that logged, never for two records at once. It may log (its record
-    /// follows after this one), register and unregister delegates; it must not log through spdlog,
-    /// whose sink may be the caller. What it throws is dropped.
+    /// Called on the thread that logged, never for two records at once. All other threads that log,
+    /// register or unregister wait meanwhile, so it must not wait for one of them: no join(), no
+    /// Qt::BlockingQueuedConnection, no event loop. It must not log through a spdlog logger that
+    /// has the library's bridge, as spdlog's default logger has it after bindLoggers(): a record
+    /// that came from spdlog would wait for its own thread, any other would come back for ever.
+    ///
+    /// It may log, register and unregister: its record follows after this one. A Qt message that it
+    /// causes after installQtMessageHandler() follows as a record too. When 100 such messages have
+    /// followed from one another, a warning says so, and further ones are dropped. A fatal message
+    /// goes to standard error at once, as the process ends before its record is delivered.
+    ///
+    /// What this function throws is dropped.
     virtual void log(int level, const QString &context, const QString &message) = 0;
 };
 
@@ -50,10 +60,12 @@ public:
 
 private:
     friend class ScopedPushLogDelegate;
+    friend class QtMessageCapture;
     struct LogRecord {
         int level;
         QString context;
         QString message;
+        std::shared_ptr<int> chain; ///< of what follows from a delegate's Qt message: their count
     };
 
     struct Registration {
@@ -64,17 +76,19 @@ private:
 
     LogManager() = default;
     ~LogManager() = default;
-    void deliver(int level, const QString &context, const QString &message);
+    bool take(LogRecord record, bool isQtMessage) noexcept;
+    void queue(LogRecord record, bool isQtMessage);
+    bool deliver(const LogRecord &record);
     void add(std::shared_ptr<LogDelegate> delegate);
-    void remove(const std::shared_ptr<LogDelegate> &delegate);
+    void remove(std::shared_ptr<LogDelegate> delegate);
     void close() noexcept;
 
     QRecursiveMutex mMutex;
     QList<Registration> mRegistrations;
     quint64 mLastNumber = 0;
-    int mDispatching = 0;
-    QString mName = QStringLiteral("Default");
+    const LogRecord *mBeingDelivered = nullptr;
     QList<LogRecord> mQueue;
+    QList<std::shared_ptr<LogDelegate>> mEnded; ///< unregistered during a record, not yet released
     std::atomic<bool> mClosed = false;
 };
 
@@ -83,6 +97,11 @@ private:
 /// A delegate registered while a record is delivered is served from the next record on; one whose
 /// registration ends meanwhile is not called again. The end of one registration ends all of the
 /// same delegate. A null delegate is ignored.
+///
+/// The begin and the end wait for a record that another thread delivers: hold no lock meanwhile
+/// that a delegate takes. After the end no other thread runs the delegate. When a delegate ends a
+/// registration inside log(), the delegate of that registration is released after the queued
+/// records and without a lock, so that its destructor may wait for a thread that logs.
 class OVRABASE_EXPORT ScopedPushLogDelegate {
 public:
     explicit ScopedPushLogDelegate(std::shared_ptr<LogDelegate> delegate);
@@ -101,7 +120,8 @@ private:
 OVRABASE_EXPORT void bindLogger(Vyn::Logger &logger, const QString &prefix);
 
 /// Sends Qt's own messages (qWarning() and the like) to the manager, as "file(line): message" with
-/// the context "Default". The handler only logs a fatal message; Qt ends the process after it.
+/// the context "Default". The handler only logs a fatal message, or prints it to standard error if
+/// no delegate can take it; Qt ends the process after it. The library is never unloaded after this.
 /// Returns the handler that was installed before. Thread-safe.
 OVRABASE_EXPORT QtMessageHandler installQtMessageHandler();
 
