@@ -7,11 +7,11 @@
 
 namespace Vyn::OvraBase {
 
-void logAt(const LogPosition &position, LogService service, Logger::LogSeverity severity,
+void logAt(std::string_view position, LogService service, Logger::LogSeverity severity,
     const QString &message) noexcept
 {
     try {
-        logger(service).log(severity, std::string(position.text)) << message.toStdString();
+        logger(service).log(severity, std::string(position)) << message.toStdString();
     } catch (...) {
         // Out of memory: what comes next (mostly a throw) is worth more than its record.
     }
