@@ -41,7 +41,7 @@ complain() {
 grep -q '^T Vyn::' <<<"$exports" || complain "no function of the namespace Vyn is exported" ""
 private=$(grep -E 'Vyn::OvraBase::platform::|\(anonymous namespace\)' <<<"$exports" || true)
 [ -z "$private" ] || complain "exports what is private:" "$private"
-for name in Exception::BaseException::what Logger::info Core::Log::bindLogger OvraBase::bindLoggers logStr \
+for name in Exception::BaseException::what Logger::info Core::Log::bindLogger Core::Log::SpdlogDelegate::log OvraBase::bindLoggers logStr \
     OvraBase::FileUtils::copyWithBackup MurmurHash3_x86_32 OvraBase::UrlUtils::toNativePath \
     OvraBase::StringUtils::parseInput OvraBase::StdUtils::trimString OvraBase::stringToMeter \
     OvraBase::ServiceLocator::start OvraBase::MessagingService::mute \

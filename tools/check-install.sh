@@ -20,7 +20,7 @@ ctest --test-dir "$stage/build" --output-on-failure --no-tests=error
 PKG_CONFIG_PATH=$(dirname "$(find "$stage/moved" -name ovrabase.pc)")
 export PKG_CONFIG_PATH
 grep -q "VERSION $(pkg-config --modversion ovrabase)" CMakeLists.txt
-read -ra flags < <(pkg-config --cflags --libs ovrabase)
+read -ra flags < <(pkg-config --cflags --libs ovrabase spdlog)
 "${CXX:-c++}" -fPIC tests/consumer/main.cpp "${flags[@]}" \
     -Wl,-rpath,"$(pkg-config --variable=libdir ovrabase)" -o "$stage/by-pkg-config"
 "$stage/by-pkg-config"

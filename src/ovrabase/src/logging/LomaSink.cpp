@@ -8,12 +8,16 @@
 
 #include <QFileInfo>
 
+#include <spdlog/details/null_mutex.h>
 #include <spdlog/sinks/base_sink.h>
+#include <spdlog/sinks/dist_sink.h>
 
+#include <algorithm>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -56,11 +60,26 @@ protected:
     void flush_() override {}
 };
 
+template<class Mutex>
+bool handsOnToLomaSink(spdlog::sinks::sink *sink)
+{
+    auto *const distributor = dynamic_cast<spdlog::sinks::dist_sink<Mutex> *>(sink);
+    return distributor && hasLomaSink(distributor->sinks());
+}
+
 } // namespace
 
 spdlog::sink_ptr makeLomaSink()
 {
     return std::make_shared<LomaSink>();
+}
+
+bool hasLomaSink(const std::vector<spdlog::sink_ptr> &sinks)
+{
+    return std::any_of(sinks.begin(), sinks.end(), [](const spdlog::sink_ptr &sink) {
+        return dynamic_cast<LomaSink *>(sink.get()) || handsOnToLomaSink<std::mutex>(sink.get()) ||
+               handsOnToLomaSink<spdlog::details::null_mutex>(sink.get());
+    });
 }
 
 } // namespace Vyn::OvraBase

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "support/RecordedLog.h"
+
+#include <ovrabase/errors/Exception.h>
+#include <ovrabase/logging/SpdlogDelegate.h>
+
+#include <gmock/gmock.h>
+#include <spdlog/sinks/dist_sink.h>
+#include <spdlog/sinks/ostream_sink.h>
+#include <spdlog/spdlog.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace Vyn::Core::Log {
+namespace {
+
+using Test::RecordedLog;
+using testing::MatchesRegex;
+
+class SpdlogDelegateTest : public testing::Test {
+protected:
+    RecordedLog mLog; // binds the loggers
+    std::ostringstream mWritten;
+    std::shared_ptr<spdlog::logger> mLogger = std::make_shared<spdlog::logger>(
+        "file", std::make_shared<spdlog::sinks::ostream_sink_mt>(mWritten));
+    const spdlog::sink_ptr mBridge = spdlog::default_logger()->sinks().back();
+
+    SpdlogDelegateTest() { mLogger->set_pattern("%l|%v", spdlog::pattern_time_type::local); }
+};
+
+TEST_F(SpdlogDelegateTest, WritesLevelContextAndMessageAsTheyAre)
+{
+    SpdlogDelegate delegate(mLogger);
+    const QString message = QStringLiteral("{} %1 尺\0.😀");
+    for (const int level : {-1, 0, 1, 2, 3}) {
+        delegate.log(level, QStringLiteral("UI: größe.cpp:1 f()"), message);
+    }
+    delegate.log(1, QString(), QStringLiteral("alone"));
+    const std::string eol = spdlog::details::os::default_eol;
+    const std::string text = "|[UI: größe.cpp:1 f()] {} %1 尺" + std::string("\0.😀", 6) + eol;
+    std::string expected;
+    for (const char *const level : {"info", "info", "warning", "error", "error"}) {
+        expected += level + text;
+    }
+    EXPECT_EQ(mWritten.str(), expected + "warning|alone" + eol);
+}
+
+TEST_F(SpdlogDelegateTest, RefusesNullAndLoggersThatLeadBack)
+{
+    EXPECT_THROW(SpdlogDelegate(nullptr), Exception::NullParameterException);
+    EXPECT_THAT(mLog.records().at(0).context,
+        MatchesRegex("Debug: SpdlogDelegate.cpp:.* Vyn::Core::Log::SpdlogDelegate::.*"));
+
+    using namespace spdlog::sinks;
+    const auto inner = std::make_shared<dist_sink_st>(std::vector{mBridge});
+    const auto outer = std::make_shared<dist_sink_mt>(std::vector<spdlog::sink_ptr>{inner});
+    for (const spdlog::sink_ptr &sink : std::vector<spdlog::sink_ptr>{mBridge, inner, outer}) {
+        mLogger->sinks().at(0) = sink;
+        EXPECT_THROW(SpdlogDelegate{mLogger}, Exception::InvalidArgumentException);
+    }
+}
+
+TEST_F(SpdlogDelegateTest, WritesNothingWhereTheBridgeIsAddedLater)
+{
+    const ScopedPushLogDelegate registration(std::make_shared<SpdlogDelegate>(mLogger));
+    spdlog::warn("before");
+    mLogger->sinks().push_back(mBridge);
+    spdlog::warn("after");
+    EXPECT_EQ(mLog.take().size(), 2U);
+    EXPECT_EQ(mWritten.str().find("after"), std::string::npos);
+}
+
+} // namespace
+} // namespace Vyn::Core::Log
