@@ -3,7 +3,6 @@
 
 #include "Console.h"
 
-#include <algorithm>
 #include <cstdio>
 
 #ifdef _WIN32
@@ -24,13 +23,6 @@ bool standardOutputIsTerminal()
 }
 
 } // namespace
-
-void ConsoleLog::log(int level, const QString &context, const QString &message)
-{
-    static constexpr const char *kLevels[] = {"info", "warning", "error"};
-    std::fprintf(stderr, "%s: %s (%s)\n", kLevels[std::clamp(level, 0, 2)], qUtf8Printable(message),
-        qUtf8Printable(context));
-}
 
 void ConsoleMessages::show(const char *kind, const QString &title, const QString &text) const
 {

@@ -3,16 +3,10 @@
 
 #pragma once
 
-#include <ovrabase/logging/LogManager.h>
 #include <ovrabase/services/MessagingService.h>
 
 #include <QElapsedTimer>
 #include <QString>
-
-/// Prints log records to standard error.
-struct ConsoleLog : Vyn::Core::Log::LogDelegate {
-    void log(int level, const QString &context, const QString &message) override;
-};
 
 /// Tells the user in the terminal; mutes nest. Nobody is there to answer a question: yes.
 class ConsoleMessages : public Vyn::OvraBase::MessagingService {

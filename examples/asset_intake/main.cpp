@@ -13,6 +13,7 @@
 #include <ovrabase/files/FileUtils.h>
 #include <ovrabase/logging/GlobalLoggers.h>
 #include <ovrabase/logging/LogManager.h>
+#include <ovrabase/logging/SpdlogDelegate.h>
 #include <ovrabase/platform/base.h>
 #include <ovrabase/services/DefaultAsyncRecovery.h>
 #include <ovrabase/services/ServiceLocator.h>
@@ -25,6 +26,9 @@
 #include <QFileInfo>
 #include <QLocale>
 #include <QStandardPaths>
+
+#include <spdlog/sinks/stdout_sinks.h>
+#include <spdlog/spdlog.h>
 
 #if OVRABASE_HAS_STLAB
 #include <stlab/concurrency/default_executor.hpp>
@@ -250,7 +254,10 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationName(QStringLiteral("asset_intake"));
 
     bindLoggers();
-    const Core::Log::ScopedPushLogDelegate console(std::make_shared<ConsoleLog>());
+    const auto console = spdlog::stderr_logger_st("console");
+    console->set_pattern("%l: %v");
+    const Core::Log::ScopedPushLogDelegate log(
+        std::make_shared<Core::Log::SpdlogDelegate>(console));
     Core::Log::installQtMessageHandler();
 
     ServiceLocator::start();
