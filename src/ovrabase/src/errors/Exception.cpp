@@ -3,6 +3,7 @@
 
 #include "ovrabase/errors/Exception.h"
 
+#include <tuple>
 #include <utility>
 
 namespace Vyn::Exception {
@@ -76,10 +77,6 @@ IOException::IOException(const char *message, QString subject)
 {
 }
 
-InternalException::~InternalException() = default;
-IOException::~IOException() = default;
-ParameterException::~ParameterException() = default;
-
 template class OVRABASE_DETAIL_DEFINED Exception<0, InternalException>;
 template class OVRABASE_DETAIL_DEFINED Exception<1, InternalException>;
 template class OVRABASE_DETAIL_DEFINED Exception<2, InternalException>;
@@ -98,22 +95,18 @@ template class OVRABASE_DETAIL_DEFINED Exception<11, IOException>;
 template class OVRABASE_DETAIL_DEFINED Exception<0, ParameterException>;
 template class OVRABASE_DETAIL_DEFINED Exception<1, ParameterException>;
 
-LogicErrorException::~LogicErrorException() = default;
-RuntimeErrorException::~RuntimeErrorException() = default;
-DomainErrorException::~DomainErrorException() = default;
-FileOpenException::~FileOpenException() = default;
-FileReadingException::~FileReadingException() = default;
-FileWritingException::~FileWritingException() = default;
-FileCopyException::~FileCopyException() = default;
-FileFormatException::~FileFormatException() = default;
-FileDeletionException::~FileDeletionException() = default;
-FolderCreationException::~FolderCreationException() = default;
-FolderNotFoundException::~FolderNotFoundException() = default;
-FolderDeletionException::~FolderDeletionException() = default;
-DriveMountException::~DriveMountException() = default;
-DriveUnmountException::~DriveUnmountException() = default;
-NetworkConnectionException::~NetworkConnectionException() = default;
-NullParameterException::~NullParameterException() = default;
-InvalidArgumentException::~InvalidArgumentException() = default;
+/// Copies one of each class. The classes have no virtual function that is defined in a source, so
+/// their tables and type information are made where objects are: here too, to be exported, also
+/// those of classes that the library itself never throws.
+template<class... Failures>
+struct Emitted {
+    static std::tuple<Failures...> copiesOf(const Failures &...failures) { return {failures...}; }
+};
+template struct Emitted<InternalException, IOException, ParameterException, LogicErrorException,
+    RuntimeErrorException, DomainErrorException, FileOpenException, FileReadingException,
+    FileWritingException, FileCopyException, FileFormatException, FileDeletionException,
+    FolderCreationException, FolderNotFoundException, FolderDeletionException, DriveMountException,
+    DriveUnmountException, NetworkConnectionException, NullParameterException,
+    InvalidArgumentException>;
 
 } // namespace Vyn::Exception

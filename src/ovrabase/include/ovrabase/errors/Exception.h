@@ -56,11 +56,6 @@ private:
 class OVRABASE_EXPORT InternalException : public BaseException {
 public:
     using BaseException::BaseException;
-    InternalException(const InternalException &) = default;
-    InternalException(InternalException &&) noexcept = default;
-    InternalException &operator=(const InternalException &) = default;
-    InternalException &operator=(InternalException &&) noexcept = default;
-    ~InternalException() override;
 };
 
 /// A file, folder, drive or network resource that did not do what was asked of it.
@@ -71,11 +66,6 @@ public:
     IOException(const std::string &message, QString subject);
     IOException(const QString &message, QString subject);
     IOException(const char *message, QString subject);
-    IOException(const IOException &) = default;
-    IOException(IOException &&) noexcept = default;
-    IOException &operator=(const IOException &) = default;
-    IOException &operator=(IOException &&) noexcept = default;
-    ~IOException() override;
 
     /// Returns the path, drive or network resource that the failure concerns.
     const QString &subject() const noexcept { return mSubject; }
@@ -88,11 +78,6 @@ private:
 class OVRABASE_EXPORT ParameterException : public BaseException {
 public:
     using BaseException::BaseException;
-    ParameterException(const ParameterException &) = default;
-    ParameterException(ParameterException &&) noexcept = default;
-    ParameterException &operator=(const ParameterException &) = default;
-    ParameterException &operator=(ParameterException &&) noexcept = default;
-    ~ParameterException() override;
 };
 
 /// Failure number N of its Category; each concrete class below derives from one instance.
@@ -100,15 +85,18 @@ template<unsigned int N, class Category>
 class Exception : public Category {
 public:
     using Category::Category;
-    Exception(const Exception &) = default;
-    Exception(Exception &&) noexcept = default;
-    Exception &operator=(const Exception &) = default;
-    Exception &operator=(Exception &&) noexcept = default;
-    ~Exception() override = default;
 
 private:
-    unsigned int errorSubCode() const override { return N; }
+    unsigned int errorSubCode() const override;
 };
+
+// Not in the class: GCC exports no inline function of a template from a DLL, and tables of derived
+// classes in other modules point here.
+template<unsigned int N, class Category>
+unsigned int Exception<N, Category>::errorSubCode() const
+{
+    return N;
+}
 
 // MSVC exports an instance where it is defined, other compilers where it is declared.
 #if defined(_MSC_VER) && defined(ovrabase_EXPORTS)
@@ -140,119 +128,102 @@ extern template class OVRABASE_DETAIL_DECLARED Exception<1, ParameterException>;
 class OVRABASE_EXPORT LogicErrorException : public Exception<0, InternalException> {
 public:
     using Exception::Exception;
-    ~LogicErrorException() override;
 };
 
 /// A condition that only shows while running.
 class OVRABASE_EXPORT RuntimeErrorException : public Exception<1, InternalException> {
 public:
     using Exception::Exception;
-    ~RuntimeErrorException() override;
 };
 
 /// A value outside the domain of a computation.
 class OVRABASE_EXPORT DomainErrorException : public Exception<2, InternalException> {
 public:
     using Exception::Exception;
-    ~DomainErrorException() override;
 };
 
 /// A file that cannot be opened.
 class OVRABASE_EXPORT FileOpenException : public Exception<0, IOException> {
 public:
     using Exception::Exception;
-    ~FileOpenException() override;
 };
 
 /// A file that opens but cannot be read.
 class OVRABASE_EXPORT FileReadingException : public Exception<1, IOException> {
 public:
     using Exception::Exception;
-    ~FileReadingException() override;
 };
 
 /// A file that cannot be written.
 class OVRABASE_EXPORT FileWritingException : public Exception<2, IOException> {
 public:
     using Exception::Exception;
-    ~FileWritingException() override;
 };
 
 /// A file that cannot be copied.
 class OVRABASE_EXPORT FileCopyException : public Exception<3, IOException> {
 public:
     using Exception::Exception;
-    ~FileCopyException() override;
 };
 
 /// A file whose content is not of the expected format.
 class OVRABASE_EXPORT FileFormatException : public Exception<4, IOException> {
 public:
     using Exception::Exception;
-    ~FileFormatException() override;
 };
 
 /// A file that cannot be removed.
 class OVRABASE_EXPORT FileDeletionException : public Exception<5, IOException> {
 public:
     using Exception::Exception;
-    ~FileDeletionException() override;
 };
 
 /// A folder that cannot be made.
 class OVRABASE_EXPORT FolderCreationException : public Exception<6, IOException> {
 public:
     using Exception::Exception;
-    ~FolderCreationException() override;
 };
 
 /// A folder that does not exist.
 class OVRABASE_EXPORT FolderNotFoundException : public Exception<7, IOException> {
 public:
     using Exception::Exception;
-    ~FolderNotFoundException() override;
 };
 
 /// A folder that cannot be removed, or not with all its content.
 class OVRABASE_EXPORT FolderDeletionException : public Exception<8, IOException> {
 public:
     using Exception::Exception;
-    ~FolderDeletionException() override;
 };
 
 /// A drive that cannot be mounted.
 class OVRABASE_EXPORT DriveMountException : public Exception<9, IOException> {
 public:
     using Exception::Exception;
-    ~DriveMountException() override;
 };
 
 /// A drive that cannot be unmounted or ejected.
 class OVRABASE_EXPORT DriveUnmountException : public Exception<10, IOException> {
 public:
     using Exception::Exception;
-    ~DriveUnmountException() override;
 };
 
 /// A network resource that cannot be reached.
 class OVRABASE_EXPORT NetworkConnectionException : public Exception<11, IOException> {
 public:
     using Exception::Exception;
-    ~NetworkConnectionException() override;
 };
 
 /// A null where an object is needed.
 class OVRABASE_EXPORT NullParameterException : public Exception<0, ParameterException> {
 public:
     using Exception::Exception;
-    ~NullParameterException() override;
 };
 
 /// An argument that has no meaning for the function.
 class OVRABASE_EXPORT InvalidArgumentException : public Exception<1, ParameterException> {
 public:
     using Exception::Exception;
-    ~InvalidArgumentException() override;
 };
 
 } // namespace Vyn::Exception
