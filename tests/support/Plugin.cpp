@@ -5,6 +5,8 @@
 
 #include "support/PluginServices.h"
 
+#include <ovrabase/logging/GlobalLoggers.h>
+#include <ovrabase/logging/LogManager.h>
 #include <ovrabase/services/ServiceLocator.h>
 
 #ifdef _WIN32
@@ -23,4 +25,11 @@ extern "C" PLUGIN_EXPORT int plugInServices()
     locator.registerService(std::make_unique<PluginService>(7));
     const auto *service = locator.service<HostService>();
     return service ? service->number : 0;
+}
+
+/// Gives spdlog a sink and Qt a message handler of the library.
+extern "C" PLUGIN_EXPORT void plugInLogging()
+{
+    Vyn::OvraBase::bindLoggers();
+    Vyn::Core::Log::installQtMessageHandler();
 }

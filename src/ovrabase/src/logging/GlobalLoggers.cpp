@@ -4,6 +4,7 @@
 #include "ovrabase/logging/GlobalLoggers.h"
 
 #include "logging/LomaSink_p.h"
+#include "logging/ModulePin_p.h"
 
 #include <ovrabase/logging/LogManager.h>
 
@@ -37,6 +38,7 @@ void initLogBackend([[maybe_unused]] const std::string &first,
 /// Appends a new sink to spdlog's default logger, which an application may have taken away.
 void bridgeSpdlog()
 {
+    os::pinThisModule();
     static spdlog::sink_ptr sink;
     sink = makeLomaSink();
     if (const auto spdlogDefault = spdlog::default_logger()) {

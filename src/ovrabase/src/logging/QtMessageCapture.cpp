@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
+#include "logging/ModulePin_p.h"
+
 #include <ovrabase/logging/LogManager.h>
 
 #include <QStringBuilder>
@@ -57,6 +59,7 @@ constinit std::atomic<int> QtMessageCapture::sMask = 0x1e;
 
 QtMessageHandler installQtMessageHandler()
 {
+    OvraBase::os::pinThisModule();
     return qInstallMessageHandler(&QtMessageCapture::handle);
 }
 

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+// Loads the library by hand, lets it take part in spdlog's and Qt's logging, unloads it and logs.
+// The process ends with 0 when that does not crash.
+
+#include "support/Require.h"
+
+#include <QCoreApplication>
+#include <QLibrary>
+
+#include <spdlog/spdlog.h>
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QString folder = QCoreApplication::applicationDirPath();
+    QLibrary plugin(folder + QStringLiteral("/ovrabaseTestPlugin.dll.6.0"));
+    const QFunctionPointer plugInLogging = plugin.resolve("plugInLogging");
+    Vyn::Test::require(plugInLogging != nullptr, "the plug-in is loaded");
+    plugInLogging();
+    Vyn::Test::require(plugin.unload(), "the plug-in is unloaded");
+    qWarning("to a handler of the library");
+    spdlog::warn("to a sink of the library");
+    return 0;
+}
