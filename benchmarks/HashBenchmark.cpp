@@ -121,13 +121,30 @@ void library(benchmark::State &state)
     });
 }
 
+void dataToHash(benchmark::State &state)
+{
+    const QByteArray data(state.range(0), 'x');
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(FileUtils::dataToHash(data));
+    }
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
 void plain(benchmark::State &state)
 {
     hashMemory(state, [](const void *data, int size, void *out) { plainHash(data, size, 0, out); });
 }
 
-BENCHMARK(library)->Arg(16)->Arg(1 << 10)->Arg(1 << 16)->Arg(1 << 22);
-BENCHMARK(plain)->Arg(16)->Arg(1 << 10)->Arg(1 << 16)->Arg(1 << 22);
+void sizes(benchmark::internal::Benchmark *contender)
+{
+    for (const int size : {16, 1 << 10, 1 << 16, 1 << 20, 1 << 22}) {
+        contender->Arg(size);
+    }
+}
+
+BENCHMARK(library)->Apply(sizes);
+BENCHMARK(dataToHash)->Apply(sizes);
+BENCHMARK(plain)->Apply(sizes);
 
 #ifdef OVRABASE_BENCHMARK_XXHASH
 void xxh3(benchmark::State &state)
@@ -137,7 +154,7 @@ void xxh3(benchmark::State &state)
         std::memcpy(out, &hash, sizeof(hash));
     });
 }
-BENCHMARK(xxh3)->Arg(16)->Arg(1 << 10)->Arg(1 << 16)->Arg(1 << 22);
+BENCHMARK(xxh3)->Apply(sizes);
 #endif
 
 /// A file of 1 GiB, read once so that the system has it in memory.

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <iterator>
 
 namespace Vyn {
 namespace {
@@ -63,16 +64,17 @@ constexpr std::size_t kBlockSize = Murmur3Stream::kBlockSize;
 Lanes mixBlocks(Lanes lanes, const unsigned char *data, std::size_t size)
 {
     auto [h1, h2] = lanes;
-    for (const unsigned char *const end = data + size; data != end; data += kBlockSize) {
-        h1 ^= mixFirst(loadWord<std::uint64_t>(data));
-        h1 = (std::rotl(h1, 27) + h2) * 5 + 0x52dce729U;
-        h2 ^= mixSecond(loadWord<std::uint64_t>(data + 8));
-        h2 = (std::rotl(h2, 31) + h1) * 5 + 0x38495ab5U;
+    for (std::size_t at = 0; at < size; at += kBlockSize) {
+        const std::uint64_t k1 = mixFirst(loadWord<std::uint64_t>(data + at));
+        const std::uint64_t k2 = mixSecond(loadWord<std::uint64_t>(data + at + 8));
+        h1 = (std::rotl(h1 ^ k1, 27) + h2) * 5 + 0x52dce729U;
+        h2 = (std::rotl(h2 ^ k2, 31) + h1) * 5 + 0x38495ab5U;
     }
     return {h1, h2};
 }
 
-/// Mixes in the rest, fewer bytes than a block, and the length of all.
+/// Mixes in the rest, which is shorter than a block, and the length of all data, and writes the
+/// hash to \a out.
 void finishLanes(
     Lanes lanes, const unsigned char *rest, std::size_t restSize, std::uint64_t length, void *out)
 {
@@ -160,55 +162,46 @@ void MurmurHash3_x86_128(const void *key, int length, std::uint32_t seed, void *
 {
     const auto *data = static_cast<const unsigned char *>(key);
     const std::size_t size = sizeOf(length);
-    std::uint32_t h1 = seed;
-    std::uint32_t h2 = seed;
-    std::uint32_t h3 = seed;
-    std::uint32_t h4 = seed;
+    std::uint32_t h[] = {seed, seed, seed, seed};
 
     const std::size_t restSize = size % kBlockSize;
     for (std::size_t at = 0; at < size - restSize; at += kBlockSize) {
         const unsigned char *const block = data + at;
-        h1 ^= mixLane<0>(loadWord<std::uint32_t>(block));
-        h1 = (std::rotl(h1, 19) + h2) * 5 + 0x561ccd1bU;
-        h2 ^= mixLane<1>(loadWord<std::uint32_t>(block + 4));
-        h2 = (std::rotl(h2, 17) + h3) * 5 + 0x0bcaa747U;
-        h3 ^= mixLane<2>(loadWord<std::uint32_t>(block + 8));
-        h3 = (std::rotl(h3, 15) + h4) * 5 + 0x96cd1c35U;
-        h4 ^= mixLane<3>(loadWord<std::uint32_t>(block + 12));
-        h4 = (std::rotl(h4, 13) + h1) * 5 + 0x32ac3b17U;
+        h[0] ^= mixLane<0>(loadWord<std::uint32_t>(block));
+        h[0] = (std::rotl(h[0], 19) + h[1]) * 5 + 0x561ccd1bU;
+        h[1] ^= mixLane<1>(loadWord<std::uint32_t>(block + 4));
+        h[1] = (std::rotl(h[1], 17) + h[2]) * 5 + 0x0bcaa747U;
+        h[2] ^= mixLane<2>(loadWord<std::uint32_t>(block + 8));
+        h[2] = (std::rotl(h[2], 15) + h[3]) * 5 + 0x96cd1c35U;
+        h[3] ^= mixLane<3>(loadWord<std::uint32_t>(block + 12));
+        h[3] = (std::rotl(h[3], 13) + h[0]) * 5 + 0x32ac3b17U;
     }
 
-    // A word of zeros mixes to zero: what is missing changes nothing.
+    // The missing bytes count as zeros: a word of zeros mixes to zero and changes nothing.
     unsigned char rest[kBlockSize] = {};
     if (restSize > 0) {
         std::memcpy(rest, data + size - restSize, restSize);
     }
-    h1 ^= mixLane<0>(loadWord<std::uint32_t>(rest));
-    h2 ^= mixLane<1>(loadWord<std::uint32_t>(rest + 4));
-    h3 ^= mixLane<2>(loadWord<std::uint32_t>(rest + 8));
-    h4 ^= mixLane<3>(loadWord<std::uint32_t>(rest + 12));
+    h[0] ^= mixLane<0>(loadWord<std::uint32_t>(rest));
+    h[1] ^= mixLane<1>(loadWord<std::uint32_t>(rest + 4));
+    h[2] ^= mixLane<2>(loadWord<std::uint32_t>(rest + 8));
+    h[3] ^= mixLane<3>(loadWord<std::uint32_t>(rest + 12));
 
-    std::uint32_t *const lanes[] = {&h1, &h2, &h3, &h4};
-    const auto spread = [&] {
-        h1 += h2 + h3 + h4;
-        h2 += h1;
-        h3 += h1;
-        h4 += h1;
+    const auto spread = [&h] {
+        h[0] += h[1] + h[2] + h[3];
+        h[1] += h[0];
+        h[2] += h[0];
+        h[3] += h[0];
     };
-    for (std::uint32_t *lane : lanes) {
-        *lane ^= static_cast<std::uint32_t>(size);
+    for (std::uint32_t &lane : h) {
+        lane ^= static_cast<std::uint32_t>(size);
     }
     spread();
-    for (std::uint32_t *lane : lanes) {
-        *lane = finalMix(*lane);
+    for (std::uint32_t &lane : h) {
+        lane = finalMix(lane);
     }
     spread();
-
-    auto *bytes = static_cast<unsigned char *>(out);
-    for (const std::uint32_t *lane : lanes) {
-        storeWord(*lane, bytes);
-        bytes += sizeof(*lane);
-    }
+    qToLittleEndian<std::uint32_t>(h, std::size(h), out);
 }
 
 void MurmurHash3_x86_32(const void *key, int length, std::uint32_t seed, void *out)

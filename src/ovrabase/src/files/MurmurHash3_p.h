@@ -8,10 +8,10 @@
 
 namespace Vyn {
 
-/// MurmurHash3_x64_128 of data that may be longer than an int counts.
+/// Does what MurmurHash3_x64_128() does, for data whose size may not fit an int.
 void murmurHash3(const void *data, std::size_t size, std::uint32_t seed, void *out);
 
-/// The same over data that comes piece by piece.
+/// Computes the same hash of data that arrives in pieces.
 class Murmur3Stream {
 public:
     explicit Murmur3Stream(std::uint32_t seed)
@@ -22,7 +22,7 @@ public:
     /// Adds \a size bytes. \a data may be null when \a size is 0.
     void add(const void *data, std::size_t size);
 
-    /// Writes the 16 bytes of the hash of all that was added to \a out.
+    /// Writes the hash of all added data, 16 bytes, to \a out.
     void finish(void *out) const;
 
     static constexpr std::size_t kBlockSize = 16;
