@@ -8,11 +8,15 @@
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace Vyn::OvraBase {
 namespace {
 
 using namespace Qt::StringLiterals;
+
+constexpr double kFoot = 0.30479999999999996;
+constexpr double kInch = 0.0254;
 
 TEST(LengthUnits, HaveTheirOrderAndTheirFactorsToTheBit)
 {
@@ -70,7 +74,6 @@ TEST(LengthUnits, HaveTheirAbbreviations)
 
 TEST(StringToMeter, ReadsTheFirstLength)
 {
-    constexpr double kFoot = 0.30479999999999996;
     const struct {
         const char16_t *value, *unit;
         double meters;
@@ -113,6 +116,114 @@ TEST(StringToMeter, TakesLongTexts)
     EXPECT_EQ(stringToMeter(u"2 "_s + many(u'k'), u"km"_s), 2000);
     EXPECT_EQ(stringToMeter(many(u'+') + u'2', u"km"_s), 2000);
     EXPECT_EQ(stringToMeter(many(u'x'), u"km"_s), 0);
+}
+
+struct ParseRow {
+    const char *name;
+    const char16_t *text;
+    std::optional<double> meters;
+    const char *locale = "C";
+    const char16_t *unit = u"m";
+};
+
+TEST(ParseLength, TakesTheWholeTextOrNothing)
+{
+    const std::optional<double> nothing;
+    const ParseRow rows[] = {
+        {"number and unit", u"12.5 cm", 12.5 * 0.01},
+        {"no space", u"3ft", 3 * kFoot},
+        {"spaces around", u"\t 2\u00A0\u00A0km ", 2000},
+        {"default unit", u"7", 7 * kInch, "C", u"in"},
+        {"unknown default that is not needed", u"7 m", 7, "C", u"parsecs"},
+        {"unknown default", u"7", nothing, "C", u"parsecs"},
+        {"empty", u"", nothing},
+        {"space", u" ", nothing},
+        {"a unit alone", u"cm", nothing},
+        {"words in front", u"about 5 m", nothing},
+        {"words behind", u"5 m long", nothing},
+        {"other case", u"5 CM", nothing},
+        {"a longer word", u"5 metres", nothing},
+        {"an area", u"12 m2", nothing},
+        // units
+        {"prime signs", u"5\u2032 7\u2033", 5 * kFoot + 7 * kInch},
+        {"prime signs without a space", u"5\u20327\u2033", 5 * kFoot + 7 * kInch},
+        {"quotation marks", u"5' 7\"", 5 * kFoot + 7 * kInch},
+        {"three quotation marks", u"12'''", 12 * 0.0021166666666666664},
+        {"two words", u"2 Nautical  mile", 3704},
+        {"three words", u"1 Copper x unit 1 m", 1.002076993e-13 + 1},
+        {"name and abbreviation begin alike", u"2\u6B65 - B\u00F9 1\u6B65", 2 * 1.6 + 1.6},
+        // terms
+        {"sum", u"3 ft 6 in", 3 * kFoot + 6 * kInch},
+        {"sum without spaces", u"3ft6in", 3 * kFoot + 6 * kInch},
+        {"last unit missing", u"5'7", 5 * kFoot + 7 * kInch, "C", u"in"},
+        {"last unit missing after a letter", u"5 ft 7", 5 * kFoot + 7 * kInch, "C", u"in"},
+        {"first unit missing", u"5 7 in", nothing},
+        {"comma between terms", u"3 ft, 6 in", nothing},
+        // signs
+        {"plus", u"+5 km", 5000},
+        {"minus holds for the sum", u"-3 ft 6 in", -3 * kFoot - 6 * kInch},
+        {"minus zero holds for the sum", u"-0 ft 6 in", -6 * kInch},
+        {"sign inside", u"3 ft -6 in", nothing},
+        {"two signs", u"--5 m", nothing},
+        {"sign alone", u"-", nothing},
+        // numbers
+        {"exponent", u"1e3 m", 1000},
+        {"exponent with a sign", u"1E-3km", 1},
+        {"exponent without digits", u"2e", nothing},
+        {"exponent without digits, unit", u"2e m", nothing},
+        {"exponent with a sign only", u"2e- m", nothing},
+        {"leading point", u".5 m", 0.5},
+        {"trailing point", u"5.m", 5},
+        {"point alone", u".", nothing},
+        {"two points", u"1.2.3 m", nothing},
+        {"hexadecimal", u"0x10 m", nothing},
+        {"infinity", u"inf m", nothing},
+        {"too large", u"1e400 m", nothing},
+        {"too large in metres", u"1e308 km", nothing},
+        {"too large as a sum", u"1.7e308 m 1.7e308 m", nothing},
+        // locales
+        {"groups", u"1,234.5 m", 1234.5},
+        {"misplaced group", u"12,5 cm", nothing},
+        {"German", u"1.234,5 m", 1234.5, "de_DE"},
+        {"German misplaced group", u"12.5 cm", nothing, "de_DE"},
+        {"Swiss group", u"1\u2019234 m", 1234, "de_CH"},
+        {"foot and not a group", u"1'234\"", kFoot + 234 * kInch, "de_CH"},
+        {"French, no-break space", u"1\u00A0234,5 m", 1234.5, "fr_FR"},
+        {"French, narrow no-break space", u"1\u202F234,5 m", 1234.5, "fr_FR"},
+        {"French, space", u"1 234,5 m 1 000 mm", 1235.5, "fr_FR"},
+        {"French, misplaced space", u"12 34 m", nothing, "fr_FR"},
+        {"Swedish minus", u"\u22125 m", -5, "sv_SE"},
+        {"Arabic digits", u"\u0665\u066B\u0665 m", 5.5, "ar_EG"},
+        {"Arabic digits elsewhere", u"\u0665 m", nothing},
+        {"digits of two units", u"\U0001E955 m", 5, "ff_Adlm_GN"},
+    };
+    for (const ParseRow &row : rows) {
+        const QLocale locale(QLatin1String(row.locale));
+        EXPECT_EQ(parseLength(QString::fromUtf16(row.text), QString::fromUtf16(row.unit), locale),
+            row.meters)
+            << row.name;
+    }
+}
+
+TEST(ParseLength, ReadsEverySpellingAsStringToMeterDoes)
+{
+    for (const QString &name : availableLengthUnits()) {
+        for (const QString &spelling : abbrevations(name) + QList{name}) {
+            EXPECT_EQ(parseLength(u"-1.7 "_s + spelling, {}), stringToMeter(u"-1.7"_s, spelling))
+                << spelling.toStdString();
+        }
+    }
+}
+
+TEST(ParseLength, TakesLongTexts)
+{
+    const auto many = [](QStringView part) { return part.toString().repeated(100'000); };
+    EXPECT_EQ(parseLength(many(u"1 m "), {}), 100'000);
+    EXPECT_EQ(parseLength(many(u"0") + u"1 km"_s, {}), 1000);
+    EXPECT_EQ(parseLength(u'2' + many(u"  ") + u"km"_s, {}), 2000);
+    for (const QStringView part : {u"1", u"1 ", u"1,", u"e1", u"'", u"-", u"\xD83A"}) {
+        EXPECT_EQ(parseLength(many(part), u"m"_s, QLocale(u"fr_FR"_s)), std::nullopt);
+    }
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <QStringView>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <optional>
 
@@ -67,7 +68,8 @@ constexpr LengthUnit kUnits[] = {
 /// Returns the metres per unit of a name or an abbreviation.
 std::optional<double> factorOf(QStringView unit)
 {
-    static const QHash<QStringView, double> index = [] {
+    // Never destroyed: destructors of static objects may read lengths.
+    static const auto &index = *new const QHash<QStringView, double>([] {
         QHash<QStringView, double> factors;
         for (const LengthUnit &known : kUnits) {
             factors.insert(known.name, known.metersPerUnit);
@@ -78,7 +80,7 @@ std::optional<double> factorOf(QStringView unit)
             }
         }
         return factors;
-    }();
+    }());
     const auto found = index.constFind(unit);
     return found == index.cend() ? std::nullopt : std::optional(*found);
 }
@@ -152,6 +154,104 @@ Length findLength(QStringView text)
     return {{hasSign ? digits - 1 : digits, numberEnd}, {unit, skipUnit(unit, end)}};
 }
 
+/// Finds where numbers end that are written as in one locale.
+class NumberSyntax {
+public:
+    /// Expects texts in which each run of white space is one plain space.
+    explicit NumberSyntax(const QLocale &locale)
+        : mPoint(locale.decimalPoint())
+        , mGroup(locale.groupSeparator())
+        , mExponential(locale.exponential())
+    {
+        if (mGroup.trimmed().isEmpty()) {
+            mGroup = QStringLiteral(" ");
+        }
+    }
+
+    bool startsNumber(QStringView text) const
+    {
+        return digitSize(text) > 0 || sizeOf(mPoint, text) > 0;
+    }
+
+    /// Returns the size of \a text up to the end of its first number. What stands in front of the
+    /// first digit is included: QLocale decides whether it is a sign.
+    qsizetype numberEnd(QStringView text) const
+    {
+        qsizetype end = 0;
+        while (end < text.size() && !startsNumber(text.sliced(end))) {
+            ++end;
+        }
+        while (const qsizetype size = partSize(text.sliced(end))) {
+            end += size;
+        }
+        return end;
+    }
+
+private:
+    /// Returns the size of the digit at the start of \a text, or 0. The digits of some scripts are
+    /// surrogate pairs.
+    static qsizetype digitSize(QStringView text)
+    {
+        if (text.size() > 1 && text[0].isHighSurrogate() && text[1].isLowSurrogate()) {
+            return QChar::isDigit(QChar::surrogateToUcs4(text[0], text[1])) ? 2 : 0;
+        }
+        return !text.isEmpty() && text[0].isDigit() ? 1 : 0;
+    }
+
+    /// Returns the size of \a part if \a text starts with it, else 0.
+    static qsizetype sizeOf(QStringView part, QStringView text)
+    {
+        return text.startsWith(part, Qt::CaseInsensitive) ? part.size() : 0;
+    }
+
+    /// Returns the size of the digit, the separator or the exponent at the start of \a text, or 0.
+    /// A group separator and an exponent count only with the digit after them.
+    qsizetype partSize(QStringView text) const
+    {
+        if (startsNumber(text)) {
+            return std::max(digitSize(text), sizeOf(mPoint, text));
+        }
+        if (const qsizetype group = sizeOf(mGroup, text)) {
+            const qsizetype digit = digitSize(text.sliced(group));
+            return digit > 0 ? group + digit : 0;
+        }
+        const qsizetype letter = std::max(sizeOf(mExponential, text), sizeOf(u"e", text));
+        if (letter == 0) {
+            return 0;
+        }
+        const QStringView exponent = text.sliced(letter);
+        const qsizetype sign =
+            !exponent.isEmpty() && QStringView(u"+-\u2212").contains(exponent[0]) ? 1 : 0;
+        const qsizetype digit = digitSize(exponent.sliced(sign));
+        return digit > 0 ? letter + sign + digit : 0;
+    }
+
+    QString mPoint;
+    QString mGroup;
+    QString mExponential;
+};
+
+/// Returns the longest name or abbreviation at the start of \a text; empty for none.
+QStringView unitAtStart(QStringView text)
+{
+    static constexpr qsizetype kLongest = std::max_element(
+        std::begin(kUnits), std::end(kUnits), [](const LengthUnit &a, const LengthUnit &b) {
+            return a.name.size() < b.name.size();
+        })->name.size();
+    QStringView unit = text.first(std::min(kLongest, text.size()));
+    while (!unit.isEmpty() && !factorOf(unit)) {
+        unit.chop(1);
+    }
+    return unit;
+}
+
+/// Returns \a text without its first \a size units and a space after them.
+QStringView after(QStringView text, qsizetype size)
+{
+    const QStringView rest = text.sliced(size);
+    return rest.startsWith(u' ') ? rest.sliced(1) : rest;
+}
+
 } // namespace
 
 QList<QString> availableLengthUnits()
@@ -196,6 +296,48 @@ double stringToMeter(const QString &value, const QString &defaultUnit)
         factor = factorOf(defaultUnit);
     }
     return factor ? number * *factor : number;
+}
+
+std::optional<double> parseLength(
+    const QString &text, const QString &defaultUnit, const QLocale &locale)
+{
+    // White space becomes one plain space: names of several words contain it, and QLocale accepts
+    // it where a group separator is another kind of space.
+    const QString line = text.simplified();
+    const NumberSyntax syntax(locale);
+    double sum = 0;
+    double sign = 0; // 0 before the first term
+    QStringView rest = line;
+    do {
+        const qsizetype numberEnd = syntax.numberEnd(rest);
+        bool isNumber = false;
+        const double number = locale.toDouble(rest.first(numberEnd), &isNumber);
+        const bool isFirst = sign == 0;
+        if (!isNumber || !(isFirst || syntax.startsNumber(rest))) {
+            return {};
+        }
+        // "12 m2" is an area, not 12 m and 2 of the default unit.
+        const bool needsUnit = !isFirst && rest.data()[-1].isLetter();
+        rest = after(rest, numberEnd);
+
+        const QStringView unit = unitAtStart(rest);
+        if (unit.isEmpty() && (needsUnit || !rest.isEmpty())) {
+            return {};
+        }
+        const std::optional<double> factor = factorOf(unit.isEmpty() ? defaultUnit : unit);
+        if (!factor) {
+            return {};
+        }
+        rest = after(rest, unit.size());
+
+        if (isFirst) {
+            sign = std::signbit(number) ? -1 : 1;
+            sum = number * *factor;
+        } else {
+            sum += sign * number * *factor;
+        }
+    } while (!rest.isEmpty());
+    return std::isfinite(sum) ? std::optional(sum) : std::nullopt;
 }
 
 } // namespace Vyn::OvraBase

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "Require.h"
+
+#include <ovrabase/text/LengthUnits.h>
+
+#include <QRegularExpression>
+
+#include <cmath>
+#include <fuzzer/FuzzedDataProvider.h>
+
+using namespace Vyn::OvraBase;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    FuzzedDataProvider provider(data, size);
+    const QLocale locale(QLatin1String(
+        provider.PickValueInArray({"C", "de_DE", "fr_FR", "sv_SE", "ar_EG", "hi_IN", "de_CH"})));
+    const QString unit = QString::fromStdString(provider.ConsumeRandomLengthString(8));
+    const QString text = QString::fromStdString(provider.ConsumeRemainingBytesAsString());
+
+    const std::optional<double> length = parseLength(text, unit, locale);
+    if (!length) {
+        return 0;
+    }
+    require(std::isfinite(*length));
+    // Another term adds to it.
+    const QString longer = text + QStringLiteral(" 0 m");
+    require(parseLength(longer, unit, locale).value_or(*length) == *length);
+    // One plain term is what the lenient function finds.
+    static const QRegularExpression plain(
+        QStringLiteral(R"(^\s*[-+]?[\d.]+(e[-+]?\d+)?\s*[a-zA-Z]*\s*$)"));
+    if (locale == QLocale::c() && plain.match(text).hasMatch()) {
+        require(*length == stringToMeter(text, unit));
+    }
+    return 0;
+}
