@@ -42,28 +42,35 @@ QString distinct(qsizetype size, char16_t first)
     return result;
 }
 
-TEST(EditDistanceMemory, TextsOfUpTo64UnitsNeedNone)
+TEST(EditDistanceMemory, IsNoneForTextsOfUpTo128Units)
 {
-    const QString a = distinct(64, u'0');
-    const QString b = distinct(64, 0x0400);
+    const QString a = distinct(128, u'0');
+    const QString b = distinct(128, 0x0400);
     const DamerauLevenshteinMatcher matcher(a);
 
     EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinDistance(a, b); }), 0U);
     EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinSubstringDistance(b, a); }), 0U);
     EXPECT_EQ(bytesRequestedBy([&] { matcher.distance(b); }), 0U);
+    EXPECT_EQ(bytesRequestedBy([&] { matcher.distance(b, 200); }), 0U);
     EXPECT_EQ(bytesRequestedBy([&] { matcher.substringDistance(b); }), 0U);
 }
 
-TEST(EditDistanceMemory, LongTextsNeedLittle)
+TEST(EditDistanceMemory, IsAByteForEachUnitOfALongText)
 {
     const QString a = distinct(20'000, 0);
     const QString b = distinct(20'000, 10'000);
     const QString c = distinct(2'000, 15'000);
 
-    const auto isLittle = testing::AllOf(testing::Gt(0U), testing::Lt(1U << 20));
-    EXPECT_THAT(bytesRequestedBy([&] { damerauLevenshteinDistance(a, b); }), isLittle);
-    EXPECT_THAT(bytesRequestedBy([&] { damerauLevenshteinSubstringDistance(a, c); }), isLittle);
-    EXPECT_THAT(bytesRequestedBy([&] { const DamerauLevenshteinMatcher made(a); }), isLittle);
+    EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinDistance(a, b); }), 20'000U);
+    EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinSubstringDistance(a, c); }), 2'000U);
+}
+
+TEST(EditDistanceMemory, OfAMatcherIsOneAndAHalfKibibytesFor64Units)
+{
+    constexpr std::size_t kBands = 20'000 / 64 + 1;
+    const QString a = distinct(20'000, 0);
+    EXPECT_THAT(bytesRequestedBy([&] { const DamerauLevenshteinMatcher made(a); }),
+        testing::AllOf(testing::Gt(kBands * 1024), testing::Lt(kBands * 1600)));
 }
 
 } // namespace

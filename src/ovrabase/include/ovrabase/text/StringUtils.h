@@ -31,8 +31,8 @@ namespace Vyn::OvraBase::StringUtils {
 /// For lengths m and n the time is in the order of n * ceil(m / 64): 64 rows of the table are
 /// computed at once, with the bit vectors of H. Hyyrö, "A bit-vector algorithm for computing
 /// Levenshtein and Damerau edit distances", Nordic Journal of Computing 10 (2003). Nothing is
-/// allocated for texts of up to 64 units, never more than a byte per unit for longer ones; the
-/// only failure is std::bad_alloc. Thread-safe.
+/// allocated for texts of up to 128 units, and for longer ones at most a byte per unit of one text;
+/// the only failure is std::bad_alloc. Thread-safe.
 /// @{
 
 /// Returns the number of edits between \a a and \a b; the order of the two does not matter.
@@ -46,8 +46,8 @@ OVRABASE_EXPORT std::uint64_t damerauLevenshteinSubstringDistance(
 /// Compares one pattern with many texts, faster than the free functions: it prepares the pattern
 /// once.
 ///
-/// A matcher takes about 1 KiB for every 64 units of its pattern, and copies share it. One matcher
-/// may serve several threads at the same time.
+/// A matcher takes about 1.5 KiB for every 64 units of its pattern; copies share it. Several
+/// threads may use one matcher at the same time.
 class OVRABASE_EXPORT DamerauLevenshteinMatcher {
 public:
     explicit DamerauLevenshteinMatcher(const QString &pattern);
@@ -58,8 +58,22 @@ public:
     /// Returns what damerauLevenshteinDistance() returns for the pattern and \a text.
     std::uint64_t distance(const QString &text) const;
 
+    /// Returns distance(text) if that is at most \a limit, and \a limit + 1 if it is more.
+    ///
+    /// Stops as soon as the distance is known to be more than the limit: at once when the lengths
+    /// differ by more, and mostly after a few units for unrelated texts. For long texts the time is
+    /// in the order of n * (1 + limit / 64).
+    std::uint64_t distance(const QString &text, std::uint64_t limit) const;
+
     /// Returns what damerauLevenshteinSubstringDistance() returns for the pattern and \a text.
     std::uint64_t substringDistance(const QString &text) const;
+
+    /// Returns substringDistance(text) if that is at most \a limit, and \a limit + 1 if it is more.
+    ///
+    /// Stops at once when \a text is too short, and for patterns of more than 128 units as soon as
+    /// a part of the pattern is nowhere near. A match may be at the end of \a text, so that there
+    /// is little to save otherwise.
+    std::uint64_t substringDistance(const QString &text, std::uint64_t limit) const;
 
 private:
     struct Prepared;
