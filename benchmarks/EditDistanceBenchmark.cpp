@@ -1,8 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Pairs of contenders on the same texts: "plain" is the recurrence with three rows of cells,
-// "bitParallel" the library's function, "matcher" the library's matcher, made once per pattern.
+// Contenders on the same texts, to be compared by the medians of one run:
+//     EditDistanceBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
+// "plain" is the recurrence with three rows of cells, "direct" the library's function, "matcher"
+// the library's matcher, made once per pattern; "peer" and "peerCached" are those of rapidfuzz-cpp,
+// where RAPIDFUZZ_INCLUDE_DIR is its folder. "Part" compares with any part of the text, "Limited"
+// asks for distances of up to 3.
 
 #include <ovrabase/text/StringUtils.h>
 
@@ -14,6 +18,11 @@
 #include <random>
 #include <utility>
 #include <vector>
+
+#ifdef OVRABASE_BENCHMARK_RAPIDFUZZ
+#include <rapidfuzz/distance/OSA.hpp>
+#include <string_view>
+#endif
 
 namespace {
 
@@ -52,23 +61,29 @@ std::uint64_t plainDistance(const QString &a, const QString &b)
 
 using Texts = std::vector<QString>;
 
-/// Texts over 62 letters and digits, the same in every run.
-Texts randomTexts(std::size_t count, std::int64_t size, unsigned seed)
+/// The units that random texts are made of.
+struct Alphabet {
+    char16_t first;
+    unsigned size;
+};
+constexpr Alphabet kLatin = {u'A', 62};
+constexpr Alphabet kIdeographs = {0x4E00, 3000};
+
+/// Texts of \a size units, the same in every run.
+Texts randomTexts(Alphabet alphabet, std::size_t count, std::int64_t size, unsigned seed)
 {
-    const QString letters =
-        QStringLiteral("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
     std::mt19937 random(seed);
     Texts texts(count);
     for (QString &text : texts) {
         for (std::int64_t i = 0; i < size; ++i) {
-            text += letters[static_cast<qsizetype>(random() % 62)];
+            text += QChar(static_cast<char16_t>(alphabet.first + random() % alphabet.size));
         }
     }
     return texts;
 }
 
-/// 240 names as they stand in a project: files and materials, numbered and in variants.
-Texts names()
+/// Names as they stand in a project, 120 a variant: files and materials, numbered.
+Texts names(int variants)
 {
     static constexpr std::array kStems = {"Oak_Floor", "brushed-steel", "Marble White",
         "fabric_linen", "Concrete.Rough", "leather brown", "GlassFrosted", "Tile_Hexagon_Small",
@@ -76,7 +91,7 @@ Texts names()
     static constexpr std::array kEndings = {"_albedo.png", "_normal.png", "_roughness_4k.exr",
         ".jpg", " copy %1", "_%1", "_v%1_final.obj", " (%1).fbx", "-%1-preview.webp", " %1"};
     Texts result;
-    for (int variant = 1; variant <= 2; ++variant) {
+    for (int variant = 1; variant <= variants; ++variant) {
         for (const char *stem : kStems) {
             for (const char *ending : kEndings) {
                 const QString number = QString::number(variant * 7);
@@ -88,30 +103,117 @@ Texts names()
     return result;
 }
 
-using Distance = std::uint64_t (*)(const QString &, const QString &);
+constexpr std::uint64_t kLimit = 3;
 
-/// Compares pairs of random texts, \a state.range(0) units with \a state.range(1) units.
-void randomPairs(benchmark::State &state, Distance distance)
+// The contenders: each makes from a pattern what compares it with a text.
+
+template<std::uint64_t (*kDistance)(const QString &, const QString &)>
+auto function(const QString &pattern)
 {
-    constexpr std::size_t kPairs = 64;
-    const Texts patterns = randomTexts(kPairs, state.range(0), 1);
-    const Texts texts = randomTexts(kPairs, state.range(1), 2);
-    for (auto _ : state) {
-        for (std::size_t i = 0; i < kPairs; ++i) {
-            benchmark::DoNotOptimize(distance(patterns[i], texts[i]));
-        }
-    }
-    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kPairs));
+    return [&pattern](const QString &text) { return kDistance(pattern, text); };
 }
 
-/// Compares every twelfth of the names with all of them; \a perPattern makes what compares one.
-template<class PerPattern>
-void allNames(benchmark::State &state, PerPattern perPattern)
+constexpr auto plain = function<plainDistance<false>>;
+constexpr auto plainPart = function<plainDistance<true>>;
+constexpr auto direct = function<damerauLevenshteinDistance>;
+constexpr auto directPart = function<damerauLevenshteinSubstringDistance>;
+
+auto matcher(const QString &pattern)
 {
-    const Texts texts = names();
+    return [made = DamerauLevenshteinMatcher(pattern)](
+               const QString &text) { return made.distance(text); };
+}
+
+auto matcherPart(const QString &pattern)
+{
+    return [made = DamerauLevenshteinMatcher(pattern)](
+               const QString &text) { return made.substringDistance(text); };
+}
+
+auto matcherLimited(const QString &pattern)
+{
+    return [made = DamerauLevenshteinMatcher(pattern)](
+               const QString &text) { return made.distance(text, kLimit); };
+}
+
+auto matcherPartLimited(const QString &pattern)
+{
+    return [made = DamerauLevenshteinMatcher(pattern)](
+               const QString &text) { return made.substringDistance(text, kLimit); };
+}
+
+#ifdef OVRABASE_BENCHMARK_RAPIDFUZZ
+std::u16string_view unitsOf(const QString &text)
+{
+    return {QStringView(text).utf16(), static_cast<std::size_t>(text.size())};
+}
+
+std::uint64_t rapidfuzzDistance(const QString &a, const QString &b)
+{
+    return rapidfuzz::osa_distance(unitsOf(a), unitsOf(b));
+}
+
+constexpr auto peer = function<rapidfuzzDistance>;
+
+auto peerCached(const QString &pattern)
+{
+    return [made = rapidfuzz::CachedOSA<char16_t>(unitsOf(pattern))](
+               const QString &text) { return made.distance(unitsOf(text)); };
+}
+
+auto peerLimited(const QString &pattern)
+{
+    return [made = rapidfuzz::CachedOSA<char16_t>(unitsOf(pattern))](
+               const QString &text) { return made.distance(unitsOf(text), kLimit); };
+}
+#endif
+
+/// Returns the number of texts of a comparison: so many that no branch predictor learns them.
+std::int64_t countFor(const benchmark::State &state)
+{
+    return std::max<std::int64_t>(64, 65536 / state.range(1));
+}
+
+/// Compares pairs of random texts, \a state.range(0) units with \a state.range(1) units.
+template<class Contender>
+void pairs(benchmark::State &state, Alphabet alphabet, Contender contender)
+{
+    const auto count = static_cast<std::size_t>(countFor(state));
+    const Texts patterns = randomTexts(alphabet, count, state.range(0), 1);
+    const Texts texts = randomTexts(alphabet, count, state.range(1), 2);
     for (auto _ : state) {
-        for (std::size_t i = 0; i < texts.size(); i += 12) {
-            const auto distance = perPattern(texts[i]);
+        for (std::size_t i = 0; i < count; ++i) {
+            benchmark::DoNotOptimize(contender(patterns[i])(texts[i]));
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * countFor(state));
+}
+
+/// Compares one random text, prepared outside the measured time, with others.
+template<class Contender>
+void prepared(benchmark::State &state, Alphabet alphabet, Contender contender)
+{
+    const Texts patterns = randomTexts(alphabet, 1, state.range(0), 1);
+    const auto count = static_cast<std::size_t>(countFor(state));
+    const Texts texts = randomTexts(alphabet, count, state.range(1), 2);
+    const auto distance = contender(patterns[0]);
+    for (auto _ : state) {
+        for (const QString &text : texts) {
+            benchmark::DoNotOptimize(distance(text));
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * countFor(state));
+}
+
+/// Compares 20 of the names, as a user types them, with all of them.
+template<class Contender>
+void search(benchmark::State &state, int variants, Contender contender)
+{
+    const Texts texts = names(variants);
+    for (auto _ : state) {
+        for (std::size_t i = 0; i < 20; ++i) {
+            const QString typed = texts[i * texts.size() / 20].chopped(1);
+            const auto distance = contender(typed);
             for (const QString &text : texts) {
                 benchmark::DoNotOptimize(distance(text));
             }
@@ -120,20 +222,7 @@ void allNames(benchmark::State &state, PerPattern perPattern)
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(texts.size()) * 20);
 }
 
-template<Distance kDistance>
-auto function(const QString &pattern)
-{
-    return [&pattern](const QString &text) { return kDistance(pattern, text); };
-}
-
-template<std::uint64_t (DamerauLevenshteinMatcher::*kDistance)(const QString &) const>
-auto matcher(const QString &pattern)
-{
-    return [made = DamerauLevenshteinMatcher(pattern)](
-               const QString &text) { return (made.*kDistance)(text); };
-}
-
-void equalLengths(benchmark::internal::Benchmark *contender)
+void wholeLengths(benchmark::internal::Benchmark *contender)
 {
     for (const std::int64_t size : {2, 4, 8, 16, 32, 48, 64, 100, 256, 1024}) {
         contender->Args({size, size});
@@ -142,27 +231,33 @@ void equalLengths(benchmark::internal::Benchmark *contender)
 
 void partLengths(benchmark::internal::Benchmark *contender)
 {
-    contender->Args({16, 64})->Args({32, 256})->Args({64, 1024});
+    contender->Args({16, 64})->Args({8, 100})->Args({32, 256})->Args({64, 1024});
 }
 
-constexpr Distance kPlain = plainDistance<false>;
-constexpr Distance kPlainPart = plainDistance<true>;
-constexpr Distance kFast = damerauLevenshteinDistance;
-constexpr Distance kFastPart = damerauLevenshteinSubstringDistance;
+#define BENCHMARK_ALPHABETS(form, contender, lengths)                                              \
+    BENCHMARK_CAPTURE(form, latin_##contender, kLatin, contender)->Apply(lengths);                 \
+    BENCHMARK_CAPTURE(form, ideographs_##contender, kIdeographs, contender)->Apply(lengths)
 
-BENCHMARK_CAPTURE(randomPairs, plain, kPlain)->Name("plain")->Apply(equalLengths);
-BENCHMARK_CAPTURE(randomPairs, bitParallel, kFast)->Name("bitParallel")->Apply(equalLengths);
-BENCHMARK_CAPTURE(randomPairs, plainPart, kPlainPart)->Name("part/plain")->Apply(partLengths);
-BENCHMARK_CAPTURE(randomPairs, fastPart, kFastPart)->Name("part/bitParallel")->Apply(partLengths);
-
-BENCHMARK_CAPTURE(allNames, plain, function<kPlain>)->Name("names/plain");
-BENCHMARK_CAPTURE(allNames, bitParallel, function<kFast>)->Name("names/bitParallel");
-BENCHMARK_CAPTURE(allNames, matcher, matcher<&DamerauLevenshteinMatcher::distance>)
-    ->Name("names/matcher");
-BENCHMARK_CAPTURE(allNames, plainPart, function<kPlainPart>)->Name("names/part/plain");
-BENCHMARK_CAPTURE(allNames, fastPart, function<kFastPart>)->Name("names/part/bitParallel");
-BENCHMARK_CAPTURE(allNames, matcherPart, matcher<&DamerauLevenshteinMatcher::substringDistance>)
-    ->Name("names/part/matcher");
+BENCHMARK_ALPHABETS(pairs, plain, wholeLengths);
+BENCHMARK_ALPHABETS(pairs, direct, wholeLengths);
+BENCHMARK_ALPHABETS(prepared, matcher, wholeLengths);
+BENCHMARK_ALPHABETS(pairs, plainPart, partLengths);
+BENCHMARK_ALPHABETS(pairs, directPart, partLengths);
+BENCHMARK_ALPHABETS(prepared, matcherPart, partLengths);
+BENCHMARK_CAPTURE(search, plain, 2, plain);
+BENCHMARK_CAPTURE(search, direct, 2, direct);
+BENCHMARK_CAPTURE(search, matcher, 2, matcher);
+BENCHMARK_CAPTURE(search, plainPart, 2, plainPart);
+BENCHMARK_CAPTURE(search, directPart, 2, directPart);
+BENCHMARK_CAPTURE(search, matcherPart, 2, matcherPart);
+BENCHMARK_CAPTURE(search, matcherLimited, 42, matcherLimited);
+BENCHMARK_CAPTURE(search, matcherPartLimited, 42, matcherPartLimited);
+#ifdef OVRABASE_BENCHMARK_RAPIDFUZZ
+BENCHMARK_ALPHABETS(pairs, peer, wholeLengths);
+BENCHMARK_ALPHABETS(prepared, peerCached, wholeLengths);
+BENCHMARK_CAPTURE(search, peerCached, 2, peerCached);
+BENCHMARK_CAPTURE(search, peerLimited, 42, peerLimited);
+#endif
 
 } // namespace
 
