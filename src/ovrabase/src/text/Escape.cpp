@@ -30,8 +30,8 @@ constexpr auto kEscapes = [] {
     return letters;
 }();
 
-// Most text needs few escapes. These tests find them without a look-up and without a branch, so
-// that the compiler can take many characters at once.
+// Most text needs few escapes. These tests have neither a table nor a branch, so that the compiler
+// can test many characters with one instruction.
 struct NeededInLiteral {
     constexpr bool operator()(char16_t c) const
     {
@@ -60,7 +60,7 @@ constexpr bool testsAgreeWithTheTable()
 }
 static_assert(testsAgreeWithTheTable());
 
-/// Characters that are tested together: few enough for their number to fit a byte.
+/// The number of characters that are tested together. It fits a byte, see countEscapes().
 constexpr std::size_t kBlock = 64;
 static_assert(kBlock <= 0xFF);
 
@@ -69,7 +69,7 @@ std::size_t countEscapes(std::basic_string_view<Char> text, Needed needed)
 {
     std::size_t count = 0;
     for (std::size_t begin = 0; begin < text.size(); begin += kBlock) {
-        // No wider than the characters: that is as many at once as a register holds.
+        // A counter of the characters' size lets one instruction count as many as a register holds.
         std::make_unsigned_t<Char> inBlock = 0;
         for (const Char c : text.substr(begin, kBlock)) {
             inBlock = static_cast<decltype(inBlock)>(inBlock + needed(c));
@@ -83,7 +83,7 @@ std::size_t countEscapes(std::basic_string_view<Char> text, Needed needed)
 template<class Char, class Needed>
 void writeEscaped(std::basic_string_view<Char> text, Char *out, Needed needed)
 {
-    const Char *run = text.data(); // what stands from here on is not yet written
+    const Char *run = text.data(); // the first character that is not written yet
     for (std::size_t begin = 0; begin < text.size(); begin += kBlock) {
         const std::basic_string_view<Char> block = text.substr(begin, kBlock);
         std::array<bool, kBlock> marks;
@@ -98,7 +98,7 @@ void writeEscaped(std::basic_string_view<Char> text, Char *out, Needed needed)
                 i = static_cast<std::size_t>(static_cast<const bool *>(mark) - marks.data());
             }
             const Char *const special = block.data() + i;
-            if (run != special) { // escapes come in rows, and an empty copy costs a call
+            if (run != special) { // escapes are often neighbours, and an empty copy costs a call
                 out = std::copy(run, special, out);
             }
             *out++ = '\\';

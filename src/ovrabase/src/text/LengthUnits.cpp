@@ -16,12 +16,12 @@ namespace {
 
 struct LengthUnit {
     QStringView name;
-    QStringView abbreviations[4]; ///< the places behind the last one are empty
+    QStringView abbreviations[4]; ///< empty after the last one
     double metersPerUnit;
 };
 
-// The order is the users', the factors are the products of what defines them, to the bit: 12 *
-// 0.0254 and not 0.3048.
+// The order is that in which users see the units. The factors are, to the bit, the products of
+// their definitions: a foot is 12 * 0.0254 and not 0.3048.
 // clang-format off
 constexpr LengthUnit kUnits[] = {
     {u"Ångström", {u"Å", u"A"}, 1e-10},
@@ -138,9 +138,9 @@ const QChar *skipUnit(const QChar *at, const QChar *end)
     return at;
 }
 
-/// Finds the first match of "([+-]?[\d.]+(?:[eE][-+]?\d+)?)\s*([\pL\pM*]+)?". Each part takes what
-/// it can and never gives back, so one pass finds it, where a matcher gives up on long or
-/// broken text.
+/// Finds the first match of "([+-]?[\d.]+(?:[eE][-+]?\d+)?)\s*([\pL\pM*]+)?". No part ever has to
+/// give back what it matched, so one pass finds it. QRegularExpression reports no match for long
+/// texts and for unpaired surrogates.
 Length findLength(QStringView text)
 {
     const QChar *const end = text.end();

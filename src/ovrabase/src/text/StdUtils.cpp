@@ -16,7 +16,7 @@ namespace Vyn::OvraBase::StdUtils {
 std::string floatToString(float value)
 {
     std::ostringstream stream;
-    stream.imbue(std::locale::classic()); // a new stream takes the global one
+    stream.imbue(std::locale::classic()); // a new stream has the global locale
     stream << std::fixed << std::setprecision(6) << value;
     return stream.str();
 }
@@ -53,7 +53,7 @@ void toLowerString(std::string &text)
 
 void trimString(std::string &text, const char *characters)
 {
-    // A table rather than find_first_not_of(), which goes through the whole set for each byte.
+    // A table, because find_first_not_of() searches the whole set for each byte.
     std::array<bool, 256> inSet{};
     for (const char c : std::string_view(characters ? characters : "")) {
         inSet[static_cast<unsigned char>(c)] = true;

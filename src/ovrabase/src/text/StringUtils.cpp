@@ -13,7 +13,7 @@
 namespace Vyn::OvraBase::StringUtils {
 namespace {
 
-// Callers compare with these words.
+// Callers compare option names with these words.
 constexpr std::string_view kInvalidSyntax = "Invalid syntax";
 constexpr std::string_view kInvalidOption = "Invalid option";
 
@@ -23,12 +23,12 @@ struct NumberedCopy {
     QStringView digits;
 };
 
-/// Splits \a name as the expression "^(.*) copy (\d+)$" does. It is done by hand, since the matcher
-/// of an expression gives up on long names and on unpaired surrogates, which is not "no match".
+/// Splits \a name as the expression "^(.*) copy (\d+)$" does. QRegularExpression is not used: it
+/// reports no match for long names and for unpaired surrogates.
 NumberedCopy splitCopyName(QStringView name, QStringView copyWord)
 {
     if (name.endsWith(u'\n')) {
-        name.chop(1); // "$" also stands before a line feed at the end
+        name.chop(1); // "$" also matches before a line feed at the end
     }
     const auto digits = std::find_if_not(name.rbegin(), name.rend(), isAsciiDigit).base();
     const QStringView number(digits, name.end());
@@ -39,7 +39,7 @@ NumberedCopy splitCopyName(QStringView name, QStringView copyWord)
         }
         base.chop(part.size());
     }
-    if (number.isEmpty() || base.contains(u'\n')) { // "." is no line feed
+    if (number.isEmpty() || base.contains(u'\n')) { // "." does not match a line feed
         return {};
     }
     return {base, number};
@@ -106,7 +106,7 @@ std::pair<std::string, std::vector<std::pair<std::string, std::string>>> parseIn
         } else {
             pairs.emplace_back(name, segment.substr(std::min(space + 1, segment.size())));
         }
-        // The character in front separates the option from what it follows.
+        // The character in front of the option is a separator, whatever it is.
         rest = rest.substr(0, position == 0 ? 0 : position - 1);
     }
     return {std::string(rest), std::move(pairs)};

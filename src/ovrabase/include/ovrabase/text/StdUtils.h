@@ -9,19 +9,19 @@
 #include <string>
 
 /// \file
-/// Helpers for code that does without the string classes of Qt. Text is taken byte by byte. All
+/// Helpers for code that does not use the string classes of Qt. Text is processed byte by byte. All
 /// functions may be called from any thread.
 namespace Vyn::OvraBase::StdUtils {
 
-/// Returns \a value with six digits behind the decimal point, without exponent. The point is a
-/// point under every global locale.
+/// Returns \a value with six digits after the decimal point, without an exponent. The decimal point
+/// is a point under every global locale.
 OVRABASE_EXPORT std::string floatToString(float value);
 
-/// Returns \a text with each "{{key}}" replaced by the value of its key, by nothing when
-/// \a substitutions does not hold the key.
+/// Returns \a text with each "{{key}}" replaced by the value of its key, or by nothing if
+/// \a substitutions does not contain the key.
 ///
-/// A key is what stands between the braces, spaces included. Values are not searched again. Opening
-/// braces that are never closed stay as they are.
+/// A key is all of the text between the braces, spaces included. Values are not searched again.
+/// Opening braces that are never closed stay as they are.
 OVRABASE_EXPORT std::string substituteInString(
     const std::string &text, const std::map<std::string, std::string> &substitutions);
 
@@ -29,8 +29,8 @@ OVRABASE_EXPORT std::string substituteInString(
 /// the "C" locale.
 OVRABASE_EXPORT void toLowerString(std::string &text);
 
-/// Removes from both ends of \a text the bytes that the zero-terminated \a characters names. Null
-/// names none.
+/// Removes the bytes that occur in the zero-terminated \a characters from both ends of \a text.
+/// Null means no bytes.
 OVRABASE_EXPORT void trimString(std::string &text, const char *characters);
 
 } // namespace Vyn::OvraBase::StdUtils

@@ -16,17 +16,17 @@
 /// \file
 /// Edit distances, names of copies, XML tags, escapes, command lines and character classes.
 ///
-/// The functions hold no state, report no failure and may be called from any thread; all but the
-/// edit distances answer every input in linear time.
+/// The functions have no state, report no failure and may be called from any thread. All but the
+/// edit distances take linear time for every input.
 namespace Vyn::OvraBase::StringUtils {
 
 /// \name Edit distances
 ///
 /// The restricted Damerau-Levenshtein distance, also called optimal string alignment: each
 /// insertion, deletion, substitution and transposition of two adjacent characters costs 1, and a
-/// transposed pair is not edited again: from "ca" to "abc" it is 3 steps. Characters are UTF-16
-/// code units compared exactly: case counts, nothing is normalised, and a character outside the
-/// Basic Multilingual Plane is two units.
+/// transposed pair is not edited again, so the distance of "ca" and "abc" is 3. Characters are
+/// UTF-16 code units compared exactly: case counts, nothing is normalised, and a character outside
+/// the Basic Multilingual Plane is two units.
 ///
 /// For lengths m and n the time is in the order of n * ceil(m / 64): 64 rows of the table are
 /// computed at once, with the bit vectors of H. Hyyrö, "A bit-vector algorithm for computing
@@ -38,13 +38,13 @@ namespace Vyn::OvraBase::StringUtils {
 /// Returns the number of edits between \a a and \a b; the order of the two does not matter.
 OVRABASE_EXPORT std::uint64_t damerauLevenshteinDistance(const QString &a, const QString &b);
 
-/// Returns the number of edits between \a a and that contiguous part of \a b which is nearest to
-/// it. The part may be empty, so the result is at most the length of \a a.
+/// Returns the least number of edits between \a a and any contiguous part of \a b. The part may be
+/// empty, so the result is at most the length of \a a.
 OVRABASE_EXPORT std::uint64_t damerauLevenshteinSubstringDistance(
     const QString &a, const QString &b);
 
-/// Compares one pattern with many texts, faster than the free functions: it prepares the pattern
-/// once.
+/// Compares one pattern with many texts. It prepares the pattern once and so is faster than the
+/// free functions.
 ///
 /// A matcher takes about 1.5 KiB for every 64 units of its pattern; copies share it. Several
 /// threads may use one matcher at the same time.
@@ -90,9 +90,10 @@ private:
 /// counted on; a line feed at its very end is dropped then.
 OVRABASE_EXPORT QString getCopyName(const QString &name);
 
-/// Returns \a text without what an XML element name may not hold: all but ASCII letters, digits,
-/// '-', '_' and '.'; then, as long as there are any, what may not begin a name and the reserved
-/// prefix "xml" in any case. The result is empty when nothing is left.
+/// Returns \a text without the characters that make it an invalid XML element name.
+///
+/// Only ASCII letters, digits, '-', '_' and '.' stay. Then digits, '-' and '.' at the start and the
+/// reserved prefix "xml", in any case, are removed until neither is left. The result may be empty.
 OVRABASE_EXPORT QString makeValidXMLTag(const QString &text);
 
 /// Returns \a text with the JSON escapes of backspace, tab, line feed, form feed, carriage return,
