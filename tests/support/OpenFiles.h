@@ -10,16 +10,22 @@
 
 namespace Vyn::Test {
 
-/// Calls when no file can be opened. Nobody is root enough to exceed the limit.
+/// Calls when the process can have \a limit files open. Nobody is root enough to exceed that.
 template<class Call>
-auto withoutOpenFiles(Call call)
+auto withOpenFiles(rlim_t limit, Call call)
 {
     rlimit before{};
     getrlimit(RLIMIT_NOFILE, &before);
-    const rlimit none{0, before.rlim_max};
-    setrlimit(RLIMIT_NOFILE, &none);
+    const rlimit few{limit, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &few);
     const auto restore = qScopeGuard([&] { setrlimit(RLIMIT_NOFILE, &before); });
     return call();
+}
+
+template<class Call>
+auto withoutOpenFiles(Call call)
+{
+    return withOpenFiles(0, call);
 }
 
 } // namespace Vyn::Test

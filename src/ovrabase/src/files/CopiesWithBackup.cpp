@@ -3,7 +3,7 @@
 
 #include "files/Entries_p.h"
 #include "files/FileSystem_p.h"
-#include "files/Removal_p.h"
+#include "files/RemovalSystem_p.h"
 #include "logging/LogSite_p.h"
 
 #include <ovrabase/files/FileUtils.h>
@@ -95,7 +95,7 @@ QString replaceByCopy(const QString &source, const QString &destination, const Q
             QFile::remove(backup); // a folder does not replace a file
         }
         if (keepsContentOf(destination, backup)) {
-            removeEntry(before); // to rename it would change nothing
+            os::removeEntry(destination); // to rename it would change nothing
         } else if (const std::error_code error = os::renameOver(destination, backup)) {
             copy.remove();
             return QString::fromLocal8Bit(error.message().c_str());

@@ -4,6 +4,7 @@
 #include "ovrabase/files/GenericCacheController.h"
 
 #include "files/Entries_p.h"
+#include "files/RemovalSystem_p.h"
 #include "files/Removal_p.h"
 #include "logging/LogSite_p.h"
 
@@ -11,6 +12,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -41,15 +44,19 @@ void GenericCacheController::clear()
     if (path.isEmpty()) {
         return; // an empty path would be the current folder
     }
-    QDir folder(path);
-    const QFileInfoList entries = folder.entryInfoList(
+    // Opened before it is listed: a folder that takes its place meanwhile loses nothing.
+    os::OpenFolder folder(pathOfEntry(path), os::OpenFolder::LinkAtPath::Followed);
+    if (folder.error()) {
+        return;
+    }
+    const QFileInfoList entries = QDir(path).entryInfoList(
         QDir::Dirs | QDir::Files | QDir::Writable | QDir::NoDotAndDotDot, QDir::Unsorted);
+    if (std::any_of(entries.begin(), entries.end(), [](auto &entry) { return entry.isDir(); })) {
+        folder.remove(); // on purpose the cache folder, not the entry
+        return;
+    }
     for (const QFileInfo &entry : entries) {
-        if (entry.isDir()) {
-            removeFolder(entry.dir().path()); // on purpose the cache folder, not the entry
-        } else {
-            folder.remove(entry.fileName());
-        }
+        folder.removeFile(entry.fileName());
     }
 }
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "files/Entries_p.h"
-#include "files/FileSystem_p.h"
+#include "files/RemovalSystem_p.h"
 #include "files/Removal_p.h"
 #include "logging/LogSite_p.h"
 
@@ -14,9 +14,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-#include <vector>
-
 namespace Vyn::OvraBase {
 namespace {
 
@@ -25,53 +22,28 @@ constexpr LogPosition kFileNotRemoved{
 constexpr LogPosition kFolderNotRemoved{
     "FileUtils.cpp:731 Vyn::OvraBase::FileUtils::removeDirRecursiveIfItExists()"};
 
-constexpr QDir::Filters kEverything =
-    QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-
 } // namespace
 
-bool removeEntry(const QFileInfo &entry)
+QString pathOfEntry(const QString &path)
 {
-    const QString path = entry.filePath();
-    return QFile::remove(path) ||
-           (isLink(entry) && QDir().rmdir(path)) || // how Windows removes a link to a folder
-           os::removeReadOnly(path);
+    const QFileInfo entry(withoutTrailingSeparators(path));
+    const bool isNamed = entry.fileName() != u'.' && entry.fileName() != QLatin1String("..");
+    return isNamed ? entry.filePath() : entry.canonicalFilePath();
 }
 
-// QDir::removeRecursively() empties what a junction leads to, and what "link/" leads to.
-bool removeFolder(const QString &path)
+std::error_code removeFolder(const QString &path)
 {
-    const QFileInfo top(withoutTrailingSeparators(path));
-    if (isLink(top)) {
-        return removeEntry(top);
+    const QString entry = pathOfEntry(path);
+    os::OpenFolder folder(entry, os::OpenFolder::LinkAtPath::Refused);
+    if (folder.error()) {
+        return isLink(QFileInfo(entry)) ? os::removeEntry(entry) : folder.error();
     }
-    const QString folderPath = top.canonicalFilePath(); // "." cannot be removed by that name
-    if (folderPath.isEmpty()) {
-        return false; // nothing is there, and an empty path would be the current folder
-    }
-    bool allGone = true;
-    std::vector<QString> folders{folderPath};
-    for (std::size_t i = 0; i < folders.size(); ++i) {
-        const QFileInfoList entries = QDir(folders[i]).entryInfoList(kEverything, QDir::Unsorted);
-        for (const QFileInfo &entry : entries) {
-            if (entry.isDir() && !isLink(entry)) {
-                folders.push_back(entry.filePath());
-            } else {
-                allGone = removeEntry(entry) && allGone;
-            }
-        }
-    }
-    // Every folder was found after the one that holds it.
-    std::reverse(folders.begin(), folders.end());
-    for (const QString &folder : folders) {
-        allGone = QDir().rmdir(folder) && allGone;
-    }
-    return allGone;
+    return folder.remove();
 }
 
 void FileUtils::removeDirRecursiveIfItExists(const QString &path)
 {
-    if (isFolder(path) && !removeFolder(path) && isFolder(path)) {
+    if (isFolder(path) && removeFolder(path) && isFolder(path)) {
         fail<Exception::FolderDeletionException>(kFolderNotRemoved,
             QStringLiteral("The directory or some of its content could not be removed : ") +
                 logStr(path),

@@ -3,16 +3,18 @@
 
 #pragma once
 
-class QFileInfo;
+#include <system_error>
+
 class QString;
 
 namespace Vyn::OvraBase {
 
-/// Removes a file or a link. Returns whether it is gone.
-bool removeEntry(const QFileInfo &entry);
+/// Removes the folder \a path with its content; of a link to a folder, only the link. Links inside
+/// are removed and not followed. What cannot be removed stays, and the rest goes; the answer is the
+/// first failure.
+std::error_code removeFolder(const QString &path);
 
-/// Removes the folder \a path with its content. Returns whether all of it is gone. A link, as
-/// \a path or inside, is removed and its target left alone.
-bool removeFolder(const QString &path);
+/// Returns \a path in the form that os::OpenFolder takes.
+QString pathOfEntry(const QString &path);
 
 } // namespace Vyn::OvraBase

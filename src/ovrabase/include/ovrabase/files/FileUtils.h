@@ -204,14 +204,17 @@ public:
     /// \name Removal
     /// @{
 
-    /// Removes the folder \a path with its content. Links are removed, never followed, be it inside
-    /// or as \a path itself. A missing folder is no error; a file is left alone.
+    /// Removes the folder \a path with its content, whatever its names and its depth. A missing
+    /// folder is not an error, and a file at \a path stays.
     ///
-    /// \throws Exception::FolderDeletionException  something could not be removed; the rest is.
+    /// Links are removed and not followed, inside and as \a path itself. Nothing outside of the
+    /// folder is removed, even if links take the place of folders during the call.
+    ///
+    /// \throws Exception::FolderDeletionException  something cannot be removed; the rest is removed.
     static void removeDirRecursiveIfItExists(const QString &path);
-    /// Removes the file or link \a path. A missing one is no error.
+    /// Removes the file or link \a path. A missing one is not an error.
     ///
-    /// \throws Exception::FileDeletionException  it is still there, for example as a folder.
+    /// \throws Exception::FileDeletionException  it cannot be removed, or \a path is a folder.
     static void removeFileIfItExists(const QString &path);
 
     /// @}

@@ -1,0 +1,258 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "files/FileSystem_p.h"
+#include "files/RemovalSystem_p.h"
+
+#include <QString>
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+#include <winternl.h>
+
+#include <qt_windows.h>
+
+namespace Vyn::OvraBase::os {
+namespace {
+
+/// What is removed may be in use by others: that is for the system to refuse.
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr DWORD kRemoval = DELETE | SYNCHRONIZE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
+constexpr DWORD kListing = SYNCHRONIZE | FILE_READ_ATTRIBUTES | FILE_LIST_DIRECTORY;
+
+struct CloseHandle {
+    void operator()(HANDLE handle) const { ::CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<void, CloseHandle>;
+
+std::error_code errorOf(DWORD code)
+{
+    return {static_cast<int>(code), std::system_category()};
+}
+
+/// Opens \a path; with FILE_FLAG_OPEN_REPARSE_POINT in \a flags a link itself. Returns null and the
+/// reason as the last error.
+Handle openPath(const QString &path, DWORD access, DWORD flags)
+{
+    const HANDLE handle = ::CreateFileW(nativePath(path).c_str(), access, kShareAll, nullptr,
+        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr);
+    return Handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+}
+
+/// Opens the entry \a name of the open folder \a folder, a link itself. Returns null and the reason
+/// as the last error.
+Handle openEntry(HANDLE folder, std::wstring name, DWORD access)
+{
+    const auto size = static_cast<USHORT>(name.size() * sizeof(wchar_t));
+    UNICODE_STRING text{size, size, name.data()};
+    OBJECT_ATTRIBUTES attributes{};
+    InitializeObjectAttributes(&attributes, &text, 0, folder, nullptr);
+    IO_STATUS_BLOCK status{};
+    HANDLE handle = nullptr;
+    const NTSTATUS result =
+        ::NtCreateFile(&handle, access, &attributes, &status, nullptr, 0, kShareAll, FILE_OPEN,
+            FILE_OPEN_REPARSE_POINT | FILE_OPEN_FOR_BACKUP_INTENT | FILE_SYNCHRONOUS_IO_NONALERT,
+            nullptr, 0);
+    if (result != 0) {
+        ::SetLastError(::RtlNtStatusToDosError(result));
+        return nullptr;
+    }
+    return Handle(handle);
+}
+
+/// Returns true for a folder, and false for a link to one.
+bool isFolder(HANDLE entry)
+{
+    FILE_ATTRIBUTE_TAG_INFO info{};
+    return ::GetFileInformationByHandleEx(entry, FileAttributeTagInfo, &info, sizeof(info)) &&
+           (info.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
+           ((info.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 ||
+               !IsReparseTagNameSurrogate(info.ReparseTag));
+}
+
+bool setReadOnly(HANDLE entry, bool isReadOnly)
+{
+    FILE_BASIC_INFO info{};
+    if (!::GetFileInformationByHandleEx(entry, FileBasicInfo, &info, sizeof(info)) ||
+        ((info.FileAttributes & FILE_ATTRIBUTE_READONLY) != 0) == isReadOnly) {
+        return false;
+    }
+    info.FileAttributes ^= FILE_ATTRIBUTE_READONLY;
+    if (info.FileAttributes == 0) {
+        info.FileAttributes = FILE_ATTRIBUTE_NORMAL; // 0 would leave them as they are
+    }
+    return ::SetFileInformationByHandle(entry, FileBasicInfo, &info, sizeof(info)) != 0;
+}
+
+/// Removes an open entry, at the latest when \a entry is closed.
+std::error_code removeOpened(HANDLE entry)
+{
+    // Removed at once, though others may have it open: so its folder can go. Windows 10 can do so,
+    // but not every file system. MinGW hides the names of these numbers.
+    constexpr auto kDispositionInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
+    DWORD deletePosixIgnoreReadOnly = 0x01 | 0x02 | 0x10;
+    if (::SetFileInformationByHandle(entry, kDispositionInfoEx, &deletePosixIgnoreReadOnly,
+            sizeof(deletePosixIgnoreReadOnly))) {
+        return {};
+    }
+    const bool wasReadOnly = setReadOnly(entry, false);
+    FILE_DISPOSITION_INFO disposition{TRUE};
+    if (::SetFileInformationByHandle(
+            entry, FileDispositionInfo, &disposition, sizeof(disposition))) {
+        return {};
+    }
+    const DWORD reason = ::GetLastError();
+    if (wasReadOnly) {
+        setReadOnly(entry, true);
+    }
+    return errorOf(reason);
+}
+
+/// A folder that is being emptied, and a part of its listing.
+class Level {
+public:
+    explicit Level(HANDLE folder)
+        : mFolder(folder)
+    {
+    }
+    explicit Level(Handle folder)
+        : mOwned(std::move(folder))
+        , mFolder(mOwned.get())
+    {
+    }
+
+    HANDLE folder() const { return mFolder; }
+
+    struct Entry {
+        std::wstring name;
+        bool mayBeFolder = false;
+    };
+
+    /// Returns an entry without a name at the end, and then sets \a error if the folder could not
+    /// be read to its end.
+    Entry next(std::error_code &error)
+    {
+        if (mOffset == kNoMore && !readOn(error)) {
+            return {};
+        }
+        const std::byte *const data = mListing->data() + mOffset;
+        const auto *info = reinterpret_cast<const FILE_ID_BOTH_DIR_INFO *>(data);
+        mOffset = info->NextEntryOffset == 0 ? kNoMore : mOffset + info->NextEntryOffset;
+        return {std::wstring(info->FileName, info->FileNameLength / sizeof(wchar_t)),
+            (info->FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0};
+    }
+
+private:
+    static constexpr std::size_t kNoMore = ~std::size_t{0};
+    struct alignas(FILE_ID_BOTH_DIR_INFO) Listing : std::array<std::byte, 16 * 1024> {};
+
+    bool readOn(std::error_code &error)
+    {
+        if (!mListing) {
+            mListing = std::make_unique<Listing>();
+        }
+        if (!::GetFileInformationByHandleEx(mFolder, FileIdBothDirectoryInfo, mListing->data(),
+                static_cast<DWORD>(mListing->size()))) {
+            const DWORD reason = ::GetLastError();
+            error = errorOf(reason == ERROR_NO_MORE_FILES ? ERROR_SUCCESS : reason);
+            return false;
+        }
+        mOffset = 0;
+        return true;
+    }
+
+    Handle mOwned;
+    HANDLE mFolder;
+    std::unique_ptr<Listing> mListing;
+    std::size_t mOffset = kNoMore;
+};
+
+std::error_code removeContent(HANDLE top)
+{
+    std::error_code first;
+    const auto note = [&](std::error_code error) { first = first ? first : error; };
+    std::vector<Level> levels;
+    levels.emplace_back(top);
+    for (;;) {
+        std::error_code error;
+        const auto [name, mayBeFolder] = levels.back().next(error);
+        note(error);
+        if (name.empty()) {
+            if (levels.size() == 1) {
+                return first;
+            }
+            note(removeOpened(levels.back().folder()));
+            levels.pop_back();
+        } else if (name != L"." && name != L"..") {
+            Handle entry = openEntry(
+                levels.back().folder(), name, mayBeFolder ? kRemoval | kListing : kRemoval);
+            if (!entry) {
+                const DWORD reason = ::GetLastError();
+                note(errorOf(reason == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : reason));
+            } else if (mayBeFolder && isFolder(entry.get())) {
+                levels.emplace_back(std::move(entry));
+            } else {
+                note(removeOpened(entry.get()));
+            }
+        }
+    }
+}
+
+} // namespace
+
+std::error_code removeEntry(const QString &path)
+{
+    const Handle entry = openPath(path, kRemoval, FILE_FLAG_OPEN_REPARSE_POINT);
+    return entry ? removeOpened(entry.get()) : errorOf(::GetLastError());
+}
+
+struct OpenFolder::Handles {
+    Handle folder;
+    bool isBehindLink = false;
+};
+
+OpenFolder::OpenFolder(const QString &path, LinkAtPath link)
+    : mHandles(std::make_unique<Handles>())
+{
+    mHandles->folder = openPath(path, kListing, FILE_FLAG_OPEN_REPARSE_POINT);
+    if (mHandles->folder && !isFolder(mHandles->folder.get()) && link == LinkAtPath::Followed) {
+        mHandles->folder = openPath(path, kListing, 0);
+        mHandles->isBehindLink = true;
+    }
+    if (!mHandles->folder) {
+        mError = errorOf(::GetLastError());
+    } else if (!isFolder(mHandles->folder.get())) {
+        mError = errorOf(ERROR_DIRECTORY);
+    }
+}
+
+OpenFolder::~OpenFolder() = default;
+
+std::error_code OpenFolder::removeFile(const QString &name)
+{
+    const Handle entry = openEntry(mHandles->folder.get(), name.toStdWString(), kRemoval);
+    return entry ? removeOpened(entry.get()) : errorOf(::GetLastError());
+}
+
+std::error_code OpenFolder::remove()
+{
+    std::error_code error = removeContent(mHandles->folder.get());
+    if (mHandles->isBehindLink) {
+        return error;
+    }
+    // Only now: while a handle may delete the folder, others that do not expect that cannot list
+    // it.
+    const HANDLE removable = ::ReOpenFile(mHandles->folder.get(), kRemoval, kShareAll,
+        FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
+    mHandles->folder.reset(removable == INVALID_HANDLE_VALUE ? nullptr : removable);
+    const std::error_code ofFolder =
+        mHandles->folder ? removeOpened(mHandles->folder.get()) : errorOf(::GetLastError());
+    mHandles->folder.reset();
+    return error ? error : ofFolder;
+}
+
+} // namespace Vyn::OvraBase::os

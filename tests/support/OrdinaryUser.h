@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QFile>
+
+#ifdef Q_OS_LINUX
+#include <unistd.h>
+
+namespace Vyn::Test {
+
+/// While one exists, the process of root is that of a user who has no special rights and owns
+/// \a folder. No effect when the user is not root.
+class OrdinaryUser {
+public:
+    static constexpr uid_t kId = 65534;
+
+    explicit OrdinaryUser(const QString &folder)
+    {
+        if (mIsRoot) {
+            [[maybe_unused]] const int given =
+                chown(QFile::encodeName(folder).constData(), kId, static_cast<gid_t>(-1));
+            [[maybe_unused]] const int changed = seteuid(kId);
+        }
+    }
+    ~OrdinaryUser()
+    {
+        if (mIsRoot) {
+            [[maybe_unused]] const int changed = seteuid(0);
+        }
+    }
+    Q_DISABLE_COPY_MOVE(OrdinaryUser)
+
+private:
+    bool mIsRoot = geteuid() == 0;
+};
+
+} // namespace Vyn::Test
+#endif
