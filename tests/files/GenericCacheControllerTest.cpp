@@ -61,10 +61,7 @@ TEST_F(CacheTest, PurgeTakesAFolderButNoFile)
 {
     write("cache/deep/.hidden");
     write("file");
-#ifndef Q_OS_WIN
-    link(".", "link"); // to all of this
-#endif
-    for (const char *name : {"cache", "file", "missing", "link/"}) {
+    for (const char *name : {"cache", "file", "missing"}) {
         Cache(path(name)).purge();
     }
     EXPECT_THAT(tree("."), ElementsAre(Pair("file", "")));
@@ -81,6 +78,37 @@ TEST_F(CacheTest, ResetGivesANewFolderInsteadOfTheOld)
     EXPECT_THAT(tree("."), ElementsAre(Pair("new/", ""), Pair("new/deep/", "")));
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
+
+#ifndef Q_OS_WIN
+TEST_F(CacheTest, EmptiesTheFolderBehindALinkAndKeepsTheLink)
+{
+    const struct {
+        const char *name;
+        const char *path;
+        void (*call)(Cache &);
+    } rows[] = {
+        {"purge", "cache", [](Cache &cache) { cache.purge(); }},
+        {"purge with a separator", "cache/", [](Cache &cache) { cache.purge(); }},
+        {"clear", "cache", [](Cache &cache) { cache.clear(); }},
+        {"reset", "cache", [](Cache &cache) { cache.resetCacheFolder(cache.cacheFolderPath()); }},
+    };
+    link("disk/folder", "cache");
+    write("beside/x", "x");
+    for (const auto &[name, cachePath, call] : rows) {
+        SCOPED_TRACE(name);
+        write("disk/folder/deep/.hidden");
+        write("disk/folder/.hidden");
+        link("beside", "disk/folder/link");
+        Cache cache(path(cachePath));
+        call(cache);
+        EXPECT_THAT(
+            tree("."), ElementsAre(Pair("beside/", ""), Pair("beside/x", "x"), Pair("cache/", ""),
+                           Pair("disk/", ""), Pair("disk/folder/", "")));
+        EXPECT_TRUE(QFileInfo(path("cache")).isSymLink());
+    }
+    EXPECT_THAT(mLog.records(), IsEmpty());
+}
+#endif
 
 TEST_F(CacheTest, ResetWarnsOfAPathThatCannotBeAFolder)
 {

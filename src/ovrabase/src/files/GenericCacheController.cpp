@@ -64,7 +64,7 @@ void GenericCacheController::purge()
 {
     const QString path = cacheFolderPath();
     if (FileUtils::isFolder(path)) {
-        removeFolder(path);
+        removeFolderBehindLinks(path);
     }
 }
 

@@ -41,6 +41,12 @@ std::error_code removeFolder(const QString &path)
     return folder.remove();
 }
 
+std::error_code removeFolderBehindLinks(const QString &path)
+{
+    os::OpenFolder folder(pathOfEntry(path), os::OpenFolder::LinkAtPath::Followed);
+    return folder.error() ? folder.error() : folder.remove();
+}
+
 void FileUtils::removeDirRecursiveIfItExists(const QString &path)
 {
     if (isFolder(path) && removeFolder(path) && isFolder(path)) {

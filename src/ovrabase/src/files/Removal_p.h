@@ -14,6 +14,9 @@ namespace Vyn::OvraBase {
 /// first failure.
 std::error_code removeFolder(const QString &path);
 
+/// Does the same, but a link at \a path stays, and the folder behind it is emptied.
+std::error_code removeFolderBehindLinks(const QString &path);
+
 /// Returns \a path in the form that os::OpenFolder takes.
 QString pathOfEntry(const QString &path);
 

@@ -9,8 +9,12 @@
 
 namespace Vyn::OvraBase {
 
-/// What keeps a cache in a folder of its own: a subclass knows where the folder is, this base
-/// creates, empties, deletes and moves it.
+/// The base class of everything that keeps a cache in a folder of its own. A subclass knows where
+/// the folder is; this base class creates, empties, deletes and moves it.
+///
+/// The path of the cache folder may be a link to a folder, for example on a bigger disk. The folder
+/// behind it is then emptied instead of deleted, and the link stays. Links inside are removed and
+/// not followed.
 ///
 /// No operation throws or reports failure; a folder that cannot be used gets a warning on Support.
 /// As thread-safe as the subclass.
@@ -22,15 +26,15 @@ public:
     GenericCacheController(const GenericCacheController &) = default;
     GenericCacheController &operator=(const GenericCacheController &) = default;
 
-    /// Removes the writable files of the cache folder. With a writable sub-folder in it, the whole
-    /// cache folder goes instead, itself included. Hidden entries survive in the first case only.
+    /// Removes the writable files of the cache folder that are not hidden. If it has a writable
+    /// sub-folder that is not hidden, removes the whole cache folder with everything in it instead.
     void clear();
 
-    /// Deletes the cache folder with everything in it. Of a link to a folder, only the link.
+    /// Removes the cache folder with everything in it. A file at its path stays.
     void purge();
 
-    /// Purges the cache folder, takes \a path as the new one and makes it, empty unless something
-    /// stands there already.
+    /// Purges the cache folder, stores \a path as the new one and creates that. The new folder is
+    /// empty unless \a path is another folder that exists already.
     void resetCacheFolder(const QString &path);
 
 protected:
