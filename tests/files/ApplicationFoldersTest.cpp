@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/FolderTest.h"
+#include "support/OrdinaryUser.h"
 #include "support/Threads.h"
 
 #include <ovrabase/errors/Exception.h>
@@ -11,11 +12,21 @@
 #include <QResource>
 #include <QStandardPaths>
 
+#ifdef Q_OS_LINUX
+#include <fcntl.h>
+#include <iostream>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 namespace Vyn::OvraBase {
 namespace {
 
 using namespace Qt::StringLiterals;
 using Test::onThreads;
+#ifdef Q_OS_LINUX
+using Test::OrdinaryUser;
+#endif
 using testing::ElementsAre;
 using testing::Pair;
 
@@ -97,6 +108,71 @@ TEST_F(ApplicationFolders, TemporaryFolderThatCannotBeIsAnError)
     expectFailure<FolderCreationException>(bringToDisk, position, message, {});
 #endif
 }
+
+#ifdef Q_OS_LINUX
+unsigned modeOf(const QString &path)
+{
+    struct stat entry {};
+    ::stat(QFile::encodeName(path).constData(), &entry);
+    return entry.st_mode & 07777;
+}
+
+TEST_F(ApplicationFolders, TemporaryFolderIsForItsUserAlone)
+{
+    for (const unsigned before : {0700U, 0755U}) { // made now, or by a process with another mask
+        FileUtils::createApplicationTemporaryDir(u"a"_s);
+        EXPECT_EQ(modeOf(path("tmp/an app")), 0700);
+        ::chmod(QFile::encodeName(path("tmp/an app")).constData(), before);
+    }
+}
+
+TEST_F(ApplicationFolders, NothingThatOthersPlantedIsUsed)
+{
+    const struct {
+        const char *name;
+        bool isAnothers;
+        void (*plant)(const char *path);
+    } rows[] = {
+        {"link", false, [](const char *path) { EXPECT_EQ(::symlink("..", path), 0); }},
+        {"folder for all", false,
+            [](const char *path) { EXPECT_EQ(::mkdir(path, 0) | ::chmod(path, 0777), 0); }},
+        {"folder of another user", true, [](const char *path) { EXPECT_EQ(::mkdir(path, 0), 0); }},
+        {"file of another user", true,
+            [](const char *path) { EXPECT_EQ(::close(::creat(path, 0666)), 0); }},
+    };
+    ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
+    for (const auto &[name, isAnothers, plant] : rows) {
+        SCOPED_TRACE(name);
+        const QDir tmp(path(name));
+        makeFolder(name);
+        qputenv("TMPDIR", tmp.path().toLocal8Bit());
+        if (isAnothers) {
+            plant(QFile::encodeName(tmp.filePath(u"an app"_s)).constData());
+        }
+        const OrdinaryUser user{mFolder.path(), tmp.path()};
+        if (isAnothers && !user.isAnother()) {
+            std::cout << "Not tested, because only root can be two users: " << name << '\n';
+            continue;
+        }
+        if (!isAnothers) {
+            plant(QFile::encodeName(tmp.filePath(u"an app"_s)).constData());
+        }
+        const QString own = tmp.filePath(u"an app-%1"_s.arg(geteuid()));
+
+        EXPECT_EQ(
+            FileUtils::createTemporaryDir(u"aXXXXXX"_s).path().left(own.size() + 2), own + u"/a"_s);
+        EXPECT_EQ(FileUtils::ensureFileIsOnDisk(u"qrc:/ovrabase-test/resources.qrc"_s),
+            own + u"/external_files/resources.qrc"_s);
+        EXPECT_EQ(modeOf(own), 0700);
+        FileUtils::clearApplicationTemporaryDir();
+        EXPECT_FALSE(QFileInfo::exists(own));
+        EXPECT_EQ(::symlink("..", QFile::encodeName(own).constData()), 0); // planted, too
+        EXPECT_THROW(FileUtils::createTemporaryDir(), Exception::FolderCreationException);
+        FileUtils::clearApplicationTemporaryDir();
+        EXPECT_EQ(tmp.count(), 4U); // with "." and ".."
+    }
+}
+#endif
 
 TEST_F(ApplicationFolders, WhatIsOnDiskAlreadyComesBackUnchanged)
 {

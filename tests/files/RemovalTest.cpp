@@ -120,7 +120,7 @@ TEST_F(Removal, RemovesNamesOfAnyBytesAtAnyDepthWithFewOpenFiles)
 TEST_F(Removal, RemovesTheRestWhenSomethingCannotBeRemoved)
 {
     {
-        const OrdinaryUser user(mFolder.path());
+        const OrdinaryUser user{mFolder.path()};
         // Folders that are closed meanwhile, because others below them are open, are listed anew.
         for (const char *name : {"folder/a", "folder/b/c", "folder/d"}) {
             makeFolder(name);

@@ -6,21 +6,22 @@
 #include <QFile>
 
 #ifdef Q_OS_LINUX
+#include <initializer_list>
 #include <unistd.h>
 
 namespace Vyn::Test {
 
 /// While one exists, the process of root is that of a user who has no special rights and owns
-/// \a folder. No effect when the user is not root.
+/// \a folders. No effect when the user is not root.
 class OrdinaryUser {
 public:
-    static constexpr uid_t kId = 65534;
-
-    explicit OrdinaryUser(const QString &folder)
+    OrdinaryUser(std::initializer_list<QString> folders)
     {
         if (mIsRoot) {
-            [[maybe_unused]] const int given =
-                chown(QFile::encodeName(folder).constData(), kId, static_cast<gid_t>(-1));
+            for (const QString &folder : folders) {
+                [[maybe_unused]] const int given =
+                    chown(QFile::encodeName(folder).constData(), kId, static_cast<gid_t>(-1));
+            }
             [[maybe_unused]] const int changed = seteuid(kId);
         }
     }
@@ -32,7 +33,11 @@ public:
     }
     Q_DISABLE_COPY_MOVE(OrdinaryUser)
 
+    bool isAnother() const { return mIsRoot; }
+
 private:
+    static constexpr uid_t kId = 65534;
+
     bool mIsRoot = geteuid() == 0;
 };
 

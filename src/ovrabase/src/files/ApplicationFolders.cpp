@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "files/Entries_p.h"
+#include "files/OwnFolder_p.h"
 #include "files/Removal_p.h"
 #include "logging/LogSite_p.h"
 
@@ -30,30 +31,44 @@ QString systemTemporaryPath()
     return QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::TempLocation));
 }
 
-/// Returns an empty path, too, when the system has no folder for it.
-QString applicationTemporaryPath()
+/// Without a name, or with one like "..", the folder of the application is everybody's.
+bool isInside(const QString &path, const QString &folder)
 {
-    const QString system = systemTemporaryPath();
-    return system.isEmpty() ? system
-                            : QDir::cleanPath(system + u'/' + QCoreApplication::applicationName());
+    return path.startsWith(folder + u'/');
 }
 
-/// Returns the path of \a name in the application's temporary folder, which is made if needed; an
-/// empty path when it cannot be anywhere.
-QString inApplicationTemporaryFolder(const QString &name)
+/// Returns the application's temporary folder, which is made if needed. The path is empty when the
+/// system has no place for it.
+os::OwnFolder applicationTemporaryFolder()
 {
-    const QString folder = applicationTemporaryPath();
-    if (folder.isEmpty()) {
+    const QString system = systemTemporaryPath();
+    if (system.isEmpty()) {
         return {};
     }
-    QDir().mkpath(folder);
-    return folder + u'/' + name;
+    const QString path = QDir::cleanPath(system + u'/' + QCoreApplication::applicationName());
+    if (isInside(path, system)) {
+        return os::makeOwnFolder(system, path.sliced(system.size() + 1));
+    }
+    QDir().mkpath(path);
+    return {path, true};
 }
 
 [[noreturn]] void failToCreate(const QString &path)
 {
     fail<Exception::FolderCreationException>(
         kNoTemporaryFolder, QStringLiteral("Could not create temporary dir"), path);
+}
+
+/// Returns the path of \a name in the application's temporary folder, which is made if needed.
+/// Throws FolderCreationException when there is none for this user.
+QString inApplicationTemporaryFolder(const QString &name)
+{
+    const os::OwnFolder folder = applicationTemporaryFolder();
+    QString path = folder.path.isEmpty() ? QString() : folder.path + u'/' + name;
+    if (!folder.isOwn) {
+        failToCreate(path);
+    }
+    return path;
 }
 
 QString defaultTemplate()
@@ -97,31 +112,34 @@ QString FileUtils::createApplicationTemporaryDir()
 
 void FileUtils::clearApplicationTemporaryDir()
 {
-    const QString folder = applicationTemporaryPath();
-    // Without a name, or with one like "..", this would be everybody's folder.
-    if (folder.startsWith(systemTemporaryPath() + u'/')) {
-        removeFolder(folder);
+    const os::OwnFolder folder = applicationTemporaryFolder();
+    if (folder.isOwn && isInside(folder.path, systemTemporaryPath())) {
+        removeFolder(folder.path);
     }
 }
 
+// The static objects of these functions are never destroyed: destructors of other static objects
+// may still call.
+
 QString FileUtils::getAppDataAbsolutePath(const QString &path)
 {
-    static const QString base = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    static const auto &base =
+        *new QString(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     return QFileInfo(path).isRelative() ? QDir(base).absoluteFilePath(path) : path;
 }
 
 QString FileUtils::getDocumentsAbsolutePath(const QString &path)
 {
-    static const QString base = QDir::cleanPath(
+    static const auto &base = *new QString(QDir::cleanPath(
         QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + u'/' +
-        QCoreApplication::organizationName() + u'/' + QCoreApplication::applicationName());
+        QCoreApplication::organizationName() + u'/' + QCoreApplication::applicationName()));
     return QFileInfo(path).isRelative() ? QDir(base).absoluteFilePath(path) : path;
 }
 
 const QString &FileUtils::safeApplicationDirPath()
 {
-    static QMutex mutex;
-    static QString path;
+    static auto &mutex = *new QMutex;
+    static auto &path = *new QString;
     const QMutexLocker lock(&mutex);
     if (path.isEmpty() && QCoreApplication::instance() != nullptr) {
         path = QCoreApplication::applicationDirPath();
@@ -142,7 +160,7 @@ QString FileUtils::ensureFileIsOnDisk(const QString &pathOrUrl)
     const QString source =
         pathOrUrl.startsWith(QLatin1String("qrc")) ? pathOrUrl.sliced(3) : pathOrUrl;
     const QString folder = inApplicationTemporaryFolder(QStringLiteral("external_files"));
-    if (folder.isEmpty() || !makeFolder(folder)) {
+    if (!makeFolder(folder)) {
         failToCreate(folder);
     }
     for (;;) {

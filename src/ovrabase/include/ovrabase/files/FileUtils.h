@@ -210,7 +210,8 @@ public:
     /// Links are removed and not followed, inside and as \a path itself. Nothing outside of the
     /// folder is removed, even if links take the place of folders during the call.
     ///
-    /// \throws Exception::FolderDeletionException  something cannot be removed; the rest is removed.
+    /// \throws Exception::FolderDeletionException  something cannot be removed; the rest is
+    /// removed.
     static void removeDirRecursiveIfItExists(const QString &path);
     /// Removes the file or link \a path. A missing one is not an error.
     ///
@@ -219,15 +220,21 @@ public:
 
     /// @}
     /// \name Application folders
-    /// Those of data and documents are computed on first use and kept.
+    /// The application's temporary folder is the folder with the application's name in the system's
+    /// temporary folder. All instances of the application that one user runs share it; nobody else
+    /// has access to it on Linux (mode 0700). If something of that name belongs to another user, is
+    /// a link, or is a folder that others may write to, "<name>-<user id>" takes its place in all
+    /// functions. On Windows the system's temporary folder is the user's own. Without an
+    /// application name, the application's temporary folder is the system's.
     /// @{
 
-    /// Makes a folder inside the application's temporary folder that disappears with the returned
-    /// object. Its name is \a nameTemplate with random characters for the last six X; without them
-    /// they are appended.
+    /// Makes a folder in the application's temporary folder, which is removed with the returned
+    /// object. Its name is \a nameTemplate with random characters for the last six X; a template
+    /// without them gets them appended.
     ///
     /// \throws Exception::FolderCreationException  names the path that was tried.
     static QTemporaryDir createTemporaryDir(const QString &nameTemplate);
+    /// Calls createTemporaryDir("XXXXXX").
     static QTemporaryDir createTemporaryDir();
     /// Returns the absolute path of the entry \a name of the application's temporary folder. When
     /// it is missing, makes a folder as createTemporaryDir() does, which stays until
@@ -235,18 +242,22 @@ public:
     ///
     /// \throws Exception::FolderCreationException  names the path that was tried.
     static QString createApplicationTemporaryDir(const QString &name);
+    /// Calls createApplicationTemporaryDir("XXXXXX").
     static QString createApplicationTemporaryDir();
-    /// Removes the application's temporary folder. Does nothing without an application name, where
-    /// that folder is the system's.
+    /// Removes the application's temporary folder with its content, also what other instances of
+    /// the application have in it. What cannot be removed stays, without an error. Does nothing
+    /// without an application name, when that folder is the system's.
     static void clearApplicationTemporaryDir();
 
-    /// Resolves a relative \a path against the application's data folder. Creates nothing.
+    /// Resolves a relative \a path against the application's data folder, which is computed on the
+    /// first call and kept. Returns an absolute \a path unchanged. Creates nothing.
     static QString getAppDataAbsolutePath(const QString &path);
-    /// Resolves a relative \a path against documents/organisation/application. Creates nothing.
+    /// Resolves a relative \a path against documents/organisation/application, which is computed on
+    /// the first call and kept. Returns an absolute \a path unchanged. Creates nothing.
     Q_INVOKABLE static QString getDocumentsAbsolutePath(const QString &path);
-    /// Returns the folder of the program, empty as long as there is no application object. The
-    /// first call with one fills in the string: a reference from an earlier call must not be read
-    /// then.
+    /// Returns the folder of the program; empty as long as there is no application object. The
+    /// first call with an application object changes the string: no other thread may read a
+    /// reference from an earlier call at that moment.
     static const QString &safeApplicationDirPath();
 
     /// Returns a local path for \a pathOrUrl: a plain path and a "file" url come back as they are,

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "files/OwnFolder_p.h"
+
+#include <QFile>
+#include <QStringList>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Vyn::OvraBase::os {
+namespace {
+
+/// Returns false if \a path, or a folder on the way to it from \a base, is not this user's alone.
+bool makeOwn(const QString &base, const QString &name)
+{
+    QString path = base;
+    for (const QString &component : name.split(u'/')) {
+        path += u'/' + component;
+        const QByteArray native = QFile::encodeName(path);
+        ::mkdir(native.constData(), S_IRWXU);
+        struct stat entry {};
+        if (::lstat(native.constData(), &entry) != 0) {
+            return true; // creating something in it fails
+        }
+        const bool isFolder = S_ISDIR(entry.st_mode);
+        if (S_ISLNK(entry.st_mode) || entry.st_uid != ::geteuid() ||
+            (isFolder && (entry.st_mode & (S_IWGRP | S_IWOTH)) != 0)) {
+            return false;
+        }
+        if (isFolder) {
+            ::chmod(native.constData(), S_IRWXU); // made by somebody with another mask
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+OwnFolder makeOwnFolder(const QString &base, const QString &name)
+{
+    if (makeOwn(base, name)) {
+        return {base + u'/' + name, true};
+    }
+    const QString another = name + u'-' + QString::number(::geteuid());
+    return {base + u'/' + another, makeOwn(base, another)};
+}
+
+} // namespace Vyn::OvraBase::os
