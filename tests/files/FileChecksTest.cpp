@@ -4,9 +4,12 @@
 #include "support/FolderTest.h"
 
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QUrl>
 
+#include <atomic>
+#include <thread>
 #include <tuple>
 
 namespace Vyn::OvraBase {
@@ -68,10 +71,32 @@ TEST_F(FileChecks, WhatIsMissingIsAsWritableAsItsNearestAncestor)
     EXPECT_TRUE(FileUtils::isWritable(u"missing/below/the/current/folder"_s));
     EXPECT_FALSE(FileUtils::isWritable(QString()));
 #ifdef Q_OS_WIN
-    EXPECT_FALSE(FileUtils::isWritable(u"Q:/no/such/drive"_s));
+    for (const QString &missing : {u"Q:/no/such/drive"_s, u"//nohost/share/x"_s,
+             u"//nohost/share/x/y"_s, u"//nohost/share"_s, u"\\\\nohost\\share\\x"_s}) {
+        EXPECT_FALSE(FileUtils::isWritable(missing)) << missing.toStdString();
+    }
 #else
     EXPECT_FALSE(FileUtils::isWritable(u"/proc/sys/missing/file"_s));
 #endif
+}
+
+TEST_F(FileChecks, CheckDoesNotCreateAFileThatVanishes)
+{
+    const QString file = path("file");
+    std::atomic<bool> isOver = false;
+    std::thread checks([&] {
+        while (!isOver) {
+            FileUtils::checkFileCanBeOpened(file);
+        }
+    });
+    int createdByOthers = 0;
+    for (QDeadlineTimer end(1'000); !end.hasExpired() && createdByOthers == 0;) {
+        createdByOthers += QFile(file).open(QFile::WriteOnly | QFile::NewOnly) ? 0 : 1;
+        QFile::remove(file);
+    }
+    isOver = true;
+    checks.join();
+    EXPECT_EQ(createdByOthers, 0);
 }
 
 TEST_F(FileChecks, KnowsRelativeUrls)

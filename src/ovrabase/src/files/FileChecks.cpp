@@ -14,13 +14,21 @@
 namespace Vyn::OvraBase {
 namespace {
 
-/// Above this size an ancestor is looked for in big steps.
-constexpr qsizetype kLongPath = 1000;
-
 /// Applies \a test to the path of a local \a url.
 bool ofLocalFile(const QUrl &url, bool (*test)(const QString &))
 {
     return url.isLocalFile() && test(url.toLocalFile());
+}
+
+/// Returns the size of "/", "C:/" or "//server/share" at the beginning of \a path, or -1 when \a
+/// path is a server or a share itself.
+qsizetype sizeOfRoot(const QString &path)
+{
+    if (path.startsWith(QLatin1String("//"))) {
+        const qsizetype endOfServer = path.indexOf(u'/', 2);
+        return endOfServer < 0 ? -1 : path.indexOf(u'/', endOfServer + 1);
+    }
+    return path.indexOf(u'/') + 1;
 }
 
 } // namespace
@@ -67,32 +75,21 @@ bool FileUtils::isReadable(const QUrl &url)
 
 bool FileUtils::isWritable(const QString &path)
 {
-    if (path.isEmpty()) {
-        return false;
+    const QFileInfo entry(path);
+    if (path.isEmpty() || entry.exists()) {
+        return entry.isWritable();
     }
-    QString current = path;
-    for (;;) {
-        const QFileInfo entry(current);
-        if (entry.exists()) {
-            return entry.isWritable();
+    // From the root down: the paths that the system is asked for stay short, whatever is missing.
+    const QString absolute = QDir::cleanPath(entry.absoluteFilePath());
+    QFileInfo nearest;
+    for (qsizetype end = sizeOfRoot(absolute); end > 0; end = absolute.indexOf(u'/', end + 1)) {
+        const QFileInfo ancestor(absolute.left(end));
+        if (!ancestor.exists()) {
+            break;
         }
-        if (entry.isRoot()) {
-            return false;
-        }
-        QString parent = entry.absolutePath();
-        if (parent.size() > kLongPath) {
-            // What is below a missing folder is missing: go half of the way at once.
-            const QString middle = parent.left(parent.lastIndexOf(u'/', parent.size() / 2));
-            if (!middle.isEmpty() && !QFileInfo::exists(middle)) {
-                parent = middle;
-            }
-        }
-        // The first parent of a relative path may be longer; from there on each is shorter.
-        if (parent.isEmpty() || (entry.isAbsolute() && parent.size() >= current.size())) {
-            return false;
-        }
-        current = parent;
+        nearest = ancestor;
     }
+    return nearest.isWritable();
 }
 
 bool FileUtils::isWritable(const QUrl &url)
@@ -142,7 +139,9 @@ bool FileUtils::checkFileCanBeOpened(const QString &path)
         return false;
     }
     QFile file(path);
-    return (entry.isWritable() && file.open(QIODevice::ReadWrite | QIODevice::Append)) ||
+    // The file may vanish here: it must not be created again.
+    return (entry.isWritable() &&
+               file.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::ExistingOnly)) ||
            file.open(QIODevice::ReadOnly);
 }
 

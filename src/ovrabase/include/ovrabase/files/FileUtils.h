@@ -72,36 +72,48 @@ public:
 
     /// @}
     /// \name File checks
-    /// Links are followed. The forms for urls answer false for what is not a local file.
+    /// Links are followed. The forms for urls answer false for a url that is not a local file, and
+    /// otherwise what the forms for paths answer.
     /// @{
 
-    /// Tells whether there is anything at the path; the next three, whether it is a file, is a
-    /// folder, may be read.
+    /// Returns true if \a path exists; a dangling link does not.
     static bool exists(const QString &path);
+    /// See exists(const QString &).
     static bool exists(const QUrl &url);
+    /// Returns true if \a path is a regular file.
     static bool isFile(const QString &path);
+    /// See isFile(const QString &).
     static bool isFile(const QUrl &url);
+    /// Returns true if \a path is a folder.
     static bool isFolder(const QString &path);
+    /// See isFolder(const QString &).
     static bool isFolder(const QUrl &url);
+    /// Returns true if \a path exists and may be read.
     static bool isReadable(const QString &path);
+    /// See isReadable(const QString &).
     static bool isReadable(const QUrl &url);
-    /// Tells whether \a path, or its nearest ancestor that exists, is writable. False when no
-    /// ancestor exists, and for an empty path.
+    /// Returns true if \a path, or else its nearest ancestor that exists, is writable. Returns
+    /// false if not even the root of \a path exists (a missing drive or server), and for an empty
+    /// path.
     static bool isWritable(const QString &path);
+    /// See isWritable(const QString &).
     static bool isWritable(const QUrl &url);
-    /// Tells whether \a path itself exists and is both.
+    /// Returns true if \a path exists and may be read and written. Ancestors do not count.
     static bool isReadableAndWritable(const QString &path);
+    /// See isReadableAndWritable(const QString &).
     static bool isReadableAndWritable(const QUrl &url);
-    /// Tells whether \a path is a folder with an entry that is not hidden.
+    /// Returns true if \a path is a folder with an entry that is not hidden.
     static bool isNonEmptyFolder(const QString &path);
+    /// See isNonEmptyFolder(const QString &).
     static bool isNonEmptyFolder(const QUrl &url);
 
-    /// Tells whether \a url is relative, or a "file" url with a relative path.
+    /// Returns true if \a url is relative, or is a "file" url with a relative path.
     static bool isRelativeFilePath(const QUrl &url);
-    /// Tells whether \a a was modified after \a b. False when either is missing.
+    /// Returns true if \a a was modified after \a b, and false if either is missing.
     static bool isFileMoreRecentThan(const QString &a, const QString &b);
-    /// Tells whether \a path is a file that opens, be it only for reading. Looks at the real access
-    /// rights (on Windows they cost more time than the attributes do) and writes nothing.
+    /// Returns true if \a path is a file that can be opened, at least for reading. The file is
+    /// opened and closed; nothing is created or written. On Windows this looks at the access
+    /// rights, which takes longer than looking at the attributes.
     static bool checkFileCanBeOpened(const QString &path);
 
     /// @}
@@ -124,19 +136,24 @@ public:
 
     /// @}
     /// \name File names
+    /// The rules are those of Windows, on every system.
     /// @{
 
-    /// Tells whether Windows accepts \a name for a file: no forbidden character up to the first
-    /// NUL, and no reserved device name before the last dot. An empty name passes.
+    /// Returns true if \a name has no forbidden character and is not a reserved device name. Only
+    /// the text up to the first NUL is checked for characters, and only the text before the last
+    /// dot for device names. An empty name is valid.
     static bool isValidFileName(const QString &name);
-    /// Returns \a name up to its first NUL with "x" for every forbidden character, behind a "_"
-    /// when it is a reserved device name; the translated word "file" for an empty \a name.
+    /// Returns \a name up to its first NUL, with "x" for every forbidden character, and with "_" in
+    /// front of a reserved device name. Returns the translated word "file" for an empty \a name.
     static QString ensureValidFileName(const QString &name);
 
-    /// Returns a path in \a folder at which no file stands: "baseName.extension" or, when it is
-    /// taken, "baseName_001.extension" and so on. The numbering goes on from a \a baseName that
-    /// ends in "_" and exactly three digits; the first candidate drops them. Nothing is created:
-    /// two callers can receive the same name.
+    /// Returns the first of these paths in \a folder that is not an existing file:
+    /// "baseName.extension", "baseName_001.extension", "baseName_002.extension" and so on. A folder
+    /// counts as free.
+    ///
+    /// A \a baseName that ends in "_" and exactly three digits continues its numbering: "a_009"
+    /// gives "a.extension", then "a_010.extension". Creates nothing: two callers can receive the
+    /// same path. Takes time in proportion to the number of names that are taken.
     static QString getUniqueFileName(
         const QString &folder, const QString &baseName, const QString &extension);
 
@@ -144,32 +161,35 @@ public:
     /// \name Reading and writing
     /// @{
 
-    /// Returns the paths of the files in \a folder that match one of the wildcards \a nameFilters
-    /// (all when there are none), unsorted and without hidden ones. Linked folders are not entered.
+    /// Returns the paths of the files in \a folder, and for Recursion::Recursive in its
+    /// sub-folders, whose names match one of the wildcards \a nameFilters; of all files if there
+    /// are no filters. The paths are not sorted. Hidden files and folders are left out, and links
+    /// to folders are not followed.
     static std::vector<QString> folderParseFiles(
         const QString &folder, const QList<QString> &nameFilters, Recursion recursion);
 
-    /// On Windows, gives \a path the attribute "hidden" and takes all others from it; a path that
-    /// is not ASCII may be missed. Does nothing elsewhere.
+    /// On Windows, sets the attribute "hidden" of \a path and clears all others. A path that is not
+    /// ASCII may be missed. Does nothing on other systems.
     static void hideFileOnWindows(const QString &path);
 
     /// Returns the content of a file.
     ///
-    /// \throws Exception::InvalidArgumentException  there is no file at \a path.
-    /// \throws Exception::FileOpenException  it does not open.
-    /// \throws Exception::FileReadingException  it opens but cannot be read to its end.
+    /// \throws Exception::InvalidArgumentException  \a path is not a file.
+    /// \throws Exception::FileOpenException  the file cannot be opened.
+    /// \throws Exception::FileReadingException  the file cannot be read to its end.
     static QByteArray loadBinaryFile(const QString &path);
-    /// Returns the text of a file with "\n" line ends. A byte-order mark tells the encoding;
+    /// Returns the text of a file, with "\n" as line ends. A byte-order mark tells the encoding;
     /// without one it is UTF-8. Throws what loadBinaryFile() throws.
     static QString loadTextFileToQString(const QString &path);
-    /// Writes \a text to \a path as UTF-8 with the system's line ends, over what is there. Returns
-    /// whether all of it arrived; when not, the file may hold a part.
+    /// Writes \a text to the file \a path as UTF-8 with the system's line ends; an existing file is
+    /// overwritten. Returns true if the whole text was written; otherwise the file may have a part.
     static bool saveTextToFile(const QString &text, const QString &path);
 
-    /// Makes the folder \a path and its parents. Returns whether it is there now; an empty \a path
-    /// is the current folder.
+    /// Makes the folder \a path and its parents if they are missing. Returns true if \a path is a
+    /// folder then. An empty \a path is the current folder.
     static bool makeFolder(const QString &path);
-    /// Makes an empty file when \a path is missing, and leaves any content alone.
+    /// Creates the empty file \a path if it is missing, and does not change an existing one.
+    /// Failures are ignored.
     static void touch(const QString &path);
 
     /// @}
