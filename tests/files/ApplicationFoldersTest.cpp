@@ -213,6 +213,27 @@ TEST_F(ApplicationFolders, BringsOtherFilesOntoTheDisk)
     }
 }
 
+TEST_F(ApplicationFolders, CopiesTakeTheFirstNameThatIsFree)
+{
+    ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
+    const QString folder = path("tmp/an app/external_files/");
+    const auto expectNext = [&](const QString &name) {
+        EXPECT_EQ(
+            FileUtils::ensureFileIsOnDisk(u"qrc:/ovrabase-test/resources.qrc"_s), folder + name);
+    };
+    for (int i = 0; i < 3; ++i) {
+        for (const QString &name :
+            {u"resources.qrc"_s, u"resources_001.qrc"_s, u"resources_002.qrc"_s}) {
+            expectNext(name);
+        }
+        FileUtils::removeFileIfItExists(folder + u"resources_001.qrc"_s);
+        expectNext(u"resources_001.qrc"_s);
+        FileUtils::touch(folder + u"resources_003.qrc"_s);
+        expectNext(u"resources_004.qrc"_s);
+        FileUtils::clearApplicationTemporaryDir();
+    }
+}
+
 TEST_F(ApplicationFolders, KnowsTheFoldersOfTheApplication)
 {
     EXPECT_EQ(kEarlyApplicationDir, QString());

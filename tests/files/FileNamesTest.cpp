@@ -61,5 +61,41 @@ TEST_F(FileNames, GivesUniqueNames)
     }
 }
 
+TEST_F(FileNames, FindsTheFirstFreeNameAmongMany)
+{
+    const auto unique = [&](const QString &baseName = u"img"_s) {
+        return QDir(mFolder.path())
+            .relativeFilePath(FileUtils::getUniqueFileName(mFolder.path(), baseName, u"png"_s));
+    };
+    makeFolder("sub");
+    for (const QString &stem : {u"img"_s, u"sub/img"_s}) {
+        FileUtils::touch(mFolder.filePath(stem + u".png"_s));
+        for (int i = 1; i <= 300; ++i) {
+            const QString digits = QString::number(i).rightJustified(3, u'0');
+            FileUtils::touch(mFolder.filePath(stem + u'_' + digits + u".png"_s));
+        }
+    }
+    for (const char *alike : {"img_0301.png", "img_301.png.x", "xmg_301.png", "img_3x1.png"}) {
+        write(alike);
+    }
+    EXPECT_EQ(unique(), u"img_301.png"_s);
+    EXPECT_EQ(unique(u"img_200"_s), u"img_301.png"_s);
+    EXPECT_EQ(unique(u"sub/img"_s), u"sub/img_301.png"_s);
+
+    QFile::remove(path("img_250.png"));
+    EXPECT_EQ(unique(), u"img_250.png"_s);
+    EXPECT_EQ(unique(u"img_260"_s), u"img_301.png"_s);
+    makeFolder("img_250.png");
+    EXPECT_EQ(unique(), u"img_250.png"_s);
+#ifndef Q_OS_WIN
+    QDir().rmdir(path("img_250.png"));
+    link("img.png", "img_250.png");
+    EXPECT_EQ(unique(), u"img_301.png"_s);
+    QFile::remove(path("img_250.png"));
+    link("nowhere", "img_250.png");
+    EXPECT_EQ(unique(), u"img_250.png"_s);
+#endif
+}
+
 } // namespace
 } // namespace Vyn::OvraBase

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "files/Entries_p.h"
+#include "files/FileNames_p.h"
+#include "files/FileSystem_p.h"
 #include "files/OwnFolder_p.h"
 #include "files/Removal_p.h"
 #include "logging/LogSite_p.h"
@@ -16,6 +18,11 @@
 #include <QMutex>
 #include <QStandardPaths>
 #include <QUrl>
+
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <system_error>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -69,6 +76,68 @@ QString inApplicationTemporaryFolder(const QString &name)
         failToCreate(path);
     }
     return path;
+}
+
+/// The number that the copies of each file have reached in one folder, so that not every copy asks
+/// for all names again.
+///
+/// The numbers are valid until something else adds or removes an entry. To notice that within the
+/// resolution of the file system's clock too, the folder's modification time is set back after each
+/// file: every other change sets it to another time.
+class ReachedNumbers {
+public:
+    /// Makes and opens \a file in \a folder, with the first of \a names that is free.
+    bool create(QFile &file, const QString &folder, const NumberedNames &names)
+    {
+        const QMutexLocker lock(&mMutex);
+        const std::filesystem::path native = os::nativePath(folder);
+        std::error_code error;
+        if (std::filesystem::last_write_time(native, error) != mMark) {
+            mNext.clear();
+        }
+        qint64 &next = mNext.insert({names.path(names.first()), names.first()}).first->second;
+        for (;; ++next) {
+            next = names.firstFree(next);
+            file.setFileName(names.path(next));
+            if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
+                break;
+            }
+            if (!FileUtils::isFile(file.fileName())) {
+                return false;
+            }
+        }
+        ++next;
+        using namespace std::chrono_literals;
+        std::filesystem::last_write_time(native, decltype(mMark)::clock::now() - 1h, error);
+        if (error) {
+            mNext.clear();
+        }
+        mMark = std::filesystem::last_write_time(native, error);
+        return true;
+    }
+
+private:
+    QMutex mMutex;
+    std::map<QString, qint64> mNext; ///< by the path without a number
+    std::filesystem::file_time_type mMark;
+};
+
+/// Copies all of \a from to the new file \a to, which is removed on failure. Unlike QFile::copy()
+/// it does not wait for the disk: a temporary file does not outlive the system.
+bool copyContent(QFile &from, QFile &to)
+{
+    QByteArray piece;
+    do {
+        constexpr qint64 kPiece = 64 * 1024;
+        piece = from.read(kPiece);
+    } while (!piece.isEmpty() && to.write(piece) == piece.size());
+    to.setPermissions(from.permissions());
+    to.close();
+    if (piece.isEmpty() && from.error() == QFile::NoError && to.error() == QFile::NoError) {
+        return true;
+    }
+    to.remove();
+    return false;
 }
 
 QString defaultTemplate()
@@ -163,18 +232,16 @@ QString FileUtils::ensureFileIsOnDisk(const QString &pathOrUrl)
     if (!makeFolder(folder)) {
         failToCreate(folder);
     }
-    for (;;) {
-        QString target =
-            getUniqueFileName(folder, getBaseName(pathOrUrl), getFilePathExtension(pathOrUrl));
-        if (canBePath(source) && QFile::copy(source, target)) {
-            return target;
-        }
-        // Another caller may have taken the name meanwhile.
-        if (!isFile(target)) {
-            fail<Exception::FileCopyException>(
-                kNotBroughtToDisk, QStringLiteral("Failed to copy non-local file"), pathOrUrl);
-        }
+    QFile from(source);
+    QFile to;
+    const NumberedNames names(folder, getBaseName(pathOrUrl), getFilePathExtension(pathOrUrl));
+    static auto &reached = *new ReachedNumbers;
+    if (!isFile(source) || !from.open(QIODevice::ReadOnly) || !reached.create(to, folder, names) ||
+        !copyContent(from, to)) {
+        fail<Exception::FileCopyException>(
+            kNotBroughtToDisk, QStringLiteral("Failed to copy non-local file"), pathOrUrl);
     }
+    return to.fileName();
 }
 
 } // namespace Vyn::OvraBase

@@ -1,13 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
+#include "files/FileListing_p.h"
+#include "files/FileNames_p.h"
+#include "files/FileSystem_p.h"
+
 #include <ovrabase/files/FileUtils.h>
 
-#include <QDir>
 #include <QStringView>
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -53,6 +60,66 @@ bool endsWithNumber(QStringView name)
     return tail.front() == u'_' && std::all_of(tail.begin() + 1, tail.end(), isDigit);
 }
 
+/// The numbers of those files whose names differ in the number only, as far as a listing of their
+/// folder has been read.
+class ListedNumbers {
+public:
+    ListedNumbers(const QString &folder, const QString &beforeNumber, const QString &afterNumber)
+        : mListing(folder)
+        , mBefore(os::nativePath(beforeNumber).native())
+        , mAfter(os::nativePath(afterNumber).native())
+    {
+    }
+
+    void readOn(int entries)
+    {
+        os::FileListing::Name name;
+        for (int i = 0; i < entries && mListing.next(name); ++i) {
+            if (const std::size_t number = numberIn(name); number != kNone) {
+                mNumbers.resize(std::max(mNumbers.size(), number + 1));
+                mNumbers[number] = true;
+            }
+        }
+    }
+
+    bool contains(qint64 number) const
+    {
+        const auto index = static_cast<std::size_t>(number);
+        return index < mNumbers.size() && mNumbers[index];
+    }
+
+private:
+    using NameView = std::basic_string_view<os::FileListing::Name::value_type>;
+    static constexpr std::size_t kNone = ~std::size_t{0};
+
+    std::size_t numberIn(NameView name) const
+    {
+        if (name.size() < mBefore.size() + kNumberDigits + mAfter.size() ||
+            !name.starts_with(mBefore) || !name.ends_with(mAfter)) {
+            return kNone;
+        }
+        const NameView digits =
+            name.substr(mBefore.size(), name.size() - mBefore.size() - mAfter.size());
+        constexpr std::size_t kMostDigits = 6; // bounds the memory; greater numbers are asked for
+        if (digits.size() > kMostDigits || (digits.size() > kNumberDigits && digits[0] == '0')) {
+            return kNone; // not spelled as the numbers are here
+        }
+        std::size_t number = 0;
+        for (const auto digit : digits) {
+            if (digit < '0' || digit > '9') {
+                return kNone;
+            }
+            number = 10 * number + static_cast<std::size_t>(digit - '0');
+        }
+        return number;
+    }
+
+    os::FileListing mListing;
+    os::FileListing::Name mBefore;
+    os::FileListing::Name mAfter;
+    std::vector<bool> mNumbers;
+};
+
 } // namespace
 
 bool FileUtils::isValidFileName(const QString &name)
@@ -77,21 +144,60 @@ QString FileUtils::ensureValidFileName(const QString &name)
 QString FileUtils::getUniqueFileName(
     const QString &folder, const QString &baseName, const QString &extension)
 {
-    QString stem = baseName;
-    qint64 number = 1;
-    if (endsWithNumber(baseName)) {
-        number = QStringView(baseName).last(kNumberDigits).toInt() + 1;
-        stem.chop(kNumberDigits + 1);
-    }
+    const NumberedNames names(folder, baseName, extension);
+    return names.path(names.firstFree(names.first()));
+}
 
-    const QDir dir(folder);
-    const QString end = u'.' + extension;
-    QString candidate = dir.filePath(stem + end);
-    for (; isFile(candidate); ++number) {
-        const QString digits = QString::number(number).rightJustified(kNumberDigits, u'0');
-        candidate = dir.filePath(stem + u'_' + digits + end);
+NumberedNames::NumberedNames(
+    const QString &folder, const QString &baseName, const QString &extension)
+    : mFolder(folder)
+    , mStem(baseName)
+    , mEnd(u'.' + extension)
+{
+    if (endsWithNumber(baseName)) {
+        mStart = QStringView(baseName).last(kNumberDigits).toInt() + 1;
+        mStem.chop(kNumberDigits + 1);
     }
-    return candidate;
+}
+
+QString NumberedNames::path(qint64 number) const
+{
+    if (number < mStart) {
+        return mFolder.filePath(mStem + mEnd);
+    }
+    const QString digits = QString::number(number).rightJustified(kNumberDigits, u'0');
+    return mFolder.filePath(mStem + u'_' + digits + mEnd);
+}
+
+bool NumberedNames::isInFolder() const
+{
+    const QString name = QDir::fromNativeSeparators(mStem + mEnd);
+    return QDir::isRelativePath(name) && !name.contains(u'/');
+}
+
+qint64 NumberedNames::firstFree(qint64 number) const
+{
+    // Few names are found faster without a listing. Listing an entry takes about a tenth of asking
+    // for a name, so a folder full of other files makes this at most a few times slower.
+    constexpr int kTestsBeforeListing = 32;
+    constexpr int kListedPerTest = 32;
+    std::optional<ListedNumbers> listed;
+    for (int tests = 0;; ++number) {
+        if (number >= mStart && listed && listed->contains(number)) {
+            continue;
+        }
+        // A listing tells which names are taken and never that one is free: file systems may fold
+        // letter case, and a file may be new.
+        if (!FileUtils::isFile(path(number))) {
+            return number;
+        }
+        if (++tests == kTestsBeforeListing && isInFolder()) {
+            listed.emplace(mFolder.path(), mStem + u'_', mEnd);
+        }
+        if (listed) {
+            listed->readOn(kListedPerTest);
+        }
+    }
 }
 
 } // namespace Vyn::OvraBase

@@ -280,9 +280,10 @@ public:
     /// reference from an earlier call at that moment.
     static const QString &safeApplicationDirPath();
 
-    /// Returns a local path for \a pathOrUrl: a plain path and a "file" url come back as they are,
-    /// anything else (a "qrc" url, but also a path with a drive letter) is copied into the folder
-    /// "external_files" of the application's temporary folder.
+    /// Returns a local path for \a pathOrUrl. A plain path and a "file" url are returned unchanged.
+    /// Anything else, for example a "qrc" url, but also a path with a drive letter, is copied into
+    /// the folder "external_files" of the application's temporary folder. Every call makes another
+    /// copy, under the first free name as getUniqueFileName() counts.
     ///
     /// \throws Exception::FileCopyException  names \a pathOrUrl.
     /// \throws Exception::FolderCreationException  names the folder that was tried.
