@@ -27,9 +27,6 @@ std::filesystem::path nativePath(const QString &path);
 /// Gives \a path the Windows attribute "hidden" and no other.
 void hideFile(const QString &path);
 
-/// Removes a file that the system keeps because it is read-only. Without success it still is.
-bool removeReadOnly(const QString &path);
-
 /// Copies the file \a from to \a to, where nothing is yet. Returns whether that succeeded; if not,
 /// a part may be there.
 bool copyFile(const QString &from, const QString &to);

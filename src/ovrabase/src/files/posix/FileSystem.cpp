@@ -18,11 +18,6 @@ std::filesystem::path nativePath(const QString &path)
 
 void hideFile(const QString & /*path*/) {}
 
-bool removeReadOnly(const QString & /*path*/)
-{
-    return false; // it was not for that
-}
-
 bool copyFile(const QString &from, const QString &to)
 {
     // Qt's copy waits until the disk has each file, which is most of its time for small ones.

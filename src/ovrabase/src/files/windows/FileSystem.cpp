@@ -61,21 +61,6 @@ std::filesystem::path nativePath(const QString &path)
     return native.toStdWString();
 }
 
-bool removeReadOnly(const QString &path)
-{
-    const std::filesystem::path name = nativePath(path);
-    const DWORD before = ::GetFileAttributesW(name.c_str());
-    if (before == INVALID_FILE_ATTRIBUTES || (before & FILE_ATTRIBUTE_READONLY) == 0 ||
-        !::SetFileAttributesW(name.c_str(), before & ~DWORD{FILE_ATTRIBUTE_READONLY})) {
-        return false;
-    }
-    const bool isGone = ::DeleteFileW(name.c_str()) != 0;
-    if (!isGone) {
-        ::SetFileAttributesW(name.c_str(), before);
-    }
-    return isGone;
-}
-
 bool copyFile(const QString &from, const QString &to)
 {
     const std::filesystem::path source = nativePath(from);
