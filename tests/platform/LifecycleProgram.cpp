@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Objects that lose their last owner before, at and after the end of the application object: each
-// dies once. The process ends with 0 when all is as it should be.
+// dies once, and while the GUI is there if it had to wait. The process ends with 0 when all is as
+// it should be.
 
 #include "support/RecordedLog.h"
 #include "support/Require.h"
@@ -11,9 +12,9 @@
 #include <ovrabase/platform/base.h>
 #include <ovrabase/platform/memory.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QObject>
 
 #include <memory>
@@ -26,9 +27,15 @@ using namespace Vyn::OvraBase;
 using Test::require;
 
 int gDeaths = 0;
+int gDeathsWithGui = 0;
 
 struct Model : QObject {
-    ~Model() override { ++gDeaths; }
+    ~Model() override
+    {
+        ++gDeaths;
+        gDeathsWithGui += QGuiApplication::primaryScreen() ? 1 : 0;
+    }
+    std::shared_ptr<QObject> part;
 };
 
 std::shared_ptr<QObject> makeModel()
@@ -36,11 +43,17 @@ std::shared_ptr<QObject> makeModel()
     return {new Model, QObjectDeleteLater()};
 }
 
+// So many that the test runs into its time limit if each death costs time for all that wait.
+constexpr int kMany = 200'000;
+constexpr int kWaiting = 3 + kMany;
+constexpr int kApplications = 2;
+constexpr int kDeaths = 1 + kApplications * (kWaiting + 1) + 1;
+
 struct LastOwner {
     ~LastOwner()
     {
         model.reset();
-        require(gDeaths == 5, "a static owner's object dies at once");
+        require(gDeaths == kDeaths, "a static owner's object dies at once");
     }
     std::shared_ptr<QObject> model;
 };
@@ -67,17 +80,26 @@ int main(int argc, char **argv)
     require(!registerExternalResource(resource.fileName().sliced(10)), "it is no resource");
     require(log.take().at(0).level == 1, "which is logged as found nowhere");
 
-    std::shared_ptr<QObject> closing;
-    {
-        const QCoreApplication application(argc, argv);
-        makeModel().reset();
-        std::thread([] { makeModel().reset(); }).join();
-        gLastOwner.model = makeModel();
-        closing = makeModel();
-        require(gDeaths == 1, "objects wait for an event loop");
+    for (int i = 1; i <= kApplications; ++i) {
+        std::shared_ptr<QObject> closing;
+        const int before = gDeaths;
+        {
+            const QGuiApplication application(argc, argv);
+            auto *whole = new Model;
+            whole->part = makeModel();
+            QObjectDeleteLater()(whole);
+            std::thread([] { makeModel().reset(); }).join();
+            for (int j = 0; j < kMany; ++j) {
+                makeModel().reset();
+            }
+            closing = makeModel();
+            gLastOwner.model = i == kApplications ? makeModel() : nullptr;
+            require(gDeaths == before, "objects wait for an event loop");
+        }
+        require(gDeaths == before + kWaiting, "what waits dies with the application object");
+        require(gDeathsWithGui == i * kWaiting, "and before the GUI goes");
+        closing.reset();
+        require(gDeaths == before + kWaiting + 1, "after the application an object dies at once");
     }
-    require(gDeaths == 3, "what waits dies with the application object");
-    closing.reset();
-    require(gDeaths == 4, "after the application an object dies at once");
     return 0;
 }

@@ -6,9 +6,11 @@
 #include "logging/LogSite_p.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QMetaObject>
 #include <QObject>
 
+#include <atomic>
 #include <memory>
 #include <typeinfo>
 #include <utility>
@@ -30,6 +32,33 @@ std::function<void(QObject *)> &ownershipHook()
     return hook;
 }
 
+/// Whether objects may wait for the main thread's event loop.
+constinit std::atomic<bool> sMayWait = false;
+/// Whether an object began to wait since this was last cleared.
+constinit std::atomic<bool> sAnyWaits = false;
+
+/// Deletes what still waits, and what that gives up in turn. Deleting the objects one by one would
+/// search the whole event queue for each.
+void deleteWaitingObjects()
+{
+    do {
+        sAnyWaits = false;
+        // The calls queued for the application own the objects of other threads. None of them runs
+        // any more: the application's destructor would drop them too.
+        QCoreApplication::removePostedEvents(QCoreApplication::instance(), QEvent::MetaCall);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    } while (sAnyWaits);
+    sMayWait = false;
+}
+
+/// Runs at the start of each application object. Its post routine runs before the GUI goes.
+void followApplication()
+{
+    sMayWait = true;
+    qAddPostRoutine(deleteWaitingObjects);
+}
+Q_COREAPP_STARTUP_FUNCTION(followApplication)
+
 } // namespace
 
 SharedObjectBase::SharedObjectBase() = default;
@@ -50,11 +79,12 @@ void QObjectDeleteLater::operator()(QObject *object) const
     }
 
     QCoreApplication *application = QCoreApplication::instance();
-    if (!application || QCoreApplication::closingDown()) {
+    if (!application || !sMayWait) {
         delete object;
-    } else if (object->thread() == application->thread()) {
-        // No event loop may run any more: then the object dies with the application object.
-        QObject::connect(application, &QObject::destroyed, object, [object] { delete object; });
+        return;
+    }
+    sAnyWaits = true;
+    if (object->thread() == application->thread()) {
         object->deleteLater();
     } else {
         // The functor owns the object: it also dies if the functor is dropped without a call.

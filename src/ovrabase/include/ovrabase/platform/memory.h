@@ -43,11 +43,12 @@ protected:
 ///     std::shared_ptr<QObject> shared(new Model, QObjectDeleteLater());
 ///
 /// An object of the main thread dies through deleteLater(), any other when the main thread's event
-/// loop next runs, and what is still waiting when the application object is destroyed dies with
-/// it. Without an application object, or while it closes down, the object dies at once on the
-/// calling thread. A parent that deletes the object too is a mistake: an object that has one is
-/// logged as an error and still deleted. Null is ignored. Callable on any thread, as long as the
-/// application object is not being destroyed at the same time. Throws nothing.
+/// loop next runs. The end of the application object first deletes what still waits, in linear
+/// time and while the GUI is there, with all else that deleteLater() was called for. From then on,
+/// and without an application object, an object dies at once on the calling thread. A parent that
+/// deletes the object too is a mistake: an object that has one is logged as an error and still
+/// deleted. Null is ignored. Callable on any thread, as long as the application object is not being
+/// destroyed at the same time. Throws nothing.
 struct QObjectDeleteLater {
     OVRABASE_EXPORT void operator()(QObject *object) const;
 };
