@@ -22,6 +22,7 @@ namespace {
 using Test::Record;
 using Test::RecordedLog;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 TEST(Identity, NamesTheProductAndItsVersion)
@@ -64,6 +65,7 @@ TEST(SharedLibrary, IsFoundBesideTheApplicationByTheFirstTwoPartsOfItsName)
         ASSERT_NE(library, nullptr) << name;
         EXPECT_NE(loadSymbol(library, QStringLiteral("plugInServices")), nullptr);
         EXPECT_EQ(loadSymbol(library, QStringLiteral("noSuchSymbol")), nullptr);
+        EXPECT_EQ(loadSymbol(library, QStringLiteral("noSuchSymbol"), nullptr), nullptr);
         closeSharedLibrary(library);
     }
     EXPECT_THAT(log.records(), IsEmpty());
@@ -108,8 +110,33 @@ TEST(SharedLibrary, IsTheFirstMatchAndARefusedOneIsNotLogged)
     const Copy sound(plugin, besideTheTests(QStringLiteral("ovrabaseTwice.dll.6")));
     const RecordedLog log;
     EXPECT_EQ(loadSharedLibrary(QStringLiteral("ovrabaseTwice.dll")), nullptr);
-    EXPECT_EQ(loadSharedLibrary(QString()), nullptr) << "the first entry is the folder itself";
     EXPECT_THAT(log.records(), IsEmpty());
+}
+
+TEST(SharedLibrary, SaysWhyItIsNotLoaded)
+{
+    const Copy damaged(
+        QStringLiteral(TEST_RESOURCES), besideTheTests(QStringLiteral("ovrabaseBad.dll")));
+    const auto reasonNotToLoad = [](const char *name) {
+        QString error = QStringLiteral("before");
+        EXPECT_EQ(loadSharedLibrary(QString::fromLatin1(name), &error), nullptr);
+        return error.toStdString();
+    };
+    EXPECT_THAT(reasonNotToLoad("ovrabaseBad"), HasSubstr("ovrabaseBad.dll"));
+    EXPECT_EQ(reasonNotToLoad("ovrabaseNone"), "Failed to retrieve dynamic library: ovrabaseNone");
+    EXPECT_EQ(reasonNotToLoad(""), "Failed to retrieve dynamic library: ");
+
+    QString error = QStringLiteral("before");
+    void *const library = loadSharedLibrary(QStringLiteral("ovrabaseTestPlugin"), &error);
+    EXPECT_EQ(error, QString());
+    const QString symbol = QStringLiteral("noSuchSymbol");
+    for (void *const from : {library, static_cast<void *>(nullptr)}) {
+        EXPECT_EQ(loadSymbol(from, symbol, &error), nullptr);
+        EXPECT_NE(error, QString());
+    }
+    EXPECT_NE(loadSymbol(library, QStringLiteral("plugInServices"), &error), nullptr);
+    EXPECT_EQ(error, QString());
+    closeSharedLibrary(library);
 }
 
 Record resourceRecord(int level, int line, const std::string &message)

@@ -25,20 +25,19 @@ constexpr LogPosition kNoResource{"base.cpp:166 Vyn::OvraBase::registerExternalR
 
 const QString kSharedLibraryExtension = QStringLiteral(".dll");
 
-/// Returns the filter that finds \a name whatever stands behind its second point.
-QString libraryPattern(const QString &name)
-{
-    const QStringList parts = QFileInfo(name).fileName().split(QLatin1Char('.'));
-    return parts.mid(0, 2).join(QLatin1Char('.')) + QLatin1Char('*');
-}
-
-/// Returns the files beside the application that match \a pattern.
-QFileInfoList applicationFiles(const QString &pattern)
+/// Returns the files beside the application that are called \a name, whatever stands behind its
+/// second point.
+QFileInfoList libraryFiles(const QString &name)
 {
     const QString folder = QCoreApplication::applicationDirPath();
-    if (folder.isEmpty()) {
-        return {}; // no application object: QDir would list the current folder
+    const QString fileName = QFileInfo(name).fileName();
+    // Without an application object QDir would list the current folder, and every file would match
+    // an empty name.
+    if (folder.isEmpty() || fileName.isEmpty()) {
+        return {};
     }
+    const QStringList parts = fileName.split(QLatin1Char('.'));
+    const QString pattern = parts.mid(0, 2).join(QLatin1Char('.')) + QLatin1Char('*');
     return QDir(folder).entryInfoList({pattern});
 }
 
@@ -96,18 +95,44 @@ const QString &getSharedLibraryExtension()
 
 void *loadSharedLibrary(const QString &name)
 {
-    const QFileInfoList matches = applicationFiles(libraryPattern(name));
+    return loadSharedLibrary(name, nullptr);
+}
+
+void *loadSharedLibrary(const QString &name, QString *error)
+{
+    QString reason;
+    void *library = nullptr;
+    const QFileInfoList matches = libraryFiles(name);
     if (matches.isEmpty()) {
-        logAt(kNoLibrary, Debug, Logger::Error,
-            QStringLiteral("Failed to retrieve dynamic library: ") + name);
-        return nullptr;
+        reason = QStringLiteral("Failed to retrieve dynamic library: ") + name;
+        logAt(kNoLibrary, Debug, Logger::Error, reason);
+    } else {
+        library = os::openLibrary(matches.first().absoluteFilePath(), reason);
     }
-    return os::openLibrary(matches.first().absoluteFilePath());
+    if (error) {
+        *error = reason;
+    }
+    return library;
 }
 
 void *loadSymbol(void *library, const QString &symbol)
 {
-    return library ? os::findSymbol(library, symbol.toStdString().c_str()) : nullptr;
+    return loadSymbol(library, symbol, nullptr);
+}
+
+void *loadSymbol(void *library, const QString &symbol, QString *error)
+{
+    QString reason;
+    void *address = nullptr;
+    if (library) {
+        address = os::findSymbol(library, symbol.toStdString().c_str(), reason);
+    } else {
+        reason = QStringLiteral("No library to find %1 in").arg(symbol);
+    }
+    if (error) {
+        *error = reason;
+    }
+    return address;
 }
 
 void closeSharedLibrary(void *library)

@@ -36,14 +36,22 @@ OVRABASE_EXPORT const QString &getSharedLibraryExtension();
 /// Loads the library of that name from the application's folder and returns its handle.
 ///
 /// Only the file name in \a name counts, never its folder, and of that the part up to the second
-/// point: "a.b.c.dll" loads the first entry (by name) that matches "a.b*", so that a version behind
-/// the extension need not be known. Null when nothing matches, which is logged as an error, and
-/// when the system refuses the file. Runs the library's start-up code. Thread-safe.
+/// point: "a.b.c.dll" loads the first file (by name) that matches "a.b*", so that a version behind
+/// the extension need not be known. Folders never match. Null when nothing matches, which is logged
+/// as an error, and when the system refuses the file. Runs the library's start-up code. Thread-safe.
 OVRABASE_EXPORT void *loadSharedLibrary(const QString &name);
+
+/// The same, and sets \a error to why the library is not loaded: the system's text or, when nothing
+/// matches, that of the record. Success empties it. A null \a error is allowed.
+OVRABASE_EXPORT void *loadSharedLibrary(const QString &name, QString *error);
 
 /// Returns the address of \a symbol in a loaded library; null for a null library and an unknown
 /// symbol. Thread-safe.
 OVRABASE_EXPORT void *loadSymbol(void *library, const QString &symbol);
+
+/// The same, and sets \a error to why there is no address, in the system's text. Success empties
+/// it. A null \a error is allowed.
+OVRABASE_EXPORT void *loadSymbol(void *library, const QString &symbol, QString *error);
 
 /// Gives back a library of loadSharedLibrary(); its symbols must not be used any more.
 /// Null is ignored. Thread-safe.

@@ -10,15 +10,23 @@
 
 namespace Vyn::OvraBase::os {
 
-void *openLibrary(const QString &path)
+void *openLibrary(const QString &path, QString &error)
 {
     // All symbols at once: a library that misses some is refused here, not in the middle of a call.
-    return ::dlopen(QFile::encodeName(path).constData(), RTLD_NOW | RTLD_LOCAL);
+    void *const library = ::dlopen(QFile::encodeName(path).constData(), RTLD_NOW | RTLD_LOCAL);
+    if (!library) {
+        error = QString::fromLocal8Bit(::dlerror());
+    }
+    return library;
 }
 
-void *findSymbol(void *library, const char *name)
+void *findSymbol(void *library, const char *name, QString &error)
 {
-    return ::dlsym(library, name);
+    void *const symbol = ::dlsym(library, name);
+    if (!symbol) {
+        error = QString::fromLocal8Bit(::dlerror());
+    }
+    return symbol;
 }
 
 void closeLibrary(void *library)

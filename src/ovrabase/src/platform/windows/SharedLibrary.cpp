@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
+#include "platform/Devices_p.h"
 #include "platform/SharedLibrary_p.h"
 
 #include <QDir>
@@ -9,21 +10,38 @@
 #include <qt_windows.h>
 
 namespace Vyn::OvraBase::os {
+namespace {
 
-void *openLibrary(const QString &path)
+/// The text of the last error, with \a subject where the system leaves a place for it.
+QString lastError(const QString &subject)
 {
-    const std::wstring native = QDir::toNativeSeparators(path).toStdWString();
+    QString text = QString::fromLocal8Bit(errorText(::GetLastError())).trimmed();
+    return text.replace(QLatin1String("%1"), subject);
+}
+
+} // namespace
+
+void *openLibrary(const QString &path, QString &error)
+{
+    const QString native = QDir::toNativeSeparators(path);
     // A damaged file is an answer to the caller, not a message box to the user.
     DWORD callersMode = 0;
     ::SetThreadErrorMode(SEM_FAILCRITICALERRORS, &callersMode);
-    HMODULE library = ::LoadLibraryW(native.c_str());
+    HMODULE library = ::LoadLibraryW(native.toStdWString().c_str());
+    if (!library) {
+        error = lastError(native);
+    }
     ::SetThreadErrorMode(callersMode, nullptr);
     return library;
 }
 
-void *findSymbol(void *library, const char *name)
+void *findSymbol(void *library, const char *name, QString &error)
 {
-    return reinterpret_cast<void *>(::GetProcAddress(static_cast<HMODULE>(library), name));
+    const FARPROC symbol = ::GetProcAddress(static_cast<HMODULE>(library), name);
+    if (!symbol) {
+        error = lastError(QString::fromUtf8(name));
+    }
+    return reinterpret_cast<void *>(symbol);
 }
 
 void closeLibrary(void *library)
