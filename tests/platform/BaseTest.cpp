@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QResource>
+#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
@@ -111,6 +112,18 @@ TEST(SharedLibrary, IsTheFirstMatchAndARefusedOneIsNotLogged)
     const RecordedLog log;
     EXPECT_EQ(loadSharedLibrary(QStringLiteral("ovrabaseTwice.dll")), nullptr);
     EXPECT_THAT(log.records(), IsEmpty());
+}
+
+TEST(SharedLibrary, IsNotHiddenByAFolderOfItsName)
+{
+    const QTemporaryDir folder(besideTheTests(QStringLiteral("ovrabaseFolder.XXXXXX")));
+    const QString name = QFileInfo(folder.path()).fileName();
+    EXPECT_EQ(loadSharedLibrary(name), nullptr);
+    const Copy plugin(besideTheTests(QStringLiteral("ovrabaseTestPlugin.dll.6.0")),
+        folder.path() + QStringLiteral(".dll"));
+    void *const library = loadSharedLibrary(name);
+    EXPECT_NE(library, nullptr);
+    closeSharedLibrary(library);
 }
 
 TEST(SharedLibrary, SaysWhyItIsNotLoaded)

@@ -38,7 +38,7 @@ QFileInfoList libraryFiles(const QString &name)
     }
     const QStringList parts = fileName.split(QLatin1Char('.'));
     const QString pattern = parts.mid(0, 2).join(QLatin1Char('.')) + QLatin1Char('*');
-    return QDir(folder).entryInfoList({pattern});
+    return QDir(folder).entryInfoList({pattern}, QDir::Files);
 }
 
 /// Registers the file at \a path and logs \a origin and the result at \a position.

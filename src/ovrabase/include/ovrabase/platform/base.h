@@ -38,7 +38,8 @@ OVRABASE_EXPORT const QString &getSharedLibraryExtension();
 /// Only the file name in \a name counts, never its folder, and of that the part up to the second
 /// point: "a.b.c.dll" loads the first file (by name) that matches "a.b*", so that a version behind
 /// the extension need not be known. Folders never match. Null when nothing matches, which is logged
-/// as an error, and when the system refuses the file. Runs the library's start-up code. Thread-safe.
+/// as an error, and when the system refuses the file. Runs the library's start-up code.
+/// Thread-safe.
 OVRABASE_EXPORT void *loadSharedLibrary(const QString &name);
 
 /// The same, and sets \a error to why the library is not loaded: the system's text or, when nothing
