@@ -145,6 +145,19 @@ TEST_F(WaitingRegistry, TurnsEventsOnTheMainThread)
     EXPECT_TRUE(operation.future.isReady());
 }
 
+TEST_F(WaitingRegistry, LetsTheDeferredDeleteThatEndsAnOperationRun)
+{
+    auto *const worker = new QObject;
+    QObject::connect(worker, &QObject::destroyed, [this] { operation.finish(); });
+    worker->deleteLater();
+    bool isRescued = false;
+    QTimer rescue;
+    rescue.callOnTimeout([&] { isRescued = true, delete worker; });
+    rescue.start(5000);
+    registry.reset();
+    EXPECT_FALSE(isRescued);
+}
+
 TEST_F(WaitingRegistry, BlocksAnyOtherThreadUntilTheOperationFails)
 {
     auto destroyed = std::async(std::launch::async, [this] { registry.reset(); });

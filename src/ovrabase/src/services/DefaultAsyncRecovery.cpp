@@ -9,6 +9,7 @@
 #include <ovrabase/services/ServiceLocator.h>
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QEventLoop>
 #include <QString>
 
@@ -17,8 +18,6 @@
 
 namespace Vyn::OvraBase {
 namespace {
-
-constexpr std::size_t kFirstBuckets = 8;
 
 constexpr LogPosition kKnownFuture{
     "DefaultAsyncRecovery.cpp:49 Vyn::OvraBase::DefaultAsyncRecovery::registerRecoverable()"};
@@ -38,15 +37,14 @@ void awaitRecoverable(const Vyn::future<void> &future)
     while (!future.isReady()) {
         QCoreApplication::processEvents(
             QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+        // Events alone never run the deferred deletes of the loop level that the wait began at.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 }
 
 } // namespace
 
-DefaultAsyncRecovery::DefaultAsyncRecovery()
-    : mRegistry(kFirstBuckets)
-{
-}
+DefaultAsyncRecovery::DefaultAsyncRecovery() = default;
 
 DefaultAsyncRecovery::~DefaultAsyncRecovery()
 {

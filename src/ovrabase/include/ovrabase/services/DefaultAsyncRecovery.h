@@ -33,8 +33,9 @@ public:
     DefaultAsyncRecovery();
 
     /// Waits for every registered operation before whose wait the ServiceLocator is started and
-    /// holds a DefaultAsyncRecovery: the main thread handles events meanwhile, except the user's
-    /// and those of sockets, any other thread blocks. Else waits for none, so a registry that
+    /// holds a DefaultAsyncRecovery. The main thread handles events meanwhile, except the user's
+    /// and those of sockets, and deletes what deleteLater() was called for, also in the event loop
+    /// that the wait began in; any other thread blocks. Else waits for none, so a registry that
     /// ServiceLocator::stop() destroys returns at once (unless it held the last copy of a
     /// std::async() future).
     ~DefaultAsyncRecovery() override;
@@ -62,7 +63,7 @@ private:
 
     Registry::const_iterator findRecoverable(const Vyn::future<void> &future) const;
 
-    Registry mRegistry;
+    Registry mRegistry{8}; ///< a new table for the ninth operation only
     mutable std::mutex mLock;
     std::atomic<std::size_t> mSize = 0; ///< of the registry, readable without the lock
 };
