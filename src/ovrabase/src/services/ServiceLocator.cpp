@@ -6,12 +6,6 @@
 #include <ovrabase/services/ServiceLocator.h>
 
 namespace Vyn::OvraBase {
-namespace {
-
-constexpr std::size_t kFirstBuckets = 8;
-
-} // namespace
-
 // Ready before the first static constructor runs.
 constinit std::unique_ptr<ServiceLocator> ServiceLocator::mUniqueInstance;
 
@@ -27,10 +21,7 @@ const StopAtExit stopAtExit;
 
 Service::~Service() = default;
 
-ServiceLocator::ServiceLocator()
-    : mServices(kFirstBuckets)
-{
-}
+ServiceLocator::ServiceLocator() = default;
 
 ServiceLocator::~ServiceLocator() = default;
 

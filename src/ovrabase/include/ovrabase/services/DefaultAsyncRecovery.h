@@ -63,7 +63,7 @@ private:
 
     Registry::const_iterator findRecoverable(const Vyn::future<void> &future) const;
 
-    Registry mRegistry{8}; ///< a new table for the ninth operation only
+    Registry mRegistry{8}; ///< room for eight
     mutable std::mutex mLock;
     std::atomic<std::size_t> mSize = 0; ///< of the registry, readable without the lock
 };

@@ -69,7 +69,7 @@ private:
     OVRABASE_EXPORT bool add(std::size_t id, std::unique_ptr<Service> service);
     OVRABASE_EXPORT Service *find(std::size_t id);
 
-    std::unordered_map<std::size_t, std::unique_ptr<Service>> mServices;
+    std::unordered_map<std::size_t, std::unique_ptr<Service>> mServices{8}; ///< room for eight
     std::mutex mLock;
 
     OVRABASE_EXPORT static std::unique_ptr<ServiceLocator> mUniqueInstance;
