@@ -57,13 +57,20 @@ struct OVRABASE_EXPORT USBInfo : DeviceInfo {
     std::int32_t usbNumber = 0;    ///< generation at which it runs (1, 2 or 3); 0 when unknown
 };
 
-/// Returns the disks. Empty, with an error logged on Debug, when the system does not list them.
+/// Returns the disks. Empty, with an error logged on Debug, when the system does not list them (on
+/// Linux: without sysfs).
+///
+/// A disk is a drive of fixed or exchangeable disks, also without a medium (a card reader), and
+/// a virtual disk: on Windows what offers the disk interface, on Linux loop devices, compressed
+/// memory, network disks and arrays that are in use. Partitions, logical volumes (device-mapper),
+/// optical drives and floppies are none.
 OVRABASE_EXPORT std::vector<DeviceInfo> getDisksInfo();
 
 /// Returns the USB devices with their children. Fails as getDisksInfo() does.
 OVRABASE_EXPORT std::vector<USBInfo> getUSBInfo();
 
-/// Returns the devices that no driver serves. Fails as getDisksInfo() does.
+/// Returns the devices that no driver serves. Fails as getDisksInfo() does. On Linux those of a bus
+/// alone, and of the firmware's table (ACPI) those without another entry on a bus.
 OVRABASE_EXPORT std::vector<DeviceInfo> getUnknownDevicesInfo();
 
 /// Ejects the medium of the volume with the letter \a driveLetter.

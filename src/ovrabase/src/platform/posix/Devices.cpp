@@ -3,6 +3,7 @@
 
 #include "platform/Devices_p.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -11,6 +12,7 @@
 #include <libudev.h>
 #include <memory>
 #include <system_error>
+#include <unistd.h>
 
 namespace Vyn::OvraBase::os {
 namespace {
@@ -51,7 +53,8 @@ void fill(DeviceInfo &info, udev_device *device)
     info.deviceClass = text(udev_device_get_subsystem(device));
     info.manufacturer = firstOf(
         device, {"manufacturer", "device/vendor"}, {"ID_VENDOR", "ID_VENDOR_FROM_DATABASE"});
-    info.name = firstOf(device, {"product", "device/model"}, {"ID_MODEL"});
+    info.name =
+        firstOf(device, {"product", "device/model", "device/name"}, {"ID_MODEL", "ID_NAME"});
     info.service = text(udev_device_get_driver(device));
     info.pdo = text(udev_device_get_devnode(device));
     info.instanceId = text(udev_device_get_devpath(device));
@@ -63,6 +66,10 @@ void fill(DeviceInfo &info, udev_device *device)
 template<class Narrow, class Visit>
 std::uint32_t enumerateDevices(udev *context, Narrow narrow, Visit visit)
 {
+    // udev takes a machine without sysfs for one without devices.
+    if (::access("/sys/devices", F_OK) != 0) {
+        return static_cast<std::uint32_t>(errno);
+    }
     errno = 0;
     const Owner<udev_enumerate> search(context ? udev_enumerate_new(context) : nullptr);
     if (!search) {
@@ -90,7 +97,7 @@ bool isOfType(udev_device *device, const char *type)
     return actual && std::strcmp(actual, type) == 0;
 }
 
-/// A disk has no driver of its own: it is served by that of the device that it is found on.
+/// A block device has no driver of its own: it is served by that of the device that it is found on.
 QString driverAbove(udev_device *device)
 {
     const char *driver = nullptr;
@@ -101,13 +108,38 @@ QString driverAbove(udev_device *device)
     return text(driver);
 }
 
+/// Whether a block device served by \a driver counts as a disk.
+bool isDisk(udev_device *device, const QString &driver)
+{
+    if (!isOfType(device, "disk") || udev_device_get_sysattr_value(device, "dm/name")) {
+        return false;
+    }
+    if (driver == QLatin1String("sr") || driver == QLatin1String("floppy")) {
+        return false;
+    }
+    // Loop devices, compressed memory and network disks are there before they are used. A card
+    // reader is a drive even without its card.
+    const bool isVirtual =
+        text(udev_device_get_devpath(device)).startsWith(QLatin1String("/devices/virtual/"));
+    return !isVirtual || firstOf(device, {"size"}, {}) != QLatin1String("0");
+}
+
+/// Whether \a device is a node of the firmware's table that no driver is looked up for: drivers
+/// bind to its physical node, or it is one that Linux adds to structure the table.
+bool isPassiveAcpiNode(udev_device *device)
+{
+    return QFileInfo::exists(QFile::decodeName(udev_device_get_syspath(device)) +
+                             QStringLiteral("/physical_node")) ||
+           firstOf(device, {"modalias"}, {}).startsWith(QLatin1String("acpi:LNX"));
+}
+
 /// Whether \a device is one that drivers are looked up for, and none was found. The devices of a
 /// class never have a driver, they are what drivers offer.
 bool lacksDriver(udev_device *device)
 {
     const QString subsystem = text(udev_device_get_subsystem(device));
     return !udev_device_get_driver(device) &&
-           QFileInfo::exists(QStringLiteral("/sys/bus/") + subsystem);
+           QFileInfo::exists(QStringLiteral("/sys/bus/") + subsystem) && !isPassiveAcpiNode(device);
 }
 
 std::vector<QString> childrenOf(udev *context, udev_device *device)
@@ -149,10 +181,11 @@ DeviceSet<DeviceInfo> disks()
         context.get(),
         [](udev_enumerate *search) { udev_enumerate_add_match_subsystem(search, "block"); },
         [&](udev_device *device) {
-            if (isOfType(device, "disk")) {
+            const QString driver = driverAbove(device);
+            if (isDisk(device, driver)) {
                 DeviceInfo &info = found.devices.emplace_back();
                 fill(info, device);
-                info.service = driverAbove(device);
+                info.service = driver;
             }
         });
     return found;
