@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "platform/DeviceWalk_p.h"
 #include "support/RecordedLog.h"
 
 #include <ovrabase/errors/Exception.h>
@@ -11,13 +10,11 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace {
 
 using namespace Vyn::OvraBase;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::Not;
 
 TEST(USBInfo, AddsItsChildrenAndItsNumberWhenKnown)
@@ -31,35 +28,6 @@ TEST(USBInfo, AddsItsChildrenAndItsNumberWhenKnown)
     device.children.resize(2);
     device.usbNumber = 3;
     EXPECT_EQ(base.toString().toStdString(), fields + "\n2 children\nUSB3");
-}
-
-/// Walks over \a answers, one for each index, the last for every index behind them; returns the
-/// indices that were visited.
-std::vector<std::uint32_t> visited(const std::vector<std::uint32_t> &answers)
-{
-    std::vector<std::uint32_t> indices;
-    std::uint32_t current = 0;
-    walkDevices(
-        [&](std::uint32_t index) {
-            current = index;
-            return index < answers.size() ? answers[index] : answers.back();
-        },
-        [&] { indices.push_back(current); });
-    return indices;
-}
-
-TEST(DeviceWalk, SkipsAFailingIndexAndEndsWhereThereAreNoMore)
-{
-    constexpr std::uint32_t kBroken = 31;
-    EXPECT_THAT(visited({kNoMoreDevices}), IsEmpty());
-    EXPECT_THAT(visited({kBroken, 0, kBroken, kBroken, 0, kNoMoreDevices}), ElementsAre(1U, 4U));
-    EXPECT_THAT(visited({0, kNoMoreDevices, 0}), ElementsAre(0U));
-    EXPECT_THAT(visited({kBroken}), IsEmpty()) << "nothing but failures";
-
-    // The gap counts anew behind each device.
-    std::vector<std::uint32_t> answers(2 * kLongestGap + 1, kBroken);
-    answers[kLongestGap - 1] = answers[2 * kLongestGap - 1] = 0;
-    EXPECT_THAT(visited(answers), ElementsAre(kLongestGap - 1, 2 * kLongestGap - 1));
 }
 
 TEST(EjectUsbDrive, FailsAtTheOpenWithoutAVolume)

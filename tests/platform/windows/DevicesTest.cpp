@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
+#include "platform/windows/DeviceWalk_p.h"
 #include "support/RecordedLog.h"
 
 #include <ovrabase/errors/Exception.h>
@@ -94,6 +95,36 @@ private:
     HDEVINFO mSet;
     SP_DEVINFO_DATA mDevice{};
 };
+
+/// Walks over \a answers, one for each index, the last for every index behind them; returns the
+/// indices that were visited.
+std::vector<DWORD> visited(const std::vector<DWORD> &answers)
+{
+    std::vector<DWORD> indices;
+    DWORD current = 0;
+    os::walkDevices(
+        [&](DWORD index) {
+            current = index;
+            return index < answers.size() ? answers[index] : answers.back();
+        },
+        [&] { indices.push_back(current); });
+    return indices;
+}
+
+TEST(DeviceWalk, SkipsAFailingIndexAndEndsWhereThereAreNoMore)
+{
+    constexpr DWORD kBroken = 31;
+    EXPECT_THAT(visited({ERROR_NO_MORE_ITEMS}), SizeIs(0));
+    EXPECT_THAT(
+        visited({kBroken, 0, kBroken, kBroken, 0, ERROR_NO_MORE_ITEMS}), ElementsAre(1U, 4U));
+    EXPECT_THAT(visited({0, ERROR_NO_MORE_ITEMS, 0}), ElementsAre(0U));
+    EXPECT_THAT(visited({kBroken}), SizeIs(0)) << "nothing but failures";
+
+    // The gap counts anew behind each device.
+    std::vector<DWORD> answers(2 * os::kLongestGap + 1, kBroken);
+    answers[os::kLongestGap - 1] = answers[2 * os::kLongestGap - 1] = 0;
+    EXPECT_THAT(visited(answers), ElementsAre(os::kLongestGap - 1, 2 * os::kLongestGap - 1));
+}
 
 template<class Info>
 std::vector<Info> named(const QString &name, const std::vector<Info> &devices)

@@ -3,17 +3,21 @@
 
 #pragma once
 
-#include <ovrabase/platform/WindowsUtils.h>
-
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 /// \file
-/// What the system is asked about devices: one side in windows/, one in posix/. It reports and does
-/// not judge: nothing here logs or throws, but for std::bad_alloc.
-namespace Vyn::OvraBase::os {
+/// What the system is asked about devices: one side in windows/, one in posix/. It fills records
+/// and answers with the system's codes; it does not judge, log or throw (but for std::bad_alloc),
+/// and calls nothing of the public interface.
+namespace Vyn::OvraBase {
+
+struct DeviceInfo;
+struct USBInfo;
+
+namespace os {
 
 /// A set of devices, or why the system does not open it.
 template<class Info>
@@ -27,8 +31,8 @@ DeviceSet<USBInfo> usbDevices();
 DeviceSet<DeviceInfo> unknownDevices();
 
 struct EjectFailure {
-    bool opened;      ///< whether the volume could be opened, so that ejecting it failed
-    std::string text; ///< the system's
+    bool opened;         ///< whether the volume could be opened, so that ejecting it failed
+    std::uint32_t error; ///< the system's code
 };
 
 /// Ejects the volume at \a path ("\\.\X:"). Nothing comes back when it went well.
@@ -37,4 +41,5 @@ std::optional<EjectFailure> eject(const std::string &path);
 /// The system's text for \a code, empty when it has none.
 std::string errorText(std::uint32_t code);
 
-} // namespace Vyn::OvraBase::os
+} // namespace os
+} // namespace Vyn::OvraBase

@@ -17,13 +17,17 @@ constexpr LogPosition kNoDeviceSet{"WindowsUtils.cpp:64 Vyn::OvraBase::enumerate
 constexpr LogPosition kNotOpened{"WindowsUtils.cpp:142 Vyn::OvraBase::ejectUsbDrive()"};
 constexpr LogPosition kNotEjected{"WindowsUtils.cpp:156 Vyn::OvraBase::ejectUsbDrive()"};
 
+QString textOf(std::uint32_t code)
+{
+    return QString::fromLocal8Bit(errorMessage(code));
+}
+
 template<class Info>
 std::vector<Info> devicesOf(os::DeviceSet<Info> set)
 {
     if (set.error != 0) {
         logAt(kNoDeviceSet, Debug, Logger::Error,
-            QStringLiteral("Cannot get devices: ") +
-                QString::fromLocal8Bit(errorMessage(set.error)));
+            QStringLiteral("Cannot get devices: ") + textOf(set.error));
     }
     return std::move(set.devices);
 }
@@ -79,12 +83,13 @@ std::vector<DeviceInfo> getUnknownDevicesInfo()
 
 void ejectUsbDrive(char driveLetter)
 {
+    // On every system: the path is the subject of the failure.
     const std::string path = std::string("\\\\.\\") + driveLetter + ':';
     if (const auto failure = os::eject(path)) {
         const QString message = failure->opened ? QStringLiteral("Failed to eject volume: ")
                                                 : QStringLiteral("Failed to open device: ");
         fail<Exception::DriveUnmountException>(failure->opened ? kNotEjected : kNotOpened,
-            message + QString::fromLocal8Bit(failure->text), QString::fromLocal8Bit(path));
+            message + textOf(failure->error), QString::fromLocal8Bit(path));
     }
 }
 

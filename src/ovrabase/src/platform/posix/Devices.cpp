@@ -3,6 +3,8 @@
 
 #include "platform/Devices_p.h"
 
+#include <ovrabase/platform/WindowsUtils.h>
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -229,7 +231,7 @@ DeviceSet<DeviceInfo> unknownDevices()
 std::optional<EjectFailure> eject(const std::string & /*path*/)
 {
     // No volume has a letter here. A file may have such a name, but is none.
-    return EjectFailure{false, errorMessage(ENOENT)};
+    return EjectFailure{false, ENOENT};
 }
 
 std::string errorText(std::uint32_t code)

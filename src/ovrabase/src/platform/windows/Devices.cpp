@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "platform/DeviceWalk_p.h"
 #include "platform/Devices_p.h"
+#include "platform/windows/DeviceWalk_p.h"
+
+#include <ovrabase/platform/WindowsUtils.h>
 
 #include <array>
 #include <cstddef>
@@ -25,8 +27,6 @@
 
 namespace Vyn::OvraBase::os {
 namespace {
-
-static_assert(kNoMoreDevices == ERROR_NO_MORE_ITEMS);
 
 struct CloseFile {
     void operator()(HANDLE handle) const { ::CloseHandle(handle); }
@@ -284,12 +284,12 @@ std::optional<EjectFailure> eject(const std::string &path)
 {
     const FileHandle volume = openFile(path.c_str(), GENERIC_READ);
     if (!volume) {
-        return EjectFailure{false, errorMessage(::GetLastError())};
+        return EjectFailure{false, ::GetLastError()};
     }
     DWORD size = 0;
     if (!::DeviceIoControl(
             volume.get(), IOCTL_STORAGE_EJECT_MEDIA, nullptr, 0, nullptr, 0, &size, nullptr)) {
-        return EjectFailure{true, errorMessage(::GetLastError())};
+        return EjectFailure{true, ::GetLastError()};
     }
     return {};
 }

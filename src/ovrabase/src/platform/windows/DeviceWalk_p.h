@@ -3,32 +3,30 @@
 
 #pragma once
 
-#include <cstdint>
+#include <qt_windows.h>
 
-namespace Vyn::OvraBase {
-
-/// The answer of an index behind the last device: ERROR_NO_MORE_ITEMS.
-inline constexpr std::uint32_t kNoMoreDevices = 259;
+namespace Vyn::OvraBase::os {
 
 /// A set that is broken as a whole can fail at every index and never say that there are no more.
 /// Indices are dense, so no machine comes near a gap of this length between two devices.
-inline constexpr int kLongestGap = 1024;
+inline constexpr DWORD kLongestGap = 1024;
 
 /// Asks for the devices 0, 1, 2, … and visits each that is there. A single device that fails (just
 /// unplugged, say) is skipped.
 ///
-/// \a next takes an index, makes the device at it current and answers 0, or the system's error.
-/// \a visit takes nothing and looks at the current device.
+/// \a next takes an index, makes the device at it current and answers 0 or the system's error,
+/// which is ERROR_NO_MORE_ITEMS behind the last device. \a visit takes nothing and looks at the
+/// current device.
 template<class Next, class Visit>
 void walkDevices(Next &&next, Visit &&visit)
 {
-    int gap = 0;
-    for (std::uint32_t index = 0; gap < kLongestGap; ++index) {
-        const std::uint32_t error = next(index);
-        if (error == kNoMoreDevices) {
+    DWORD gap = 0;
+    for (DWORD index = 0; gap < kLongestGap; ++index) {
+        const DWORD error = next(index);
+        if (error == ERROR_NO_MORE_ITEMS) {
             return;
         }
-        if (error != 0) {
+        if (error != ERROR_SUCCESS) {
             ++gap;
             continue;
         }
@@ -37,4 +35,4 @@ void walkDevices(Next &&next, Visit &&visit)
     }
 }
 
-} // namespace Vyn::OvraBase
+} // namespace Vyn::OvraBase::os
