@@ -39,7 +39,7 @@ void initLogBackend([[maybe_unused]] const std::string &first,
 void bridgeSpdlog()
 {
     os::pinThisModule();
-    static spdlog::sink_ptr sink;
+    static auto &sink = *new spdlog::sink_ptr; // services log until the very end
     sink = makeLomaSink();
     if (const auto spdlogDefault = spdlog::default_logger()) {
         spdlogDefault->sinks().push_back(sink);

@@ -60,17 +60,18 @@ QString format<QVariantMap>(const QVariant &variant)
     return u'[' + entries.join(QStringLiteral(", ")) + u']';
 }
 
+/// Makes a table that is never destroyed: services log until the very end.
 template<class... Types>
-QHash<int, Formatter> formattersOf()
+const QHash<int, Formatter> &formattersOf()
 {
-    return {{QMetaType::fromType<Types>().id(), &format<Types>}...};
+    return *new QHash<int, Formatter>{{QMetaType::fromType<Types>().id(), &format<Types>}...};
 }
 
 } // namespace
 
 QString logStr(const QVariant &value)
 {
-    static const auto formatters = formattersOf<bool, int, uint, qlonglong, qulonglong, double,
+    static const auto &formatters = formattersOf<bool, int, uint, qlonglong, qulonglong, double,
         char, QVariantMap, QVariantList, QString, QStringList, QByteArray, QBitArray, QDate, QTime,
         QDateTime, QUrl, QLocale, QRect, QRectF, QSize, QSizeF, QLine, QLineF, QPoint, QPointF,
         QRegularExpression, QVariantHash, QEasingCurve, QUuid, QModelIndex, QPersistentModelIndex,
