@@ -19,7 +19,7 @@ namespace {
 /// The switch is a plain integer: whoever counts on it takes turns.
 void addToLookups(int count)
 {
-    static QMutex mutex;
+    static auto &mutex = *new QMutex; // services use it until the very end
     const QMutexLocker lock(&mutex);
     qt_ntfs_permission_lookup += count;
 }
