@@ -2,17 +2,24 @@
 // SPDX-License-Identifier: MIT
 
 // A process from its first static to its last: logs before main(), stops, starts again, and ends
-// without stopping. It ends with 0 only if the service that is destroyed last says so.
+// without stopping. It ends with 0 only if the service that is destroyed last says so: to services,
+// the library is whole until their end.
 
 #include "services/Operation.h"
 #include "support/RecordedLog.h"
 #include "support/Require.h"
 
+#include <ovrabase/files/FileUtils.h>
+#include <ovrabase/logging/logStr.h>
+#include <ovrabase/platform/base.h>
+#include <ovrabase/platform/memory.h>
 #include <ovrabase/services/DefaultAsyncRecovery.h>
 #include <ovrabase/services/ServiceLocator.h>
+#include <ovrabase/text/LengthUnits.h>
 
 #include <QCoreApplication>
 #include <QString>
+#include <QVariant>
 
 #include <cstdlib>
 #include <memory>
@@ -33,11 +40,30 @@ struct BeforeMain {
 };
 const BeforeMain gBeforeMain;
 
+QObject *gGuarded = nullptr;
+
 } // namespace
 
 namespace Vyn::Test {
 
 using namespace OvraBase;
+
+/// Calls the functions that keep something from their first call on.
+void useWhatIsKept()
+{
+    QObject object;
+    forbidStealingOwnership(&object);
+    require(gGuarded == &object, "the ownership hook is called");
+    require(stringToMeter(QStringLiteral("2 km"), {}) == 2000, "length units are known");
+    require(getSharedLibraryExtension() == QStringLiteral(".dll"), "the extension is there");
+    require(FileUtils::isImageExt(QStringLiteral("png")), "image extensions are known");
+    const QString file = QStringLiteral("/file");
+    require(FileUtils::getAppDataAbsolutePath(file.sliced(1)).endsWith(file), "the data's folder");
+    require(FileUtils::getDocumentsAbsolutePath(file.sliced(1)).endsWith(file), "the documents'");
+    require(!FileUtils::safeApplicationDirPath().isEmpty(), "the application's folder");
+    require(
+        logStr(QVariant(1)) == QStringLiteral("QVariant(1 as int)"), "variants have their form");
+}
 
 /// Logs and looks services up at its end, and holds an operation that never ends.
 struct Farewell : Service {
@@ -51,6 +77,7 @@ struct Farewell : Service {
     {
         require(!ServiceLocator::started(), "services see no locator at their end");
         require(ServiceLocator::instance() == nullptr, "looking a service up finds no locator");
+        useWhatIsKept();
         logger(Debug).info("late") << "farewell";
     }
 
@@ -75,6 +102,9 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     const Vyn::Test::RecordedLog log;
     static Vyn::Test::Operation endless;
+    // Too large for std::function to keep in itself.
+    setForbidStealingOwnershipFuction(
+        [target = std::make_shared<QObject **>(&gGuarded)](QObject *object) { **target = object; });
 
     ServiceLocator::start();
     ServiceLocator::instance()->registerService(std::make_unique<Farewell>(endless.future));

@@ -23,7 +23,8 @@ constexpr LogPosition kBoundFromInstallation{
     "base.cpp:162 Vyn::OvraBase::registerExternalResource()"};
 constexpr LogPosition kNoResource{"base.cpp:166 Vyn::OvraBase::registerExternalResource()"};
 
-const QString kSharedLibraryExtension = QStringLiteral(".dll");
+// Never destroyed: services use it until the very end.
+const QString &kSharedLibraryExtension = *new QString(QStringLiteral(".dll"));
 
 /// Returns the files beside the application that are called \a name, whatever stands behind its
 /// second point.

@@ -28,7 +28,7 @@ QString typeNameOf(const QObject &object)
 
 std::function<void(QObject *)> &ownershipHook()
 {
-    static std::function<void(QObject *)> hook;
+    static auto &hook = *new std::function<void(QObject *)>; // services use it until the very end
     return hook;
 }
 
