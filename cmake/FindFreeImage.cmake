@@ -2,10 +2,11 @@
 FindFreeImage
 -------------
 
-Finds the FreeImage library, which brings no CMake package of its own.
+Finds the FreeImage library, which brings no CMake package of its own. It is loaded while the
+program runs: nothing links it.
 
-Imported target: ``FreeImage::FreeImage``.
-Result variables: ``FreeImage_FOUND``, ``FreeImage_VERSION``.
+Result variables: ``FreeImage_FOUND``, ``FreeImage_VERSION``, ``FreeImage_RUNTIME_NAME``, the name by
+which the system's loader finds it; a static library has none.
 Cache variables: ``FreeImage_INCLUDE_DIR``, ``FreeImage_LIBRARY``.
 #]=======================================================================]
 
@@ -22,16 +23,20 @@ if(FreeImage_INCLUDE_DIR)
     )
 endif()
 
+unset(FreeImage_RUNTIME_NAME)
+if(WIN32 AND FreeImage_LIBRARY)
+    # An import library is called like its DLL: FreeImage.lib, libfreeimage.dll.a.
+    cmake_path(GET FreeImage_LIBRARY STEM FreeImage_RUNTIME_NAME)
+    string(APPEND FreeImage_RUNTIME_NAME ".dll")
+elseif(FreeImage_LIBRARY)
+    execute_process(COMMAND "${CMAKE_READELF}" -d "${FreeImage_LIBRARY}" OUTPUT_VARIABLE dynamic ERROR_QUIET)
+    if(dynamic MATCHES "\\(SONAME\\)[^[]*\\[([^]]+)\\]")
+        set(FreeImage_RUNTIME_NAME "${CMAKE_MATCH_1}")
+    endif()
+endif()
+
 include(FindPackageHandleStandardArgs)
 find_package_handle_standard_args(FreeImage
-    REQUIRED_VARS FreeImage_LIBRARY FreeImage_INCLUDE_DIR
+    REQUIRED_VARS FreeImage_LIBRARY FreeImage_RUNTIME_NAME FreeImage_INCLUDE_DIR
     VERSION_VAR FreeImage_VERSION
 )
-
-if(FreeImage_FOUND AND NOT TARGET FreeImage::FreeImage)
-    add_library(FreeImage::FreeImage UNKNOWN IMPORTED)
-    set_target_properties(FreeImage::FreeImage PROPERTIES
-        IMPORTED_LOCATION "${FreeImage_LIBRARY}"
-        INTERFACE_INCLUDE_DIRECTORIES "${FreeImage_INCLUDE_DIR}"
-    )
-endif()

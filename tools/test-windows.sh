@@ -15,16 +15,15 @@ install_packages "${build_packages[@]}" build-essential dpkg-dev g++-mingw-w64-x
 
 prefix=$(tools/windows/build-dependencies.sh)
 build=build/windows
-mkdir -p "$build/bin/platforms" "$build/freeimage"
+mkdir -p "$build/bin/platforms"
 
 # No package brings FreeImage for MinGW.
 standIn=tests/windows/freeimage_stand_in
-x86_64-w64-mingw32-g++-posix -std=c++20 -Wall -Wextra -Werror -O2 -c "$standIn/FreeImage.cpp" \
-    -o "$build/freeimage/FreeImage.o"
-x86_64-w64-mingw32-ar crs "$build/freeimage/libfreeimage.a" "$build/freeimage/FreeImage.o"
+x86_64-w64-mingw32-g++-posix -std=c++20 -Wall -Wextra -Werror -O2 -shared "$standIn/FreeImage.cpp" \
+    -o "$build/bin/libfreeimage.dll"
 
 quietly "configure windows" cmake --preset windows -DOVRABASE_WINDOWS_PREFIX="$prefix" \
-    -DFreeImage_INCLUDE_DIR="$PWD/$standIn" -DFreeImage_LIBRARY="$PWD/$build/freeimage/libfreeimage.a"
+    -DFreeImage_INCLUDE_DIR="$PWD/$standIn" -DFreeImage_LIBRARY="$PWD/$build/bin/libfreeimage.dll"
 quietly "build windows" cmake --build --preset windows -j "$jobs" ${1:+--target "${@/%/_tests}"}
 quietly "exports" tools/check-exports.sh "$build/bin/libovrabase.dll"
 

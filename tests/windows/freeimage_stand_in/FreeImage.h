@@ -3,7 +3,7 @@
 
 /// \file
 /// A stand-in for FreeImage where it has no package for MinGW: the one function that the library
-/// calls, which tells formats by extension. It reads no image. Release builds link FreeImage.
+/// calls, which tells formats by extension. It reads no image. Release builds load FreeImage.
 
 #pragma once
 

@@ -1,12 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
+#include "logging/LogSite_p.h"
+
 #include <ovrabase/files/FileUtils.h>
 
+#include <QLibrary>
 #include <QMutex>
 
 #include <FreeImage.h>
 #include <algorithm>
+#include <atomic>
 #include <initializer_list>
 
 namespace Vyn::OvraBase {
@@ -18,13 +22,48 @@ bool isOneOf(const QString &ext, std::initializer_list<QLatin1String> known, Qt:
         [&](QLatin1String candidate) { return ext.compare(candidate, cs) == 0; });
 }
 
-bool isKnownToImageLibrary(const QString &ext)
-{
-    // FreeImage splits its lists of extensions with strtok(), which keeps its place in one global.
-    static QMutex mutex;
-    const QMutexLocker lock(&mutex);
-    return FreeImage_GetFIFFromFilename(ext.toLocal8Bit().constData()) != FIF_UNKNOWN;
-}
+/// FreeImage, which is loaded when it is first asked.
+class ImageLibrary {
+public:
+    static ImageLibrary &instance()
+    {
+        static auto &library = *new ImageLibrary; // services use it until the very end
+        return library;
+    }
+
+    /// Tells whether an image format has the extension \a ext. The first call without FreeImage
+    /// logs a warning.
+    bool knows(const QString &ext)
+    {
+        if (!mFormatOf) {
+            // Not when it is loaded: a log delegate may ask for an extension in turn.
+            if (!mIsReported.exchange(true)) {
+                logAt(LOG_CONTEXT, Support, Logger::Warning,
+                    QStringLiteral("Only svg is known as an image extension: ") + mError);
+            }
+            return false;
+        }
+        // FreeImage splits its lists of extensions with strtok(), which keeps its place in one
+        // global.
+        const QMutexLocker lock(&mMutex);
+        return mFormatOf(ext.toLocal8Bit().constData()) != FIF_UNKNOWN;
+    }
+
+private:
+    using FormatOf = decltype(&FreeImage_GetFIFFromFilename);
+
+    ImageLibrary()
+    {
+        QLibrary library(QStringLiteral(OVRABASE_FREEIMAGE)); // stays loaded without this object
+        mFormatOf = reinterpret_cast<FormatOf>(library.resolve("FreeImage_GetFIFFromFilename"));
+        mError = library.errorString();
+    }
+
+    FormatOf mFormatOf = nullptr;
+    QString mError;
+    std::atomic<bool> mIsReported = false;
+    QMutex mMutex;
+};
 
 } // namespace
 
@@ -61,7 +100,7 @@ bool FileUtils::isImageFormatSupported(const QString &ext)
 bool FileUtils::isImageExt(const QString &ext)
 {
     return isImageFormatSupported(ext.toLower()) &&
-           (isKnownToImageLibrary(ext) ||
+           (ImageLibrary::instance().knows(ext) ||
                isOneOf(ext, {QLatin1String("svg")}, Qt::CaseInsensitive));
 }
 

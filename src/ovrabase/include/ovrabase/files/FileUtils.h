@@ -131,7 +131,9 @@ public:
     static bool isQuickActionExt(const QString &ext);
     /// Tells whether \a ext, in lower case, is none of the formats that are refused.
     static bool isImageFormatSupported(const QString &ext);
-    /// Tells whether \a ext is a supported format that the image library knows, or "svg".
+    /// Tells whether \a ext is a supported format that FreeImage knows, or "svg". The first call
+    /// loads FreeImage, which takes some milliseconds; where it is missing, "svg" is all that is
+    /// known, and a warning is logged once on Support.
     static bool isImageExt(const QString &ext);
 
     /// @}

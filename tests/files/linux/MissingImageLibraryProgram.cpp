@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+// Runs where the loader finds an empty file in FreeImage's place. The process ends with 0 when svg
+// is the only image extension, and one record says so.
+
+#include "support/RecordedLog.h"
+#include "support/Require.h"
+
+#include <ovrabase/files/FileUtils.h>
+
+#include <QString>
+
+using Vyn::OvraBase::FileUtils;
+using Vyn::Test::require;
+
+namespace {
+
+/// Asks for an extension while the record is served.
+struct Asking : Vyn::Core::Log::LogDelegate {
+    void log(int, const QString &, const QString &) override
+    {
+        require(!FileUtils::isImageExt(QStringLiteral("jpg")), "no other is known");
+    }
+};
+
+} // namespace
+
+int main()
+{
+    const Vyn::Test::RecordedLog log;
+    const Vyn::Core::Log::ScopedPushLogDelegate asking(std::make_shared<Asking>());
+    require(!FileUtils::isImageExt(QStringLiteral("png")), "png is unknown");
+    require(FileUtils::isImageExt(QStringLiteral("SVG")), "svg is known");
+    const auto records = log.records();
+    require(records.size() == 1 && records[0].level == 1, "one warning");
+    require(records[0].context.starts_with("Support: "), "on Support");
+    require(records[0].message.find("freeimage") != std::string::npos, "names the library");
+}
