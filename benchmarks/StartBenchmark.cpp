@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+// What the library adds to the start of a process, beside one that links Qt Gui alone.
+
+#include <QProcess>
+#include <QString>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+void start(benchmark::State &state, const QString &program)
+{
+    for (auto _ : state) {
+        if (QProcess::execute(program, {}) != 0) {
+            state.SkipWithError("the program does not start");
+            return;
+        }
+    }
+}
+
+BENCHMARK_CAPTURE(start, library, QStringLiteral(OVRABASE_START_LIBRARY))->UseRealTime();
+BENCHMARK_CAPTURE(start, guiAlone, QStringLiteral(OVRABASE_START_GUI))->UseRealTime();
+
+} // namespace
+
+BENCHMARK_MAIN();
