@@ -3,9 +3,14 @@
 
 #include <ovrabase/logging/Logger.h>
 
+#include <QtGui>
+
 #include <gmock/gmock.h>
 
+#include <complex>
+#include <iomanip>
 #include <locale>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -13,16 +18,81 @@
 #include <utility>
 #include <vector>
 
+// What a module may have brought along before it logged Qt values.
+static std::ostream &operator<<(std::ostream &stream, const QString &)
+{
+    return stream << "module's text";
+}
+static std::ostream &operator<<(std::ostream &stream, const QVariant &)
+{
+    return stream << "module's variant";
+}
+
+namespace other {
+
+enum Level { High };
+enum class Kind { Plain };
+
+struct Shown {};
+QString logStr(const Shown &)
+{
+    return QStringLiteral("shown");
+}
+
+struct Printed {
+    friend std::ostream &operator<<(std::ostream &stream, const Printed &)
+    {
+        return stream << "printed";
+    }
+};
+struct PrintedAndShown : Printed {};
+QString logStr(const PrintedAndShown &)
+{
+    return {};
+}
+
+struct Number {
+    operator int() const { return 42; }
+};
+
+} // namespace other
+
 namespace Vyn {
 namespace {
 
+using namespace Qt::StringLiterals;
 using testing::ElementsAre;
+
+// Found by the code of this namespace only.
+std::ostream &operator<<(std::ostream &stream, const std::vector<int> &)
+{
+    return stream << "scoped vector";
+}
+template<class C, class Traits, class T>
+std::basic_ostream<C, Traits> &operator<<(std::basic_ostream<C, Traits> &stream, const QList<T> &)
+{
+    return stream << "scoped list";
+}
+std::ostream &operator<<(std::ostream &stream, other::Kind)
+{
+    return stream << "scoped kind";
+}
+
 using Message = std::tuple<int, std::string, std::string>;
 
 class LoggerTest : public testing::Test {
 protected:
     Logger mLogger;
     std::vector<Message> mMessages;
+
+    std::vector<std::string> texts() const
+    {
+        std::vector<std::string> texts;
+        for (const Message &message : mMessages) {
+            texts.push_back(std::get<2>(message));
+        }
+        return texts;
+    }
 
     void SetUp() override
     {
@@ -42,6 +112,46 @@ TEST_F(LoggerTest, DeliversAWholeMessageWhenTheStatementEnds)
     EXPECT_THAT(
         mMessages, ElementsAre(Message{0, "i", "a1 2.5"}, Message{1, "w", std::string(5000, 'x')},
                        Message{2, "", "e"}, Message{7, "7", "seven"}));
+}
+
+// A value behind the one in question shows that the chain still takes Qt's.
+TEST_F(LoggerTest, TakesQtValuesAnywhereInTheStatement)
+{
+    const QString name = u"尺 \"%1\""_s;
+    mLogger.info("") << "at " << QPoint(1, 2) << ' ' << name << std::hex << 255 << name;
+    mLogger.info("") << name << 1.5 << std::endl << std::setw(10) << name << name;
+    mLogger.info("") << QStringView(name).first(1) << QLatin1String("\xE9") << name % u'x' << name;
+    mLogger.info("") << QByteArray("a b") << QColor(1, 2, 3) << QChar(u'c') << std::optional(name);
+    mLogger.info("") << std::vector<bool>{true} << other::Shown() << std::vector<other::Shown>(2);
+    mLogger.info("") << u"wide" << U'w' << std::wstring(L"w") << name;
+    EXPECT_THAT(
+        texts(), ElementsAre("at (1,2) 尺 \"%1\"ff尺 \"%1\"", "尺 \"%1\"1.5\n  尺 \"%1\"尺 \"%1\"",
+                     "尺é尺 \"%1\"x尺 \"%1\"", R"(a%20b#010203'c'["尺 \"%1\""])",
+                     "[true]shown[shown, shown]", R"("wide"'w'"w"尺 "%1")"));
+}
+
+TEST_F(LoggerTest, KeepsEveryOtherStreamOperator)
+{
+    const QString name = u"x"_s;
+    char buffer[] = "buffer";
+    std::stringbuf content("content");
+    std::ostream &out = mLogger.info("") << 1;
+    static_cast<void>(out);
+    mLogger.info("") << buffer << std::string("s") << true << 'c' << nullptr << &content << name;
+    mLogger.info("") << other::Printed() << other::PrintedAndShown() << other::Number() << name;
+    mLogger.info("") << other::High << QVariant(1) << std::quoted("q") << std::complex(1, 2)
+                     << name;
+    mLogger.info("") << std::hex << std::showbase << 255 << std::flush << std::dec << 10 << name;
+    mLogger.info("") << 1 << std::vector{1} << 2;
+    mLogger.info("") << 1 << QList<int>() << 2;
+    mLogger.info("") << 1 << other::Kind::Plain << name;
+    StreamLogger kept = mLogger.info("");
+    kept << name << 1 << name;
+    std::move(kept) << 2 << name;
+    kept = mLogger.info("");
+    EXPECT_THAT(texts(), ElementsAre("1", "buffers1cnullptrcontentx", "printedprinted42x",
+                             "0module's variant\"q\"(1,2)x", "0xff10x", "1scoped vector2",
+                             "1scoped list2", "1scoped kindmodule's text", "x1x2x"));
 }
 
 TEST_F(LoggerTest, DeliversUpToTheFurthestPositionWrittenUnlessEmpty)

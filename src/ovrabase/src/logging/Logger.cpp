@@ -3,8 +3,11 @@
 
 #include "ovrabase/logging/Logger.h"
 
+#include <QByteArray>
+
 #include <locale>
 #include <new>
+#include <string_view>
 #include <utility>
 
 namespace Vyn {
@@ -108,6 +111,14 @@ StreamLogger &StreamLogger::operator=(StreamLogger &&other) noexcept
         mSeverity = other.mSeverity;
         mContext = std::move(other.mContext);
     }
+    return *this;
+}
+
+StreamLogger &StreamLogger::writeText(QStringView text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    static_cast<std::ostream &>(*this)
+        << std::string_view(utf8.constData(), static_cast<std::size_t>(utf8.size()));
     return *this;
 }
 

@@ -5,15 +5,86 @@
 
 #include <ovrabase/export.h>
 #include <ovrabase/logging/LogContext.h>
+#include <ovrabase/logging/logStr.h>
 
+#include <QStringView>
+
+#include <concepts>
 #include <functional>
 #include <istream>
 #include <sstream>
 #include <string>
+#include <type_traits>
 
 namespace Vyn {
 
 class StreamLogger;
+
+/// How a value is written to a message; not for callers. Each concept looks up the stream operators
+/// that the namespaces of the value bring, beside a deleted one that wins or is ambiguous where the
+/// concept does not hold.
+namespace LogStream {
+
+struct Anything {
+    template<class T>
+    Anything(const T &);
+};
+
+namespace Exactly {
+template<class C, class Traits, class T>
+void operator<<(std::basic_ostream<C, Traits> &, const T &) = delete;
+
+/// There is an operator for T itself.
+template<class T>
+concept Writable = requires(std::ostream &stream, const T &value)
+{
+    stream << value;
+};
+} // namespace Exactly
+
+namespace WithoutConversion {
+void operator<<(std::ostream &, Anything) = delete;
+
+/// There is an operator that takes a T without one of its conversion functions: for its base class,
+/// or for the integer that an enumeration is.
+template<class T>
+concept Writable = requires(std::ostream &stream, const T &value)
+{
+    stream << value;
+};
+} // namespace WithoutConversion
+
+namespace Anyhow {
+void operator<<(Anything, Anything) = delete;
+
+/// There is an operator that takes a T.
+template<class T>
+concept Writable = requires(std::ostream &stream, const T &value)
+{
+    stream << value;
+};
+} // namespace Anyhow
+
+template<class T>
+concept Text = std::same_as<T, QString> || std::same_as<T, QStringView> ||
+    std::same_as<T, QLatin1String> ||
+    (LogStr::isStringBuilder<T> &&std::convertible_to<const T &, QString>);
+
+/// Only logStr() shows a T.
+template<class T>
+concept Shown = !WithoutConversion::Writable<T> && LogStr::HasForm<T>;
+
+/// What goes to the message whatever operators the caller has in scope. The standard ones for wide
+/// characters and strings are deleted and would stand in the way.
+template<class T>
+concept Preferred = Text<T> || Exactly::Writable<T> ||
+    (std::is_scalar_v<std::decay_t<T>> &&Shown<T>);
+
+/// What goes there if the caller has no operator for it in scope.
+template<class T>
+concept Other = !Preferred<T> && (Shown<T> || Anyhow::Writable<T>);
+
+} // namespace LogStream
 
 /// The handle through which code writes log text: a value that holds one delegate.
 ///
@@ -45,6 +116,17 @@ private:
 /// One message: what is written to it reaches the logger's delegate when the object ends,
 /// normally with the statement. An empty message is never delivered, and nothing is thrown on
 /// delivery. No lock is held while it is written. Belongs to the thread that made it.
+///
+/// The operator << takes, and returns the message again:
+/// - QString, QStringView, QLatin1String and string builders: their text in UTF-8, without quotes,
+///   also where a module has an operator of its own for them;
+/// - what std::ostream takes: by the operators and manipulators of the standard library, and those
+///   in the namespace of the value;
+/// - what else has a logStr(): the text that this returns.
+///
+/// An operator that stands in another namespace than its type is found only by callers in its
+/// scope. It is used, except for the first value of a statement, and returns no message but
+/// normally a std::ostream, which takes no Qt values.
 class OVRABASE_EXPORT StreamLogger : public std::iostream {
 public:
     /// The moved-from object delivers nothing.
@@ -56,11 +138,76 @@ public:
     /// Delivers the message that this object holds, then goes on with that of \a other.
     StreamLogger &operator=(StreamLogger &&other) noexcept;
 
+    template<LogStream::Preferred T>
+    friend StreamLogger &operator<<(StreamLogger &message, const T &value)
+    {
+        return message.write(value);
+    }
+
+    /// The message comes as what it derives from, of any character type: every other operator for
+    /// the type of the value is the better match.
+    template<class C, class Traits, LogStream::Other T>
+    friend StreamLogger &operator<<(std::basic_ostream<C, Traits> &message, const T &value)
+    {
+        return static_cast<StreamLogger &>(message).write(value);
+    }
+
+    /// What is begun in a statement goes on as an lvalue, which all operators take.
+    template<class T>
+    requires(LogStream::Preferred<T> || LogStream::Other<T>) friend StreamLogger &operator<<(
+        StreamLogger &&message, const T &value)
+    {
+        return message.write(value);
+    }
+
+    /// \name Manipulators that are templates, such as std::endl
+    /// \{
+    friend StreamLogger &operator<<(
+        StreamLogger &message, std::ostream &(*manipulator)(std::ostream &))
+    {
+        manipulator(message);
+        return message;
+    }
+    friend StreamLogger &operator<<(
+        StreamLogger &&message, std::ostream &(*manipulator)(std::ostream &))
+    {
+        return message << manipulator;
+    }
+    friend StreamLogger &operator<<(StreamLogger &message, std::ios &(*manipulator)(std::ios &))
+    {
+        manipulator(message);
+        return message;
+    }
+    friend StreamLogger &operator<<(StreamLogger &&message, std::ios &(*manipulator)(std::ios &))
+    {
+        return message << manipulator;
+    }
+    /// \}
+
 private:
     friend class Logger;
     StreamLogger(
         const Logger::Delegate &delegate, Logger::LogSeverity severity, std::string &&context);
     void deliver() noexcept;
+
+    StreamLogger &writeText(QStringView text);
+
+    template<class T>
+    StreamLogger &write(const T &value)
+    {
+        if constexpr (LogStream::Text<T>) {
+            if constexpr (std::convertible_to<const T &, QStringView>) {
+                return writeText(value);
+            } else {
+                return writeText(QString(value));
+            }
+        } else if constexpr (LogStream::Shown<T>) {
+            return writeText(LogStr::Form<T>::of(value));
+        } else {
+            static_cast<std::ostream &>(*this) << value;
+            return *this;
+        }
+    }
 
     std::stringbuf mText;
     Logger::Delegate mDelegate;

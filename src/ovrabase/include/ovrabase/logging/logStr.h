@@ -239,16 +239,15 @@ QString logStr(T value) = delete;
 QString logStr(const volatile void *value) = delete;
 QString logStr(LogStr::Convertible value) = delete;
 
-template<class T>
-QString logStr(const QList<T> &values);
-template<class T, class Allocator>
-QString logStr(const std::vector<T, Allocator> &values);
-template<class T>
-QString logStr(const std::optional<T> &value);
-
 namespace LogStr {
 
-/// Finds logStr() of T among those above, and by its argument in the namespace of T.
+/// The logStr() of T, if there is one. Defined below all overloads, so that each finds the others.
+template<class T>
+struct Form;
+
+template<class T>
+concept HasForm = Form<T>::exists;
+
 template<class T, class Range>
 QString listOf(const Range &values)
 {
@@ -258,7 +257,7 @@ QString listOf(const Range &values)
         if (!std::exchange(isFirst, false)) {
             text += QStringLiteral(", ");
         }
-        text += logStr(value);
+        text += Form<T>::of(value);
     }
     return text += u']';
 }
@@ -266,24 +265,32 @@ QString listOf(const Range &values)
 } // namespace LogStr
 
 /// Returns "[a, b]" with the logStr() of each value.
-template<class T>
+template<LogStr::HasForm T>
 QString logStr(const QList<T> &values)
 {
     return LogStr::listOf<T>(values);
 }
 
 /// Returns "[a, b]" with the logStr() of each value.
-template<class T, class Allocator>
+template<LogStr::HasForm T, class Allocator>
 QString logStr(const std::vector<T, Allocator> &values)
 {
     return LogStr::listOf<T>(values);
 }
 
 /// Returns the list of the one value, or of none: "[a]" or "[]".
-template<class T>
+template<LogStr::HasForm T>
 QString logStr(const std::optional<T> &value)
 {
-    return value ? QStringLiteral("[%1]").arg(logStr(*value)) : QStringLiteral("[]");
+    return value ? QStringLiteral("[%1]").arg(LogStr::Form<T>::of(*value)) : QStringLiteral("[]");
 }
+
+/// Finds the functions above, and others by their argument in the namespace of T.
+template<class T>
+struct LogStr::Form {
+    static constexpr bool exists = requires(const T &value) { logStr(value); };
+
+    static QString of(const T &value) { return logStr(value); }
+};
 
 } // namespace Vyn
