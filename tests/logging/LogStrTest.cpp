@@ -8,7 +8,9 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <functional>
 #include <limits>
+#include <set>
 
 namespace {
 
@@ -37,6 +39,7 @@ namespace Vyn {
 namespace {
 
 using namespace Qt::StringLiterals;
+using namespace std::string_literals;
 
 template<class T>
 const T *const kNull = nullptr;
@@ -54,7 +57,10 @@ TEST(LogStr, ShowsTextAsALiteral)
         {logStr("é"), R"("é")"}, {logStr(reinterpret_cast<const unsigned char *>("é")), R"("é")"},
         {logStr(u"😀"), R"("😀")"}, {logStr(U"😀"), R"("😀")"}, {logStr(L"😀"), R"("😀")"},
         {logStr(std::string("é")), R"("é")"}, {logStr(std::u16string(u"😀")), R"("😀")"},
-        {logStr(std::u32string(U"😀")), R"("😀")"}, {logStr(std::wstring(L"😀")), R"("😀")"}});
+        {logStr(std::u32string(U"😀")), R"("😀")"}, {logStr(std::wstring(L"😀")), R"("😀")"},
+        {logStr(std::string_view("é\0é", 3)), "\"é\0\""s}, {logStr(std::string_view()), R"("")"},
+        {logStr(QStringView(u"é\"%1")), R"("é\"%1")"}, {logStr(QLatin1String("\xE9")), R"("é")"},
+        {logStr(std::filesystem::path(u"a/尺\t")), R"("a/尺\t")"}});
     char buffer[] = "in a buffer";
     expectShown({{logStr(buffer), R"("in a buffer")"}, {logStr(kNull<char>), "<null string>"},
         {logStr(kNull<unsigned char>), "<null string>"}, {logStr(kNull<char16_t>), "<null string>"},
@@ -86,9 +92,12 @@ TEST(LogStr, RefusesWhatMerelyConverts)
     static_assert(!HasForm<int Mine::*> && !HasForm<Unscoped> && !HasForm<Scoped>);
     static_assert(!HasForm<Qt::GlobalColor> && !HasForm<Qt::CursorShape>);
     static_assert(!HasForm<signed char> && !HasForm<char8_t> && !HasForm<long double>);
-    static_assert(!HasForm<QStringView> && !HasForm<QLatin1String> && !HasForm<QLatin1Char>);
-    static_assert(!HasForm<std::true_type> && !HasForm<std::filesystem::path>);
-    static_assert(!HasForm<QVariantMap> && !HasForm<QGradient> && !HasForm<Mine>);
+    static_assert(!HasForm<std::true_type> && !HasForm<QLatin1Char> && !HasForm<QGradient>);
+    static_assert(!HasForm<std::set<int>> && !HasForm<QHash<int, int>>);
+    static_assert(!HasForm<std::vector<int *>> && !HasForm<QSet<Scoped>> &&
+                  !HasForm<std::pair<int, Scoped>> && !HasForm<std::array<Unscoped, 1>> &&
+                  !HasForm<std::map<Scoped, int>> && !HasForm<QMap<int, QList<void *>>> &&
+                  !HasForm<std::optional<Scoped>>);
 }
 
 TEST(LogStr, ShowsBytesNamesDatesAndExpressions)
@@ -235,7 +244,7 @@ TEST(LogStr, KnowsTheseTypesInVariants)
         "QVector2D QVector3D QVector4D bool char double int qlonglong qulonglong uint");
 }
 
-TEST(LogStr, ShowsListsAndOptionals)
+TEST(LogStr, ShowsContainersOfWhatHasAForm)
 {
     expectShown({{logStr(std::vector<int>{1, 2}), "[1, 2]"}, {logStr(std::vector<int>()), "[]"},
         {logStr(std::vector<bool>{true, false}), "[true, false]"},
@@ -245,7 +254,16 @@ TEST(LogStr, ShowsListsAndOptionals)
         {logStr(QVariantList{1}), "[QVariant(1 as int)]"},
         {logStr(QList<QByteArray>{"", "a", ""}), "[, a, ]"},
         {logStr(std::vector<QList<Mine>>{{{1}, {2}}}), "[[mine 1, mine 2]]"},
-        {logStr(std::optional(Mine{3})), "[mine 3]"}});
+        {logStr(std::optional(Mine{3})), "[mine 3]"}, {logStr(std::array{'a', 'b'}), "['a', 'b']"},
+        {logStr(std::pair(true, std::pair(1, u"%1"_s))), R"((true, (1, "%1")))"},
+        {logStr(QMap<QString, QList<Mine>>{{u"b"_s, {}}, {u"a"_s, {{1}}}}),
+            R"({"a": [mine 1], "b": []})"},
+        {logStr(std::map<int, std::array<bool, 0>, std::greater<>>{{1, {}}, {2, {}}}),
+            "{2: [], 1: []}"},
+        {logStr(QVariantMap{{u"b"_s, 1}, {u"a"_s, 2}}),
+            "{a: QVariant(2 as int), b: QVariant(1 as int)}"}});
+    const QSet<int> set{1, 2, 3};
+    EXPECT_EQ(logStr(set), logStr(set.values()));
 }
 
 } // namespace

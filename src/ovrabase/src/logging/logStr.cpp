@@ -39,6 +39,26 @@ QString logStr(const QString &value)
     return OvraBase::StringUtils::asStringLiteral(value);
 }
 
+QString logStr(QStringView value)
+{
+    return logStr(value.toString());
+}
+
+QString logStr(QLatin1String value)
+{
+    return logStr(QString(value));
+}
+
+QString logStr(std::string_view value)
+{
+    return logStr(QString::fromUtf8(value.data(), static_cast<qsizetype>(value.size())));
+}
+
+QString logStr(const std::filesystem::path &value)
+{
+    return logStr(value.native());
+}
+
 QString logStr(const std::string &value)
 {
     return logStr(QString::fromStdString(value));

@@ -48,7 +48,7 @@ QString format(const QVariant &variant)
     return logStr(variant.value<T>());
 }
 
-/// A map shows its entries in key order. Only variants show maps, so there is no overload for them.
+/// A map in a variant has another form than one of its own.
 template<>
 QString format<QVariantMap>(const QVariant &variant)
 {
@@ -58,6 +58,16 @@ QString format<QVariantMap>(const QVariant &variant)
         entries += QStringLiteral("(%1, %2)").arg(logStr(entry.key()), logStr(*entry));
     }
     return u'[' + entries.join(QStringLiteral(", ")) + u']';
+}
+
+template<class Container>
+QString namedVariants(const Container &values)
+{
+    QStringList entries;
+    for (auto entry = values.cbegin(); entry != values.cend(); ++entry) {
+        entries += entry.key() + QStringLiteral(": ") + logStr(*entry);
+    }
+    return u'{' + entries.join(QStringLiteral(", ")) + u'}';
 }
 
 /// Makes a table that is never destroyed: services log until the very end.
@@ -90,11 +100,12 @@ QString logStr(const QVariant &value)
 
 QString logStr(const QHash<QString, QVariant> &value)
 {
-    QStringList entries;
-    for (auto entry = value.cbegin(); entry != value.cend(); ++entry) {
-        entries += entry.key() + QStringLiteral(": ") + logStr(*entry);
-    }
-    return u'{' + entries.join(QStringLiteral(", ")) + u'}';
+    return namedVariants(value);
+}
+
+QString logStr(const QMap<QString, QVariant> &value)
+{
+    return namedVariants(value);
 }
 
 } // namespace Vyn

@@ -6,11 +6,16 @@
 #include <ovrabase/export.h>
 
 #include <QString>
+#include <QStringView>
 #include <QtContainerFwd>
 
+#include <array>
 #include <concepts>
+#include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -68,15 +73,20 @@ QT_END_NAMESPACE
 /// but for the one of QCursor (in a variant, too), and none fails.
 ///
 /// A type of your own joins in with a function `QString logStr(const Type &)` in its own namespace.
-/// Lists and optionals of it then have a logStr() too. Types of the standard library, whose
-/// namespace is not yours, cannot join.
+/// The containers below then have a logStr() too, as long as all of what they hold has one. Types
+/// of the standard library that are not listed here are written out by the caller: they have no
+/// form, and their namespace takes no functions of yours.
 namespace Vyn {
 
 /// \name Text, as a literal: quoted and escaped by StringUtils::asStringLiteral()
-/// Pointers are to zero-terminated text, of UTF-8 where the characters are bytes; null gives
-/// "<null string>".
+/// Bytes are read as UTF-8. Pointers are to zero-terminated text; null gives "<null string>". A
+/// path keeps the separators that it has.
 /// \{
 OVRABASE_EXPORT QString logStr(const QString &value);
+OVRABASE_EXPORT QString logStr(QStringView value);
+OVRABASE_EXPORT QString logStr(QLatin1String value);
+OVRABASE_EXPORT QString logStr(std::string_view value);
+OVRABASE_EXPORT QString logStr(const std::filesystem::path &value);
 OVRABASE_EXPORT QString logStr(const std::string &value);
 OVRABASE_EXPORT QString logStr(const std::u16string &value);
 OVRABASE_EXPORT QString logStr(const std::u32string &value);
@@ -189,8 +199,13 @@ OVRABASE_EXPORT QString logStr(const QCursor &value);
 /// that is not known here; "QVariant(Null)" for a null variant of such a type.
 OVRABASE_EXPORT QString logStr(const QVariant &value);
 
-/// Returns "{key: value, key: value}" in the order of the hash, the keys without quotes.
+/// \name Named variants: "{key: value, key: value}" with the keys without quotes
+/// In the order of the hash, or of the keys. In a variant a map has another form:
+/// "[("key", value), ("key", value)]".
+/// \{
 OVRABASE_EXPORT QString logStr(const QHash<QString, QVariant> &value);
+OVRABASE_EXPORT QString logStr(const QMap<QString, QVariant> &value);
+/// \}
 
 /// What the functions below are made of; not for callers.
 namespace LogStr {
@@ -248,34 +263,82 @@ struct Form;
 template<class T>
 concept HasForm = Form<T>::exists;
 
-template<class T, class Range>
-QString listOf(const Range &values)
+/// Joins what \a shown makes of each of \a values.
+template<class Range, class Function>
+QString joined(QChar open, const Range &values, const Function &shown, QChar close)
 {
-    QString text(u'[');
+    QString text(open);
     bool isFirst = true;
-    for (const T &value : values) {
+    for (const auto &value : values) {
         if (!std::exchange(isFirst, false)) {
             text += QStringLiteral(", ");
         }
-        text += Form<T>::of(value);
+        text += shown(value);
     }
-    return text += u']';
+    return text += close;
+}
+
+template<class T, class Range>
+QString listOf(const Range &values)
+{
+    return joined(u'[', values, &Form<T>::of, u']');
+}
+
+template<class Key, class T, class Map>
+QString mapOf(const Map &values)
+{
+    const auto entry = [](const auto &pair) {
+        return Form<Key>::of(pair.first) + QStringLiteral(": ") + Form<T>::of(pair.second);
+    };
+    return joined(u'{', values, entry, u'}');
 }
 
 } // namespace LogStr
 
-/// Returns "[a, b]" with the logStr() of each value.
+/// \name Lists: "[a, b]" with the logStr() of each value, in the order of the container
+/// \{
 template<LogStr::HasForm T>
 QString logStr(const QList<T> &values)
 {
     return LogStr::listOf<T>(values);
 }
-
-/// Returns "[a, b]" with the logStr() of each value.
+template<LogStr::HasForm T>
+QString logStr(const QSet<T> &values)
+{
+    return LogStr::listOf<T>(values);
+}
 template<LogStr::HasForm T, class Allocator>
 QString logStr(const std::vector<T, Allocator> &values)
 {
     return LogStr::listOf<T>(values);
+}
+template<LogStr::HasForm T, std::size_t N>
+QString logStr(const std::array<T, N> &values)
+{
+    return LogStr::listOf<T>(values);
+}
+/// \}
+
+/// \name Maps: "{key: value, key: value}" with the logStr() of each key and value, in key order
+/// \{
+template<LogStr::HasForm Key, LogStr::HasForm T>
+QString logStr(const QMap<Key, T> &values)
+{
+    return LogStr::mapOf<Key, T>(values.asKeyValueRange());
+}
+template<LogStr::HasForm Key, LogStr::HasForm T, class Compare, class Allocator>
+QString logStr(const std::map<Key, T, Compare, Allocator> &values)
+{
+    return LogStr::mapOf<Key, T>(values);
+}
+/// \}
+
+/// Returns "(a, b)" with the logStr() of both.
+template<LogStr::HasForm A, LogStr::HasForm B>
+QString logStr(const std::pair<A, B> &value)
+{
+    return u'(' + LogStr::Form<A>::of(value.first) + QStringLiteral(", ") +
+           LogStr::Form<B>::of(value.second) + u')';
 }
 
 /// Returns the list of the one value, or of none: "[a]" or "[]".
