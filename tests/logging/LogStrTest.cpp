@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <functional>
 #include <limits>
+#include <memory>
 #include <set>
 
 namespace {
@@ -223,6 +224,33 @@ TEST(LogStr, ShowsWhatAVariantHolds)
         {logStr(QVariant(QVariantHash{{u"%1"_s, 1}})),
             "QVariant({%1: QVariant(1 as int)} as QVariantHash)"},
         {logStr(QVariantHash()), "{}"}});
+}
+
+TEST(LogStr, ShowsAThousandNestedVariantsOnASmallStackAndCutsDeeperOnes)
+{
+    const auto nested = [](int depth) {
+        QVariant value = 5;
+        for (int i = 0; i < depth; ++i) {
+            value = i % 3 == 0   ? QVariant(QVariantList{value})
+                    : i % 3 == 1 ? QVariant(QVariantMap{{u"k"_s, value}})
+                                 : QVariant(QVariantHash{{u"k"_s, value}});
+        }
+        return value;
+    };
+    const std::unique_ptr<QThread> thread(QThread::create([&nested] {
+        const QString full = logStr(nested(1000));
+        EXPECT_TRUE(full.contains(u"{k: QVariant([(\"k\", QVariant([QVariant(5 as int)] as "_s));
+        EXPECT_EQ(full.count(u"QVariant("_s), 1001);
+        EXPECT_EQ(full.count(u'…'), 0);
+        for (const int depth : {1001, 1500}) {
+            const QString cut = logStr(nested(depth));
+            EXPECT_EQ(cut.count(u"QVariant("_s), 1000);
+            EXPECT_EQ(cut.count(u'…'), 1);
+        }
+    }));
+    thread->setStackSize(1024 * 1024);
+    thread->start();
+    thread->wait();
 }
 
 TEST(LogStr, KnowsTheseTypesInVariants)

@@ -196,7 +196,8 @@ OVRABASE_EXPORT QString logStr(const QCursor &value);
 /// \}
 
 /// Returns "QVariant(text as type)", with the logStr() of what \a value holds, "<?>" for a type
-/// that is not known here; "QVariant(Null)" for a null variant of such a type.
+/// that is not known here; "QVariant(Null)" for a null variant of such a type. Lists, maps and
+/// hashes of variants show up to 1000 of them nested; for one that is nested deeper stands "…".
 OVRABASE_EXPORT QString logStr(const QVariant &value);
 
 /// \name Named variants: "{key: value, key: value}" with the keys without quotes
