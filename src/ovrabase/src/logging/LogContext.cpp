@@ -1,0 +1,202 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "ovrabase/logging/LogContext.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace Vyn::Detail {
+namespace {
+
+constexpr std::size_t kNowhere = std::string_view::npos;
+constexpr std::string_view kAbiTag = "[abi:";
+constexpr std::string_view kOperator = "operator";
+constexpr std::string_view kLambda = "<lambda("; // GCC: "f()::<lambda(int)>"
+
+bool isOneOf(char c, std::string_view characters)
+{
+    return characters.find(c) != kNowhere;
+}
+
+bool isWordPart(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+bool endsWithWord(std::string_view text, std::string_view word)
+{
+    return text.ends_with(word) &&
+           (text.size() == word.size() || !isWordPart(text[text.size() - word.size() - 1]));
+}
+
+/// Returns the end of the literal that begins at \a at. An apostrophe may be one in a file's name.
+std::size_t afterLiteral(std::string_view text, std::size_t at)
+{
+    constexpr std::size_t kLongestCharacter = 12; // '\U0001F600'
+    const bool isString = text[at] == '"';
+    const std::size_t limit =
+        isString ? text.size() : std::min(text.size(), at + kLongestCharacter);
+    for (std::size_t i = at + 1; i < limit; ++i) {
+        if (text[i] == '\\') {
+            ++i;
+        } else if (text[i] == text[at]) {
+            return i + 1;
+        }
+    }
+    return isString ? text.size() : at + 1;
+}
+
+/// Returns the end of the group whose bracket opens at \a at.
+std::size_t afterGroup(std::string_view text, std::size_t at)
+{
+    int depth = 0;
+    while (at < text.size()) {
+        const char c = text[at];
+        if (isOneOf(c, "\"'")) {
+            at = afterLiteral(text, at);
+            continue;
+        }
+        ++at;
+        if (isOneOf(c, "([{")) {
+            ++depth;
+        } else if (isOneOf(c, ")]}") && --depth == 0) {
+            break;
+        }
+    }
+    return at;
+}
+
+/// Returns the end of the symbol of an operator that begins at \a at, which may hold "<" and ">".
+std::size_t afterSymbol(std::string_view text, std::size_t at)
+{
+    for (const std::string_view symbol :
+        {"<=>", "<<=", ">>=", "->*", "<<", ">>", "<=", ">=", "->", "<", ">"}) {
+        if (text.substr(at).starts_with(symbol)) {
+            return at + symbol.size();
+        }
+    }
+    return at;
+}
+
+/// Returns where the name begins: behind the last space, "*" or "&" in front of the parameters, or
+/// of the keyword of an operator.
+std::size_t beginOfName(std::string_view text)
+{
+    std::size_t begin = 0;
+    int templates = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        const char c = text[i];
+        const std::string_view before = text.substr(0, i);
+        if (isOneOf(c, "\"'")) {
+            i = afterLiteral(text, i);
+            continue;
+        }
+        if (c == ' ' || c == '*' || c == '&') {
+            begin = templates == 0 ? i + 1 : begin;
+        } else if (c == '<') {
+            if (templates == 0 && text.substr(i).starts_with(kLambda)) {
+                break;
+            }
+            ++templates;
+        } else if (c == '>' && templates > 0 && !before.ends_with('-')) {
+            --templates;
+        } else if (c == '[' || c == '{') {
+            i = afterGroup(text, i);
+            continue;
+        } else if (c == '(') {
+            // A scope without a name: "(anonymous namespace)::f()".
+            const bool isScope = i == 0 || before.ends_with(':') ||
+                                 text.substr(i).starts_with("(anonymous") ||
+                                 text.substr(i).starts_with("(unnamed");
+            const bool isType = before.ends_with("decltype") || before.ends_with("decltype ");
+            if (templates > 0 || isScope || isType) {
+                i = afterGroup(text, i);
+                continue;
+            }
+            if (!isOneOf(before.back(), " *&(")) {
+                break;
+            }
+            begin = i + 1; // "int (* f(char))(long)": the name stands inside the type
+        } else if (c == kOperator.front() && text.substr(i).starts_with(kOperator) &&
+                   (i == 0 || !isWordPart(before.back()))) {
+            const std::size_t symbol = i + kOperator.size();
+            if (symbol == text.size() || !isWordPart(text[symbol])) {
+                if (templates == 0) {
+                    break;
+                }
+                i = afterSymbol(text, symbol);
+                continue;
+            }
+        }
+        ++i;
+    }
+    return begin;
+}
+
+/// Returns where the name that begins at \a begin ends: before the parameters of the last function
+/// that is called \a function, or behind the last lambda.
+std::size_t endOfName(std::string_view text, std::size_t begin, std::string_view function)
+{
+    std::size_t end = kNowhere;
+    std::size_t lastParameters = text.size();
+    for (std::size_t i = begin; i < text.size();) {
+        const char c = text[i];
+        const std::string_view before = text.substr(begin, i - begin);
+        if (isOneOf(c, ")]}")) {
+            break; // of the type that the name stands in
+        }
+        if (isOneOf(c, "\"'")) {
+            i = afterLiteral(text, i);
+        } else if (isOneOf(c, "([{")) {
+            if (c == '(' && endsWithWord(before, function)) {
+                end = i;
+            } else if (c == '(' && !before.empty() && !isOneOf(before.back(), ": ")) {
+                lastParameters = i;
+            }
+            i = afterGroup(text, i);
+        } else if (c == '<' && function == "operator()" && text.substr(i).starts_with(kLambda)) {
+            i = afterGroup(text, i + kLambda.size() - 1);
+            i += i < text.size() ? 1 : 0;
+            end = i;
+        } else {
+            ++i;
+        }
+    }
+    // A conversion to a template parameter is not called as the text spells it.
+    return end == kNowhere ? lastParameters : end;
+}
+
+} // namespace
+
+std::string_view qualifiedNameOf(std::string_view signature, std::string_view function)
+{
+    if (function.empty() || function == signature) {
+        return signature; // outside of functions, or qualified already
+    }
+    const std::size_t begin = beginOfName(signature);
+    return signature.substr(begin, endOfName(signature, begin, function) - begin);
+}
+
+LogContext::LogContext(
+    std::string_view place, std::string_view signature, std::string_view function)
+    : mPlace(place.substr(place.find_last_of("/\\") + 1))
+    , mFunction(qualifiedNameOf(signature, function))
+{
+}
+
+std::string LogContext::text() const
+{
+    std::string text;
+    constexpr std::size_t kLoggersPrefix = 16; // put in front of it later
+    text.reserve(mPlace.size() + mFunction.size() + 2 + kLoggersPrefix);
+    text.append(mPlace);
+    std::string_view rest = mFunction;
+    for (std::size_t tag = rest.find(kAbiTag); tag != kNowhere; tag = rest.find(kAbiTag)) {
+        text.append(rest.substr(0, tag));
+        rest.remove_prefix(std::min(rest.find(']', tag), rest.size() - 1) + 1);
+    }
+    return text.append(rest).append("()");
+}
+
+} // namespace Vyn::Detail
