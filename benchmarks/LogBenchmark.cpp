@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// One whole message, from the statement to a delegate that takes QStrings: ours beside spdlog with
-// a sink of its own that makes the same QStrings and calls the same delegate.
+// One whole message. A bound logger, from the statement to a delegate that takes QStrings, beside
+// spdlog with a sink of its own that makes the same QStrings and calls the same delegate; a logger
+// without a delegate beside spdlog with its null sink.
 
 #include <ovrabase/logging/LogManager.h>
 #include <ovrabase/logging/Logger.h>
@@ -10,6 +11,7 @@
 #include <QString>
 
 #include <spdlog/sinks/base_sink.h>
+#include <spdlog/sinks/null_sink.h>
 #include <spdlog/spdlog.h>
 
 #include <benchmark/benchmark.h>
@@ -72,9 +74,8 @@ void unboundLogger(benchmark::State &state)
 }
 BENCHMARK(unboundLogger);
 
-void spdlogSink(benchmark::State &state)
+void spdlogMessage(benchmark::State &state, spdlog::logger logger)
 {
-    spdlog::logger logger("core", std::make_shared<QStringSink>(std::make_shared<Consumer>()));
     const std::string context = "Debug: " + LOG_CONTEXT;
     const spdlog::source_loc place("", 1, context.c_str());
     int i = 0;
@@ -82,7 +83,18 @@ void spdlogSink(benchmark::State &state)
         logger.log(place, spdlog::level::info, "Imported the mesh with triangles: {}", ++i);
     }
 }
+
+void spdlogSink(benchmark::State &state)
+{
+    spdlogMessage(state, {"core", std::make_shared<QStringSink>(std::make_shared<Consumer>())});
+}
 BENCHMARK(spdlogSink);
+
+void spdlogNullSink(benchmark::State &state)
+{
+    spdlogMessage(state, {"core", std::make_shared<spdlog::sinks::null_sink_mt>()});
+}
+BENCHMARK(spdlogNullSink);
 
 } // namespace
 

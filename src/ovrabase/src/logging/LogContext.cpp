@@ -188,15 +188,17 @@ LogContext::LogContext(
 std::string LogContext::text() const
 {
     std::string text;
-    constexpr std::size_t kLoggersPrefix = 16; // put in front of it later
-    text.reserve(mPlace.size() + mFunction.size() + 2 + kLoggersPrefix);
+    // A logger puts a prefix in front of it, or takes the room for a message that is dropped.
+    constexpr std::size_t kRoom = 128;
+    text.reserve(mPlace.size() + mFunction.size() + kRoom);
     text.append(mPlace);
     std::string_view rest = mFunction;
     for (std::size_t tag = rest.find(kAbiTag); tag != kNowhere; tag = rest.find(kAbiTag)) {
         text.append(rest.substr(0, tag));
         rest.remove_prefix(std::min(rest.find(']', tag), rest.size() - 1) + 1);
     }
-    return text.append(rest).append("()");
+    text.append(rest).append("()");
+    return text;
 }
 
 } // namespace Vyn::Detail

@@ -41,12 +41,18 @@ private:
     }
 };
 
-/// Room for a message of common length, so that writing it allocates nothing more.
-std::string roomForAMessage()
+/// Returns empty room for a message, so that writing one of common length allocates nothing more.
+/// Without a delegate nobody reads the context, whose room is taken then.
+std::string roomForAMessage(bool hasDelegate, std::string &context)
 {
-    constexpr std::size_t kCommonLength = 240;
     std::string room;
-    room.reserve(kCommonLength);
+    if (hasDelegate) {
+        constexpr std::size_t kCommonLength = 240;
+        room.reserve(kCommonLength);
+    } else {
+        room = std::move(context);
+        room.clear();
+    }
     return room;
 }
 
@@ -80,7 +86,7 @@ void Logger::setDelegate(Delegate delegate)
 StreamLogger::StreamLogger(
     const Logger::Delegate &delegate, Logger::LogSeverity severity, std::string &&context)
     : std::iostream(Pristine::ofThread())
-    , mText(roomForAMessage(), std::ios::in | std::ios::out)
+    , mText(roomForAMessage(static_cast<bool>(delegate), context), std::ios::in | std::ios::out)
     , mDelegate(delegate)
     , mSeverity(severity)
     , mContext(std::move(context))
@@ -129,9 +135,12 @@ StreamLogger::~StreamLogger()
 
 void StreamLogger::deliver() noexcept
 {
+    if (!mDelegate) {
+        return;
+    }
     try {
         std::string text = std::move(mText).str();
-        if (mDelegate && !text.empty()) {
+        if (!text.empty()) {
             mDelegate(mSeverity, std::move(mContext), std::move(text));
         }
     } catch (...) {
