@@ -54,16 +54,17 @@ QString format(const QVariant &variant)
     return logStr(variant.value<T>());
 }
 
+/// Makes a table that is never destroyed: services log until the very end.
 template<class... Types>
-QHash<int, Formatter> formattersOf()
+const QHash<int, Formatter> &formattersOf()
 {
-    return {{QMetaType::fromType<Types>().id(), &format<Types>}...};
+    return *new QHash<int, Formatter>{{QMetaType::fromType<Types>().id(), &format<Types>}...};
 }
 
 /// Returns how a variant of \a type is written that holds no variants itself, or null.
 Formatter formatterOf(int type)
 {
-    static const auto formatters = formattersOf<bool, int, uint, qlonglong, qulonglong, double,
+    static const auto &formatters = formattersOf<bool, int, uint, qlonglong, qulonglong, double,
         char, QString, QStringList, QByteArray, QBitArray, QDate, QTime, QDateTime, QUrl, QLocale,
         QRect, QRectF, QSize, QSizeF, QLine, QLineF, QPoint, QPointF, QRegularExpression,
         QEasingCurve, QUuid, QModelIndex, QPersistentModelIndex, QFont, QPixmap, QBrush, QColor,
