@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const auto letter = [&](unsigned of) {
         return QChar(static_cast<char16_t>(of % letters * distance));
     };
-    QString a(input.ConsumeIntegralInRange<qsizetype>(0, 200), Qt::Uninitialized);
+    QString a(input.ConsumeIntegralInRange<qsizetype>(0, 400), Qt::Uninitialized);
     std::generate(a.begin(), a.end(), [&, i = 0U]() mutable { return letter(i++); });
     QString b = a;
     while (input.remaining_bytes() > 0) {
@@ -49,5 +49,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     require(StringUtils::damerauLevenshteinSubstringDistance(a, b) == expected.part);
     require(matcher.distance(b) == expected.whole);
     require(matcher.substringDistance(b) == expected.part);
+    for (const std::uint64_t limit : {std::uint64_t{3}, expected.part, expected.whole / 2}) {
+        require(matcher.distance(b, limit) == std::min(expected.whole, limit + 1));
+        require(matcher.substringDistance(b, limit) == std::min(expected.part, limit + 1));
+    }
     return 0;
 }
