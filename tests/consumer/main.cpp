@@ -7,9 +7,13 @@
 #include <ovrabase/errors/Exception.h>
 #include <ovrabase/files/FileUtils.h>
 #include <ovrabase/logging/GlobalLoggers.h>
+#include <ovrabase/logging/LogManager.h>
 #include <ovrabase/logging/SpdlogDelegate.h>
+#include <ovrabase/platform/base.h>
+#include <ovrabase/services/future.h>
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QString>
 
 #include <spdlog/sinks/ostream_sink.h>
@@ -28,6 +32,25 @@ bool check(bool holds, const char *what)
         std::fprintf(stderr, "does not hold: %s\n", what);
     }
     return holds;
+}
+
+struct LastMessage : Vyn::Core::Log::LogDelegate {
+    void log(int, const QString &, const QString &message) override { text = message; }
+    QString text;
+};
+
+/// An installed library looks for resources beside the program, not in a folder of its builder and
+/// not in the current one.
+bool looksForResourcesBesideTheProgram()
+{
+    const auto last = std::make_shared<LastMessage>();
+    const Vyn::Core::Log::ScopedPushLogDelegate delegate(last);
+    QFile here(QStringLiteral("here.rcc"));
+    const bool isThere = here.open(QFile::WriteOnly);
+    Vyn::OvraBase::registerExternalResource(here.fileName());
+    return here.remove() && isThere &&
+           last->text.startsWith(
+               QStringLiteral("Resource file here.rcc not found in directories  and "));
 }
 
 } // namespace
@@ -58,5 +81,7 @@ int main(int argc, char **argv)
         good &= check(static_cast<const Exception::BaseException &>(caught).errorSubCode() == 10,
             "the sub-code of what we throw");
     }
+    good &= check(!future<void>(future<void>::backend_type()).valid(), "the backend of futures");
+    good &= check(looksForResourcesBesideTheProgram(), "resources are beside the program");
     return good ? 0 : 1;
 }
