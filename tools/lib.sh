@@ -19,12 +19,14 @@ build_packages=(g++ cmake ninja-build ccache pkg-config
     qt6-base-dev libspdlog-dev libfreeimage-dev libudev-dev)
 test_packages=(libgtest-dev libgmock-dev umockdev)
 
-# quietly TITLE COMMAND...: one line when it goes well, everything when it does not.
+# quietly TITLE COMMAND...: one line when it goes well, everything when it does not. What the command
+# writes to descriptor 3 is shown in either case.
+{ true >&3; } 2>/dev/null || exec 3>&1
 quietly() {
     local title=$1 begin=$SECONDS log
     shift
     log=$(mktemp)
-    if "$@" >"$log" 2>&1 </dev/null; then
+    if "$@" 3>&1 >"$log" 2>&1 </dev/null; then
         printf '  %-44s %4d s\n' "$title" $((SECONDS - begin))
         rm -f "$log"
     else
@@ -34,6 +36,12 @@ quietly() {
         printf '  %-44s FAILED (%d)\n' "$title" "$status" >&2
         return "$status"
     fi
+}
+
+# fail SENTENCE: ends the script.
+fail() {
+    echo "$*" >&2
+    exit 1
 }
 
 # install_packages PACKAGE...: asks apt for those that are missing, as Debian 12 names them.
