@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Installs a build into a stage, then builds and runs a project that finds it there:
+# Installs a Release build, uses the copy as other projects do, and uninstalls it:
 #   tools/check-install.sh BUILD
 . "$(dirname "$0")/lib.sh"
 build=$1
@@ -11,16 +11,42 @@ stage=$(mktemp -d)
 trap 'rm -rf "$stage"' EXIT
 cmake --install "$build" --prefix "$stage/usr"
 
-# A moved package must still be found: nothing in it may point back to where it was built.
-mv "$stage/usr" "$stage/moved"
+for file in include/ovrabase/export.h share/ovrabase/{copyright,translations/ovrabase.ts} \
+    share/doc/ovrabase/{copyright,README.md,CHANGELOG.md,docs/files.md}; do
+    [ -s "$stage/usr/$file" ] || fail "not installed: $file"
+done
+! grep -rlF -e "$PWD" -e "$stage" "$stage/usr" || fail "these files tell where they were built"
+
+# A moved package must still be found.
+cp -a "$stage/usr" "$stage/moved"
 cmake -S tests/consumer -B "$stage/build" -G Ninja -DCMAKE_PREFIX_PATH="$stage/moved"
 cmake --build "$stage/build"
 ctest --test-dir "$stage/build" --output-on-failure --no-tests=error
 
-PKG_CONFIG_PATH=$(dirname "$(find "$stage/moved" -name ovrabase.pc)")
-export PKG_CONFIG_PATH
+# by_pkg_config FOLDER STANDARD: builds and runs the consumer with the .pc file below FOLDER.
+by_pkg_config() {
+    local flags
+    PKG_CONFIG_PATH=$(dirname "$(find "$1" -name ovrabase.pc)")
+    export PKG_CONFIG_PATH
+    read -ra flags < <(pkg-config --cflags --libs ovrabase spdlog)
+    "${CXX:-c++}" -std="$2" -fPIC tests/consumer/main.cpp "${flags[@]}" \
+        -Wl,-rpath,"$(pkg-config --variable=libdir ovrabase)" -o "$stage/by-pkg-config"
+    (cd "$stage" && ./by-pkg-config)
+}
+by_pkg_config "$stage/moved" c++23
 grep -q "VERSION $(pkg-config --modversion ovrabase)" CMakeLists.txt
-read -ra flags < <(pkg-config --cflags --libs ovrabase spdlog)
-"${CXX:-c++}" -fPIC tests/consumer/main.cpp "${flags[@]}" \
-    -Wl,-rpath,"$(pkg-config --variable=libdir ovrabase)" -o "$stage/by-pkg-config"
-"$stage/by-pkg-config"
+[[ $(pkg-config --cflags ovrabase) != *-std* ]] || fail "the .pc file sets the caller's standard"
+refusal=$(by_pkg_config "$stage/moved" c++17 2>&1 || true)
+[[ $refusal == *'error "ovrabase needs C++20 or later'* ]] || fail "C++17 is not refused: $refusal"
+
+cmake --build "$build" --target uninstall
+left=$(find "$stage/usr" ! -type d -o -name ovrabase)
+[ -z "$left" ] || fail "left by the uninstallation: $left"
+
+# A library folder that is not below the prefix.
+cmake -S . -B "$stage/absolute" -G Ninja -DOVRABASE_BUILD_TESTS=OFF -DCMAKE_INSTALL_PREFIX="$stage/prefix" \
+    -DCMAKE_INSTALL_LIBDIR="$stage/libraries"
+mv "$stage/moved/lib" "$stage/libraries"
+mv "$stage/moved" "$stage/prefix"
+cp "$stage/absolute/src/ovrabase/ovrabase.pc" "$stage/libraries/pkgconfig"
+by_pkg_config "$stage/libraries" c++20

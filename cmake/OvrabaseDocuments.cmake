@@ -1,0 +1,24 @@
+# Installs what people read and translators fill in. Debian looks for the licence beside the pages,
+# vcpkg in the data folder.
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" RENAME copyright
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/ovrabase"
+    COMPONENT development
+)
+install(FILES "${PROJECT_SOURCE_DIR}/src/ovrabase/translations/ovrabase.ts"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/ovrabase/translations"
+    COMPONENT development
+)
+
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" RENAME copyright
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+    COMPONENT documentation
+)
+install(FILES "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+    COMPONENT documentation
+)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs"
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+    COMPONENT documentation
+    FILES_MATCHING PATTERN "*.md"
+)

@@ -1,0 +1,35 @@
+# cmake -DBUILD=build -P uninstall.cmake
+# Removes what the last `cmake --install build` wrote: the files of its manifests, then the folders of
+# ovrabase that are empty without them.
+file(GLOB manifests "${BUILD}/install_manifest*.txt")
+if(NOT manifests)
+    message(FATAL_ERROR "Nothing is installed from ${BUILD}: it has no install_manifest.txt")
+endif()
+
+set(folders)
+foreach(manifest IN LISTS manifests)
+    file(STRINGS "${manifest}" files)
+    foreach(file IN LISTS files)
+        set(path "$ENV{DESTDIR}${file}")
+        message(STATUS "Removing ${path}")
+        file(REMOVE "${path}")
+        if(EXISTS "${path}" OR IS_SYMLINK "${path}")
+            message(FATAL_ERROR "Cannot remove ${path}")
+        endif()
+        while(path MATCHES "/ovrabase/")
+            cmake_path(GET path PARENT_PATH path)
+            list(APPEND folders "${path}")
+        endwhile()
+    endforeach()
+endforeach()
+
+# A folder sorts behind those that it is in.
+list(REMOVE_DUPLICATES folders)
+list(SORT folders ORDER DESCENDING)
+foreach(folder IN LISTS folders)
+    file(GLOB entries "${folder}/*" "${folder}/.*")
+    if(NOT entries)
+        file(REMOVE_RECURSE "${folder}")
+    endif()
+endforeach()
+file(REMOVE ${manifests})
