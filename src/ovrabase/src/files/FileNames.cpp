@@ -45,7 +45,7 @@ bool hasReservedStem(QStringView name)
     return std::find(kReservedNames.begin(), kReservedNames.end(), stem) != kReservedNames.end();
 }
 
-bool isDigit(QChar c)
+bool isAsciiDigit(QChar c)
 {
     return c >= u'0' && c <= u'9';
 }
@@ -57,7 +57,7 @@ bool endsWithNumber(QStringView name)
         return false;
     }
     const QStringView tail = name.last(kNumberDigits + 1);
-    return tail.front() == u'_' && std::all_of(tail.begin() + 1, tail.end(), isDigit);
+    return tail.front() == u'_' && std::all_of(tail.begin() + 1, tail.end(), isAsciiDigit);
 }
 
 /// The numbers of those files whose names differ in the number only, as far as a listing of their

@@ -81,7 +81,10 @@ QString FileUtils::changeFilePathExtension(const QString &path, const QString &e
     }
 
     const qsizetype length = getFilePathCompleteExtension(path).size();
-    return length > 0 ? path.chopped(length) + extension : path + u'.' + extension;
+    if (length == 0) {
+        return path + u'.' + extension;
+    }
+    return path.chopped(length) + extension;
 }
 
 bool FileUtils::pathAreIdentical(const QString &a, const QString &b)

@@ -22,7 +22,7 @@ namespace Vyn::OvraBase {
 namespace {
 
 constexpr LogPosition kMissingFile{"FileUtils.cpp:136 Vyn::OvraBase::verifyAccessToFile()"};
-constexpr LogPosition kNotOpened{"FileUtils.cpp:142 Vyn::OvraBase::verifyAccessToFile()"};
+constexpr LogPosition kFileNotOpened{"FileUtils.cpp:142 Vyn::OvraBase::verifyAccessToFile()"};
 constexpr LogPosition kNotRead{"FileUtils.cpp:150 Vyn::OvraBase::verifyReading()"};
 
 /// Whether \a path is a pipe: opening it to write may never end.
@@ -42,7 +42,7 @@ void verifyAccessToFile(const QString &path, QFile &file, QIODevice::OpenMode mo
     }
     file.setFileName(path);
     if (!file.open(mode)) {
-        fail<Exception::FileOpenException>(kNotOpened,
+        fail<Exception::FileOpenException>(kFileNotOpened,
             QStringLiteral("Error opening file <%1> : %2").arg(path, file.errorString()), path);
     }
 }

@@ -216,8 +216,8 @@ inline constexpr bool isOneOf = (std::is_same_v<T, Ts> || ...);
 
 /// The integers that count; those that hold a character show one, or are refused.
 template<class T>
-concept Number = std::integral<T> &&
-    !isOneOf<T, bool, char, signed char, unsigned char, wchar_t, char8_t, char16_t, char32_t>;
+concept Number = std::integral<T> && !isOneOf<T, bool, char, signed char, unsigned char, wchar_t,
+    decltype(u8' '), char16_t, char32_t>;
 
 /// The enumerations, the odd number types and the pointers to what is no object.
 template<class T>
