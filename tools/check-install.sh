@@ -17,6 +17,11 @@ for file in include/ovrabase/export.h share/ovrabase/{copyright,translations/ovr
 done
 ! grep -rlF -e "$PWD" -e "$stage" "$stage/usr" || fail "these files tell where they were built"
 
+# The template for translations has the texts that the sources translate, with their contexts.
+"$(qmake6 -query QT_HOST_BINS)/lupdate" -silent -no-obsolete -locations none src/ovrabase/include src/ovrabase/src \
+    -ts "$stage/ovrabase.ts"
+diff "$stage/ovrabase.ts" "$stage/usr/share/ovrabase/translations/ovrabase.ts"
+
 # A moved package must still be found.
 cp -a "$stage/usr" "$stage/moved"
 cmake -S tests/consumer -B "$stage/build" -G Ninja -DCMAKE_PREFIX_PATH="$stage/moved"

@@ -9,6 +9,6 @@ install_packages "${build_packages[@]}" dpkg-dev lintian
 quietly "configure packages" cmake -S . -B build/package -G Ninja -DCMAKE_BUILD_TYPE=Release \
     -DCMAKE_INSTALL_PREFIX=/usr -DOVRABASE_BUILD_TESTS=OFF -DOVRABASE_BUILD_EXAMPLES=OFF
 quietly "build packages" cmake --build build/package -j "$jobs"
-rm -rf build/packages
+rm -f build/packages/*.deb
 quietly "cpack" cpack --config build/package/CPackConfig.cmake -B build/packages
 quietly "lintian" lintian --fail-on error build/packages/*.deb
