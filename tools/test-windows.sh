@@ -6,7 +6,7 @@
 # without a display. Installs on Debian 12 what is missing (as root); the first call ever builds Qt
 # for Windows, see tools/windows/build-dependencies.sh.
 #
-#   tools/test-windows.sh             everything
+#   tools/test-windows.sh             everything, and a ZIP of the library in build/packages
 #   tools/test-windows.sh text files  the tests of these folders only
 . "$(dirname "$0")/lib.sh"
 
@@ -53,3 +53,35 @@ quietly "no display" timeout 60 wine reg add 'HKCU\Software\Wine\Drivers' /v Gra
 
 names=$(IFS='|'; echo "$*")
 ctest --preset windows ${1:+--tests-regex "^($names)\$"} </dev/null 9>&-
+[ $# -eq 0 ] || exit 0
+
+version=$(sed -n 's/^ *VERSION //p' CMakeLists.txt)
+name=ovrabase-$version-win64
+zip=$PWD/build/packages/$name.zip
+
+# The library without the development folder of the tests, and the DLLs that it needs.
+make_zip() {
+    cmake "$build" -DOVRABASE_DEV_RESOURCE_DIR=
+    cmake --build "$build" -j "$jobs" --target ovrabase
+    rm -rf "$build/zip" "$zip"
+    mkdir -p "$build/zip/$name/bin" build/packages
+    cp "$build"/bin/{Qt6,lib}*.dll "$build/zip/$name/bin"
+    cmake --install "$build" --prefix "$build/zip/$name" --strip
+    cmake -E chdir "$build/zip" cmake -E tar cf "$zip" --format=zip "$name"
+}
+quietly "make the ZIP" make_zip
+
+# Unpacks the ZIP, builds the consumer with it and runs it beside the DLLs.
+try_zip() {
+    local unpacked=$PWD/$build/unpacked
+    rm -rf "$unpacked"
+    mkdir -p "$unpacked"
+    cmake -E chdir "$unpacked" cmake -E tar xf "$zip"
+    cmake -S tests/consumer -B "$unpacked/build" -G Ninja \
+        -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64-x86_64.cmake" -DOVRABASE_WINDOWS_PREFIX="$prefix" \
+        -Dovrabase_DIR="$unpacked/$name/lib/cmake/ovrabase"
+    cmake --build "$unpacked/build"
+    cp "$unpacked/build/consumer.exe" "$unpacked/$name/bin"
+    cmake -E chdir "$unpacked/$name/bin" timeout 120 wine consumer.exe
+}
+quietly "a program runs from the ZIP" try_zip 9>&-
