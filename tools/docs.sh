@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The ovrabase authors
+# SPDX-License-Identifier: MIT
+#
+# Builds the site of the library, the pages and every public header, in build/doxygen/html. Fails
+# on every warning, members without a comment included.
+#   tools/docs.sh         builds the site
+#   tools/docs.sh --draw  draws the pictures again after a change of their text in docs/images
+. "$(dirname "$0")/lib.sh"
+
+install_packages doxygen graphviz python3
+
+# A picture holds the hash of the text it was drawn from: another Graphviz draws other bytes.
+for text in docs/images/*.dot; do
+    picture=${text%.dot}.svg
+    hash=$(sha256sum <"$text" | cut -c 1-16)
+    if [ "${1:-}" = --draw ]; then
+        dot -Tsvg "$text" | sed "s|^<svg |<!-- drawn from $(basename "$text"), sha256 $hash -->\n&|" >"$picture"
+    elif ! grep -qF "sha256 $hash" "$picture"; then
+        echo "$picture is not drawn from $text: run tools/docs.sh --draw" >&2
+        exit 1
+    fi
+done
+
+tools/log-vocabulary.py --check
+doxygen docs/Doxyfile >/dev/null
