@@ -64,7 +64,9 @@ public:
     /// \a subject names what failed: a path, a drive or a network resource. It is no part of
     /// what().
     IOException(const std::string &message, QString subject);
+    /// The same, with \a message as UTF-8.
     IOException(const QString &message, QString subject);
+    /// The same, with the zero-terminated \a message; null counts as empty.
     IOException(const char *message, QString subject);
 
     /// Returns the path, drive or network resource that the failure concerns.

@@ -104,6 +104,7 @@ private:
 /// records and without a lock, so that its destructor may wait for a thread that logs.
 class OVRABASE_EXPORT ScopedPushLogDelegate {
 public:
+    /// Begins the registration.
     explicit ScopedPushLogDelegate(std::shared_ptr<LogDelegate> delegate);
     virtual ~ScopedPushLogDelegate();
 

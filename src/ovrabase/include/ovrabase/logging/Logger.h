@@ -88,7 +88,9 @@ concept Other = !Preferred<T> && (Shown<T> || Anyhow::Writable<T>);
 
 /// The handle through which code writes log text: a value that holds one delegate.
 ///
-///     logger.warning(LOG_CONTEXT) << "disk full: " << percent << "%";
+/// ```cpp
+/// logger(UI).warning(LOG_CONTEXT) << "disk full: " << 97 << "%";
+/// ```
 ///
 /// Without a delegate everything is dropped. Const calls are thread-safe; setDelegate() must not
 /// run while another thread uses the same object.
@@ -100,10 +102,14 @@ public:
     /// Receives one message: severity, context, text. What it throws is dropped.
     using Delegate = std::function<void(LogSeverity, std::string, std::string)>;
 
-    /// Begin a message of that severity; \a context says where, normally LOG_CONTEXT.
+    /// Begins a message of the severity Info; \a context says where, normally LOG_CONTEXT. The
+    /// same holds for the next three.
     StreamLogger info(std::string context) const;
+    /// Begins a message of the severity Warning.
     StreamLogger warning(std::string context) const;
+    /// Begins a message of the severity Error.
     StreamLogger error(std::string context) const;
+    /// Begins a message of that severity.
     StreamLogger log(LogSeverity severity, std::string context) const;
 
     /// Replaces the delegate. Messages already begun keep the one that they began with.

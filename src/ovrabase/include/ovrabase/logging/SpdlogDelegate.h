@@ -19,8 +19,10 @@ namespace Vyn::Core::Log {
 /// Writes each record to a logger of spdlog, with whatever sinks, pattern, level filter and flush
 /// policy that has: files that rotate, a coloured console, a background thread.
 ///
-///     auto file = spdlog::rotating_logger_mt("app", "app.log", 5 << 20, 3);
-///     const ScopedPushLogDelegate toFile(std::make_shared<SpdlogDelegate>(file));
+/// ```cpp
+/// auto file = spdlog::rotating_logger_mt("app", "app.log", 5 << 20, 3);
+/// const ScopedPushLogDelegate toFile(std::make_shared<SpdlogDelegate>(file));
+/// ```
 ///
 /// The text is "[context] message" in UTF-8, or the message alone where the context is empty; it is
 /// no format, so braces stay. The levels are spdlog's info, warn and err.

@@ -40,7 +40,9 @@ protected:
 /// The deleter of shared pointers to QObjects: the object dies on the main thread, whichever
 /// thread gave up the last pointer.
 ///
-///     std::shared_ptr<QObject> shared(new Model, QObjectDeleteLater());
+/// ```cpp
+/// std::shared_ptr<QObject> shared(new QTimer, QObjectDeleteLater());
+/// ```
 ///
 /// An object of the main thread dies through deleteLater(), any other when the main thread's event
 /// loop next runs. The end of the application object first deletes what still waits, in linear
@@ -50,6 +52,7 @@ protected:
 /// deleted. Null is ignored. Callable on any thread, as long as the application object is not being
 /// destroyed at the same time. Throws nothing.
 struct QObjectDeleteLater {
+    /// Deletes \a object as the class says.
     OVRABASE_EXPORT void operator()(QObject *object) const;
 };
 

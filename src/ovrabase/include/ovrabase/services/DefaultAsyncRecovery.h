@@ -25,7 +25,7 @@ public:
 
     /// A registered operation.
     struct Recoverable {
-        Vyn::future<void> future;
+        Vyn::future<void> future; ///< the operation
         std::string description; ///< UTF-8
     };
 

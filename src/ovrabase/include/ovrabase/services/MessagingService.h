@@ -40,9 +40,12 @@ public:
 
     ~MessagingService() override;
 
-    /// The application decides how a message is shown; the library never calls these four.
+    /// Shows an information. The application decides how; the library never calls this and the
+    /// next three.
     virtual void showInformation(const QString &title, const QString &text) = 0;
+    /// Shows a warning.
     virtual void showWarning(const QString &title, const QString &text) = 0;
+    /// Shows an error.
     virtual void showError(const QString &title, const QString &text) = 0;
     /// Returns whether the user agreed.
     virtual bool askQuestion(const QString &title, const QString &text) = 0;

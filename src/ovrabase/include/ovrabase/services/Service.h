@@ -36,12 +36,14 @@ constexpr std::size_t serviceTypeId(std::string_view qualifiedName)
 
 /// Gives a service class its id; stands in the class's public part with its fully qualified name:
 ///
-///     namespace Paint {
-///     class Palettes : public Vyn::OvraBase::Service {
-///     public:
-///         OVRABASE_SERVICE_TYPE_ID(Paint::Palettes)
-///     };
-///     }
+/// ```cpp
+/// namespace Paint {
+/// class Palettes : public Vyn::OvraBase::Service {
+/// public:
+///     OVRABASE_SERVICE_TYPE_ID(Paint::Palettes)
+/// };
+/// }
+/// ```
 ///
 /// The name of another class, or of none, does not compile.
 #define OVRABASE_SERVICE_TYPE_ID(QualifiedName)                                                    \

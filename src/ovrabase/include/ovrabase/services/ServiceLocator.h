@@ -17,10 +17,14 @@ namespace Vyn::OvraBase {
 
 /// Owns the application's services and finds them by their class.
 ///
-///     ServiceLocator::start();
-///     ServiceLocator::instance()->registerService<MessagingService>(std::make_unique<Messages>());
-///     if (auto *messages = ServiceLocator::instance()->service<MessagingService>()) { ... }
-///     ServiceLocator::stop();
+/// ```cpp
+/// ServiceLocator::start();
+/// ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>());
+/// if (auto *recovery = ServiceLocator::instance()->service<DefaultAsyncRecovery>()) {
+///     logger(UI).info(LOG_CONTEXT) << recovery->registrySize() << " operations are under way";
+/// }
+/// ServiceLocator::stop();
+/// ```
 ///
 /// One locator serves every module of the process between start() and stop(). The main thread
 /// starts and stops it while no other thread uses it; services may be registered and looked up from

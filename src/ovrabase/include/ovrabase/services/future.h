@@ -27,6 +27,7 @@ class future;
 template<>
 class future<void> {
 public:
+    /// What this class wraps.
 #if OVRABASE_HAS_STLAB
     using backend_type = stlab::future<void>;
 #else

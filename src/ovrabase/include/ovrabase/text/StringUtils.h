@@ -50,6 +50,7 @@ OVRABASE_EXPORT std::uint64_t damerauLevenshteinSubstringDistance(
 /// threads may use one matcher at the same time.
 class OVRABASE_EXPORT DamerauLevenshteinMatcher {
 public:
+    /// Prepares \a pattern.
     explicit DamerauLevenshteinMatcher(const QString &pattern);
     DamerauLevenshteinMatcher(const DamerauLevenshteinMatcher &other);
     DamerauLevenshteinMatcher &operator=(const DamerauLevenshteinMatcher &other);
