@@ -6,7 +6,7 @@
 #include <ovrabase/errors/Exception.h>
 #include <ovrabase/files/FileUtils.h>
 #include <ovrabase/logging/GlobalLoggers.h>
-#include <ovrabase/logging/LogManager.h>
+#include <ovrabase/logging/SpdlogDelegate.h>
 #include <ovrabase/platform/base.h>
 #include <ovrabase/services/DefaultAsyncRecovery.h>
 #include <ovrabase/services/ServiceLocator.h>
@@ -14,7 +14,9 @@
 
 #include <QCoreApplication>
 
-#include <cstdio>
+#include <spdlog/sinks/stdout_sinks.h>
+#include <spdlog/spdlog.h>
+
 #include <memory>
 
 using namespace Vyn::OvraBase;
@@ -26,14 +28,6 @@ class DisplayUnit : public Service {
 public:
     OVRABASE_SERVICE_TYPE_ID(Host::DisplayUnit)
     QString name = QStringLiteral("cm");
-};
-
-/// A log sink: gets every record, one at a time, on the thread that logged.
-struct Console : Vyn::Core::Log::LogDelegate {
-    void log(int level, const QString &context, const QString &message) override
-    {
-        std::printf("%d %s | %s\n", level, qUtf8Printable(context), qUtf8Printable(message));
-    }
 };
 
 void run()
@@ -48,12 +42,12 @@ void run()
     }
 
     const QString unit = ServiceLocator::instance()->service<DisplayUnit>()->name;
-    const double width = stringToMeter(QStringLiteral("2.5 ft"), unit);
+    const double width = parseLength(QStringLiteral("2 ft 6 in"), unit).value_or(0);
     ui.info(LOG_CONTEXT) << "width: " << fromMeter(width, unit) << ' ' << unit.toStdString();
 
     void *const plugin = loadSharedLibrary(QStringLiteral("minimal_host_plugin.dll"));
-    using Price = double(double);
     if (void *const price = loadSymbol(plugin, QStringLiteral("priceOfFrame"))) {
+        using Price = double(double);
         ui.info(LOG_CONTEXT) << "price: " << reinterpret_cast<Price *>(price)(width);
     }
     closeSharedLibrary(plugin);
@@ -65,7 +59,10 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     bindLoggers(); // before this line every record is dropped
-    const Vyn::Core::Log::ScopedPushLogDelegate console(std::make_shared<Host::Console>());
+    const auto console = spdlog::stdout_logger_mt("console");
+    console->set_pattern("%l %v");
+    const Vyn::Core::Log::ScopedPushLogDelegate toConsole(
+        std::make_shared<Vyn::Core::Log::SpdlogDelegate>(console));
 
     ServiceLocator::start();
     ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>());
