@@ -2,17 +2,37 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Runs each fuzzer of a build for a while: tools/fuzz.sh BUILD SECONDS
+# Replays the inputs in fuzz/corpus, then looks for new ones that break a property:
+#   tools/fuzz.sh SECONDS [TARGET...]    each target for that long, all targets without names
+# Inputs that end in a finding are kept in build/clang/findings, new ones that reach more code in
+# build/clang/corpus.
 . "$(dirname "$0")/lib.sh"
-build=$1 seconds=$2
+seconds=$1
+shift
 
-found=0
-for fuzzer in "$build"/bin/*Fuzzer; do
-    found=1
-    work=$(mktemp -d)
-    echo "== $fuzzer"
-    "$fuzzer" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=4096 -max_len=4096 \
-        -artifact_prefix="$work/" "$work"
-    rm -rf "$work"
-done
-[ "$found" -eq 1 ]
+install_packages "${build_packages[@]}" clang-14 clang libclang-rt-14-dev
+configure_and_build clang -DOVRABASE_BUILD_FUZZERS=ON
+
+# fuzz TARGET SECONDS
+fuzz() {
+    local name=$1 seconds=$2 build=build/clang log=build/clang/findings/$1.log
+    local options=(-timeout=10 -rss_limit_mb=4096 -max_len=4096 "-artifact_prefix=$build/findings/$name-")
+    [ ! -f "fuzz/dictionaries/$name.dict" ] || options+=("-dict=fuzz/dictionaries/$name.dict")
+    mkdir -p "$build/corpus/$name" "$build/findings"
+    if "$build/bin/$name" "${options[@]}" -runs=0 "fuzz/corpus/$name" >"$log" 2>&1 &&
+        "$build/bin/$name" "${options[@]}" -max_total_time="$seconds" \
+            "$build/corpus/$name" "fuzz/corpus/$name" >>"$log" 2>&1; then
+        printf '  %-44s %s\n' "$name" "$(grep -o 'Done.*' "$log" | tail -n 1)"
+    else
+        cat "$log"
+        printf '  %-44s FAILED\n' "$name"
+        return 1
+    fi
+}
+export -f fuzz
+
+if [ $# -eq 0 ]; then
+    mapfile -t targets < <(basename -s .cpp fuzz/*Fuzzer.cpp)
+    set -- "${targets[@]}"
+fi
+printf '%s\n' "$@" | xargs -P "$jobs" -I '{}' bash -c "fuzz '{}' $seconds"
