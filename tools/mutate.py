@@ -1,0 +1,131 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The ovrabase authors
+# SPDX-License-Identifier: MIT
+"""Plants small faults in the library, one at a time, and runs the tests of their folder.
+
+A fault that no test notices is a survivor: a test is missing, or the code is not needed. Works on a
+copy of the committed sources below build/mutate, so that no interruption leaves a fault behind.
+"""
+
+import argparse
+import os
+import pathlib
+import random
+import re
+import signal
+import subprocess
+import sys
+
+BUILD = pathlib.Path("build/mutate")
+TREE = BUILD / "tree"
+SOURCES = TREE / "src/ovrabase/src"
+
+# What is searched, and what takes its place. A blank on both sides keeps templates, includes and
+# streams out.
+SWAPS = {
+    "comparison": [(" == ", " != "), (" != ", " == "), (" < ", " <= "), (" <= ", " < "),
+                   (" > ", " >= "), (" >= ", " > ")],
+    "condition": [(" && ", " || "), (" || ", " && "), ("if (!", "if ("), ("return true;", "return false;"),
+                  ("return false;", "return true;")],
+    "arithmetic": [(" + 1", ""), (" - 1", ""), ("++", "--"), (" += ", " -= ")],
+}
+CONSTANT = re.compile(r"(?<![\w.\"'])(\d+)(?![\w.\"'])")
+CALL = re.compile(r"^\s+[\w:.>-]+\([^;{}]*\);$")
+NO_CODE = re.compile(r"^\s*(//|#|using |namespace |template|static_assert|constexpr LogPosition|\"|$)")
+
+
+def faults_of(path):
+    """Returns (path, line number, kind, new line) for every fault that the file can take."""
+    found = []
+    for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        if NO_CODE.match(line):
+            continue
+        code = line.split("//")[0]
+        for kind, swaps in SWAPS.items():
+            for old, new in swaps:
+                for match in re.finditer(re.escape(old), code):
+                    changed = code[:match.start()] + new + code[match.end():]
+                    found.append((path, number, kind, changed))
+        for match in CONSTANT.finditer(code):
+            changed = code[:match.start()] + str(int(match[1]) + 1) + code[match.end():]
+            found.append((path, number, "constant", changed))
+        if CALL.match(code) and "return" not in code:
+            found.append((path, number, "removed call", ";"))
+    return found
+
+
+def run(arguments, seconds):
+    """Returns whether the command succeeds in time. Ends all of its processes."""
+    with subprocess.Popen(arguments, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                          stdin=subprocess.DEVNULL, start_new_session=True) as process:
+        try:
+            return process.wait(seconds) == 0
+        except subprocess.TimeoutExpired:
+            os.killpg(process.pid, signal.SIGKILL)
+            return False
+
+
+def build(folder):
+    return run(["cmake", "--build", BUILD / "build", "-j2", "--target", *targets(folder)], 900)
+
+
+def targets(folder):
+    """The programs of a folder's tests."""
+    listing = subprocess.run(["ninja", "-C", BUILD / "build", "-t", "targets", "all"],
+                             capture_output=True, text=True, check=True).stdout
+    names = re.findall(rf"^({folder}(?:_\w+)?): phony", listing, re.M)
+    return sorted({name for name in names if name != folder})
+
+
+def test(folder):
+    return run(["ctest", "--test-dir", BUILD / "build", "--no-tests=error", "--stop-on-failure",
+                "-R", rf"^{folder}(_|$)"], 300)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("count", type=int, help="how many faults to plant")
+    parser.add_argument("--seed", type=int, default=1, help="another seed picks other faults")
+    parser.add_argument("--only", default="", help="plant only in paths that contain this text")
+    options = parser.parse_args()
+
+    TREE.mkdir(parents=True, exist_ok=True)
+    archive = subprocess.run(["git", "archive", "HEAD"], capture_output=True, check=True).stdout
+    subprocess.run(["tar", "-x", "-C", TREE], input=archive, check=True)
+    if not run(["cmake", "-S", TREE, "-B", BUILD / "build", "-G", "Ninja",
+                "-DCMAKE_BUILD_TYPE=Debug", "-DOVRABASE_BUILD_EXAMPLES=OFF"], 300):
+        sys.exit("the build cannot be configured")
+
+    system = "/windows/" if os.name != "nt" else "/posix/"
+    sources = [path for path in sorted(SOURCES.rglob("*.cpp"))
+               if system not in path.as_posix() and "/stlab/" not in path.as_posix()
+               and options.only in path.as_posix()]
+    faults = [fault for path in sources for fault in faults_of(path)]
+    random.Random(options.seed).shuffle(faults)
+    for folder in sorted({path.relative_to(SOURCES).parts[0] for path in sources}):
+        if not (build(folder) and test(folder)):
+            sys.exit(f"the tests of {folder} fail without a fault")
+
+    caught, survivors = 0, []
+    for path, number, kind, changed in faults:
+        if caught + len(survivors) == options.count:
+            break
+        folder = path.relative_to(SOURCES).parts[0]
+        original = path.read_text(encoding="utf-8")
+        lines = original.splitlines()
+        before, lines[number - 1] = lines[number - 1], changed
+        path.write_text("\n".join(lines) + "\n", encoding="utf-8")
+        if build(folder):  # what does not compile proves nothing
+            if test(folder):
+                place = f"{path.relative_to(TREE)}:{number}: {kind}"
+                survivors.append(place)
+                print(f"{place}\n  - {before.strip()}\n  + {changed.strip()}", flush=True)
+            else:
+                caught += 1
+        path.write_text(original, encoding="utf-8")
+    print(f"{caught} of {caught + len(survivors)} planted faults were caught")
+    return 1 if survivors else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
