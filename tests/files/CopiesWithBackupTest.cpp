@@ -15,7 +15,7 @@ using testing::StartsWith;
 
 using CopiesWithBackup = Test::FolderTest;
 
-TEST_F(CopiesWithBackup, BackupKeepsTheOldContent)
+TEST_F(CopiesWithBackup, KeepsTheOldContent)
 {
     write("new", "new");
     EXPECT_TRUE(FileUtils::copyWithBackup(path("new"), path("file"))); // nothing there yet
@@ -57,7 +57,7 @@ TEST_F(CopiesWithBackup, BackupKeepsTheOldContent)
 #endif
 }
 
-TEST_F(CopiesWithBackup, BackupThatFailsLosesNothing)
+TEST_F(CopiesWithBackup, LosesNothingWhenItFails)
 {
     write("file", "old");
     write("file.bak", "older");
@@ -73,7 +73,11 @@ TEST_F(CopiesWithBackup, BackupThatFailsLosesNothing)
     mLog.take();
     const std::pair<const char *, const char *> calls[] = {{"missing", "file"}, {"", "file"},
         {"folder", "file"}, {"file", "file"}, {"file", "blocked"}, {"file", "folder/"},
-        {"file", "missing/file"}, {"file", "file/below"}, {"missing%3", "%1%2"}};
+        {"file", "missing/file"}, {"file", "file/below"}, {"missing%3", "%1%2"},
+#ifdef Q_OS_WIN
+        {"file", "FILE"}
+#endif
+    };
     for (const auto &[source, destination] : calls) {
         const QString from = *source == '\0' ? QString() : path(source);
         EXPECT_FALSE(FileUtils::copyWithBackup(from, path(destination))) << source;
@@ -97,6 +101,81 @@ TEST_F(CopiesWithBackup, BackupThatFailsLosesNothing)
     EXPECT_EQ(FileUtils::loadBinaryFile(path("lost")), "old");
     EXPECT_FALSE(exists("lost.bak"));
 }
+
+#ifdef Q_OS_WIN
+TEST_F(CopiesWithBackup, ReplacesReadOnlyFiles)
+{
+    write("new", "new");
+    ASSERT_TRUE(QFile::setPermissions(path("new"), QFile::ReadOwner));
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(FileUtils::copyWithBackup(path("new"), path("file"))) << i;
+    }
+    EXPECT_FALSE(QFileInfo(path("file.bak")).isWritable());
+    for (const char *name : {"new", "file", "file.bak"}) {
+        EXPECT_TRUE(QFile::setPermissions(path(name), QFile::ReadOwner | QFile::WriteOwner));
+    }
+}
+#endif
+
+struct Batch {
+    const char *name;
+    std::vector<std::pair<const char *, const char *>> copies;
+    friend void PrintTo(const Batch &batch, std::ostream *out) { *out << batch.name; }
+};
+
+class ManyCopiesWithBackup : public CopiesWithBackup, public testing::WithParamInterface<Batch> {
+protected:
+    /// Returns the path of \a name in \a folder, which is filled the first time.
+    QString in(const char *folder, const char *name) const
+    {
+        if (!exists(folder)) {
+            for (const char *file : {"a", "b", "x", "x.bak", "lost.bak", "folder/c"}) {
+                write((folder + QByteArray("/") + file).constData(), file);
+            }
+#ifndef Q_OS_WIN
+            makeLink(QByteArray(folder) + "/link", "x");
+            makeLink(QByteArray(folder) + "/dangling", "new");
+            makeLink(QByteArray(folder) + "/here", ".");
+#endif
+        }
+        return path(folder) + u'/' + QLatin1String(name);
+    }
+
+    /// With a relative target.
+    void makeLink(const QByteArray &name, const char *target) const
+    {
+        QFile link(QString::fromLatin1(target));
+        ASSERT_TRUE(link.link(path(name)));
+    }
+};
+
+TEST_P(ManyCopiesWithBackup, DoWhatTheyDoOneAfterAnother)
+{
+    std::vector<bool> expected;
+    std::vector<std::pair<QString, QString>> copies;
+    for (const auto &[source, destination] : GetParam().copies) {
+        expected.push_back(FileUtils::copyWithBackup(in("one", source), in("one", destination)));
+        copies.emplace_back(in("many", source), in("many", destination));
+    }
+    const std::size_t records = mLog.take().size();
+    EXPECT_EQ(FileUtils::copyWithBackup(copies), expected);
+    EXPECT_EQ(mLog.take().size(), records);
+    EXPECT_EQ(tree("many"), tree("one"));
+}
+const Batch kBatches[] = {{"None", {}},
+    {"Unrelated", {{"a", "1"}, {"b", "2"}, {"missing", "3"}, {"a", "missing/4"}, {"b", "x"}}},
+    {"OneSourceIsAnEarlierDestination", {{"a", "new"}, {"new", "x"}, {"x", "y"}}},
+    {"OneSourceIsAnEarlierBackup", {{"a", "x"}, {"x.bak", "y"}}},
+    {"TwiceToOneDestination", {{"a", "x"}, {"b", "x"}, {"missing", "x"}}},
+    {"OverABackup", {{"a", "x"}, {"b", "x.bak"}}},
+    {"OverAFolder", {{"a", "folder"}, {"folder/c", "y"}, {"folder.bak/c", "z"}}},
+#ifndef Q_OS_WIN
+    {"ThroughLinks", {{"a", "new"}, {"dangling", "1"}, {"b", "here/x"}, {"link", "2"}}},
+    {"OverLinks", {{"a", "here"}, {"here/b", "1"}, {"b", "link"}, {"link", "2"}}},
+#endif
+    {"BackToALostFile", {{"missing", "lost"}, {"lost", "y"}, {"a", "lost"}}}};
+INSTANTIATE_TEST_SUITE_P(Batches, ManyCopiesWithBackup, testing::ValuesIn(kBatches),
+    [](const auto &batch) { return std::string(batch.param.name); });
 
 } // namespace
 } // namespace Vyn::OvraBase

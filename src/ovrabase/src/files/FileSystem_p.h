@@ -6,7 +6,6 @@
 #include <QString>
 
 #include <filesystem>
-#include <system_error>
 
 /// \file
 /// What the systems do differently. Reports and does not judge: no logging, no throwing.
@@ -26,13 +25,5 @@ std::filesystem::path nativePath(const QString &path);
 
 /// Gives \a path the Windows attribute "hidden" and no other.
 void hideFile(const QString &path);
-
-/// Copies the file \a from to \a to, where nothing is yet. Returns whether that succeeded; if not,
-/// a part may be there.
-bool copyFile(const QString &from, const QString &to);
-
-/// Renames \a from to \a to in one step, over a file that is there. Without success nothing has
-/// changed. Both stand in one folder.
-std::error_code renameOver(const QString &from, const QString &to);
 
 } // namespace Vyn::OvraBase::os

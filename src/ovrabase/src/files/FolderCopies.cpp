@@ -2,15 +2,14 @@
 // SPDX-License-Identifier: MIT
 
 #include "files/Entries_p.h"
+#include "files/FileCopy_p.h"
 #include "files/FileSystem_p.h"
 #include "logging/LogSite_p.h"
 
 #include <ovrabase/files/FileUtils.h>
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QHash>
 
 #include <algorithm>
 #include <filesystem>
@@ -23,9 +22,6 @@ namespace {
 constexpr LogPosition kNotCopiedWithFolder{
     "FileUtils.cpp:770 Vyn::OvraBase::FileUtils::copyRecursively()"};
 
-constexpr QDir::Filters kEverything =
-    QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-
 struct PlannedCopy {
     enum Kind { Folder, File, Impossible };
     Kind kind;
@@ -33,6 +29,7 @@ struct PlannedCopy {
     QString to;
     /// Canonical paths of the folders that hold the links on the way here.
     QStringList linkedFrom = {};
+    bool isEmpty = false; ///< a folder from which nothing is copied
 };
 
 bool isAtOrBelow(const QString &path, const QString &folder)
@@ -41,16 +38,26 @@ bool isAtOrBelow(const QString &path, const QString &folder)
            path.startsWith(folder.endsWith(u'/') ? folder : QString(folder + u'/'));
 }
 
-/// Returns how many entries a folder has, or -1 when it cannot be read to its end.
-qsizetype countEntries(const QString &path)
+/// Tells whether \a entry is known to be a pipe, a socket, a device or a link that leads nowhere,
+/// given that it is neither a file nor a folder.
+bool isOfAnotherKind(const QFileInfo &entry)
 {
-    std::error_code error;
-    qsizetype count = 0;
-    std::filesystem::directory_iterator entry(os::nativePath(path), error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        ++count;
+    if (!isLink(entry)) {
+        return entry.exists();
     }
-    return error ? -1 : count;
+    std::error_code error;
+    const auto status = std::filesystem::status(os::nativePath(entry.filePath()), error);
+    return std::filesystem::status_known(status) ||
+           error == std::errc::too_many_symbolic_link_levels;
+}
+
+std::error_code listNames(const QString &folder, QStringList &names)
+{
+    if (QFileInfo(folder).isNativePath()) {
+        return os::listFolder(folder, names);
+    }
+    names = QDir(folder).entryList();
+    return {};
 }
 
 /// Lists what a folder holds now, every folder before its content.
@@ -60,9 +67,10 @@ public:
         : mCopies{{PlannedCopy::Folder, source, destination}}
     {
         for (std::size_t i = 0; i < mCopies.size(); ++i) {
-            if (mCopies[i].kind == PlannedCopy::Folder && !addContent(PlannedCopy(mCopies[i]))) {
-                mCopies.push_back(mCopies[i]);
-                mCopies.back().kind = PlannedCopy::Impossible;
+            if (mCopies[i].kind == PlannedCopy::Folder) {
+                const std::size_t before = mCopies.size();
+                addContent(PlannedCopy(mCopies[i]));
+                mCopies[i].isEmpty = mCopies.size() == before;
             }
         }
     }
@@ -70,23 +78,22 @@ public:
     const std::vector<PlannedCopy> &copies() const { return mCopies; }
 
 private:
-    /// Returns whether all of the content could be listed.
-    bool addContent(const PlannedCopy &folder)
+    void addContent(const PlannedCopy &folder)
     {
-        const QDir dir(folder.from);
-        const QFileInfoList entries = dir.entryInfoList(kEverything, QDir::Unsorted);
-        for (const QFileInfo &entry : entries) {
-            addEntry(entry, folder);
+        QStringList names;
+        const std::error_code error = listNames(folder.from, names);
+        for (const QString &name : names) {
+            addEntry(QDir::separator() + name, folder);
         }
-        // Qt tells neither that a folder cannot be read nor which names it cannot spell.
-        return !QFileInfo(folder.from).isNativePath() ||
-               countEntries(folder.from) == entries.size();
+        if (error) {
+            mCopies.push_back({PlannedCopy::Impossible, folder.from, folder.to});
+        }
     }
 
-    void addEntry(const QFileInfo &entry, const PlannedCopy &folder)
+    void addEntry(const QString &name, const PlannedCopy &folder)
     {
-        const QString name = QDir::separator() + entry.fileName();
         PlannedCopy copy{PlannedCopy::Impossible, folder.from + name, folder.to + name};
+        const QFileInfo entry(copy.from);
         if (entry.isFile() || entry.isShortcut()) {
             copy.kind = PlannedCopy::File;
         } else if (entry.isDir()) {
@@ -94,26 +101,38 @@ private:
             copy.kind = isLink(entry) && !mayFollow(entry, folder, copy.linkedFrom)
                             ? PlannedCopy::Impossible
                             : PlannedCopy::Folder;
+        } else if (isOfAnotherKind(entry)) {
+            return;
         }
         mCopies.push_back(copy);
     }
 
-    /// Whether the content behind \a link, which stands in \a folder, comes in: not where that
-    /// leads back, and not without end where folders behind links link to each other.
+    /// Tells whether the content behind \a link, which is in \a folder, is copied: not if that
+    /// leads back, and not without end if folders behind links link to each other.
     bool mayFollow(const QFileInfo &link, const PlannedCopy &folder, QStringList &linkedFrom)
     {
-        constexpr int kMostNested = 1000;
-        const QString target = link.canonicalFilePath();
+        constexpr int kMostNested = 100;
         const bool isNested = !linkedFrom.isEmpty();
+        if (isNested && mNested == kMostNested) {
+            return false;
+        }
+        const QString target = link.canonicalFilePath();
         linkedFrom.append(QFileInfo(folder.from).canonicalFilePath());
-        return std::none_of(linkedFrom.cbegin(), linkedFrom.cend(), [&](const QString &origin) {
-            return isAtOrBelow(origin, target);
-        }) && (!isNested || ++mNested[target] <= kMostNested);
+        const bool leadsBack = std::any_of(linkedFrom.cbegin(), linkedFrom.cend(),
+            [&](const QString &origin) { return isAtOrBelow(origin, target); });
+        mNested += isNested && !leadsBack ? 1 : 0;
+        return !leadsBack;
     }
 
     std::vector<PlannedCopy> mCopies;
-    QHash<QString, int> mNested; ///< how often a folder was met behind a second link
+    int mNested = 0; ///< links that were followed in folders behind other links
 };
+
+void warn(const PlannedCopy &copy)
+{
+    logAt(kNotCopiedWithFolder, Support, Logger::Warning,
+        QStringLiteral("Error while copying : %1 to : %2").arg(copy.from, copy.to));
+}
 
 } // namespace
 
@@ -122,14 +141,37 @@ bool FileUtils::copyRecursively(const QString &source, const QString &destinatio
     if (!isFolder(source) || !canBePath(destination)) {
         return false;
     }
+    const QString folder = QDir(source).absoluteFilePath(destination);
+    const FolderCopyPlan plan(source, folder);
+    QDir().mkpath(QFileInfo(QDir::cleanPath(folder)).path());
+
     bool allCopied = true;
-    const FolderCopyPlan plan(source, QDir(source).absoluteFilePath(destination));
+    os::SyncedFileSystems fileSystems;
+    std::vector<const PlannedCopy *> madeFolders;
     for (const PlannedCopy &copy : plan.copies()) {
         if (copy.kind == PlannedCopy::Folder) {
-            QDir().mkpath(copy.to); // without it, the copy of each file inside tells
-        } else if (copy.kind == PlannedCopy::Impossible || !QFile::copy(copy.from, copy.to)) {
-            logAt(kNotCopiedWithFolder, Support, Logger::Warning,
-                QStringLiteral("Error while copying : %1 to : %2").arg(copy.from, copy.to));
+            if (!isFolder(copy.to) && !os::makeFolderLike(copy.from, copy.to)) {
+                madeFolders.push_back(&copy);
+            }
+            if (isFolder(copy.to)) {
+                fileSystems.add(copy.to);
+                continue;
+            }
+            allCopied = false;
+            if (copy.isEmpty) { // else the copy of what is inside tells
+                warn(copy);
+            }
+        } else if (copy.kind == PlannedCopy::Impossible || copyFile(copy.from, copy.to)) {
+            warn(copy);
+            allCopied = false;
+        }
+    }
+    // A folder may not allow its owner to change what it holds, so the innermost is first.
+    std::for_each(madeFolders.crbegin(), madeFolders.crend(),
+        [](const PlannedCopy *copy) { os::finishFolderLike(copy->from, copy->to); });
+    for (const std::error_code &error : fileSystems.sync()) {
+        if (error) {
+            warn(plan.copies().front());
             allCopied = false;
         }
     }

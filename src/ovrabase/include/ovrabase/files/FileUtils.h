@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 #include <QUrl>
 
+#include <utility>
 #include <vector>
 
 namespace Vyn {
@@ -201,26 +202,50 @@ public:
     /// Copies the content of the folder \a source, hidden entries too, into \a destination, which
     /// is made when missing. A relative \a destination stands in \a source.
     ///
-    /// Copies what \a source held when the call began, so \a destination may lie inside. Links are
-    /// copied as what they lead to. Nothing is overwritten. What cannot be copied gets a warning on
-    /// Support, and the copy goes on: a file that exists already, a link that leads nowhere or to a
-    /// folder above, what is neither file nor folder.
+    /// Copies what \a source held when the call began, so \a destination may lie inside. Nothing is
+    /// overwritten. Pipes, sockets, devices and links that lead nowhere are passed over. Other
+    /// links are copied as what they lead to, except a link to a folder that the link is in; of the
+    /// links to folders that are found in linked folders, the first 100 are followed. What cannot
+    /// be copied gets a warning on Support, and the copy goes on: a file that exists already, a
+    /// link that is not followed, a folder that cannot be read to its end.
     ///
-    /// Returns whether everything was copied; false also when \a source is not a folder.
+    /// A copied file has the permissions of its source. A folder that is made has at most those of
+    /// its source; its owner has all rights while it is being filled. Neither has a set-uid,
+    /// set-gid or sticky bit. (On Windows, both inherit their access rights from the destination.)
+    ///
+    /// Returns true if everything was copied with its whole content and would survive a power cut
+    /// from then on. For that, the file system is synced once, which waits for what other programs
+    /// have written, too; on Windows each file is. False also when \a source is not a folder.
     static bool copyRecursively(const QString &source, const QString &destination);
 
     /// @}
     /// \name Copies with backup
     /// @{
 
-    /// Copies the file \a source to \a destination; what stood there before is kept under the same
-    /// name and ".bak", in place of an older backup.
+    /// Copies the file or Qt resource \a source to \a destination; what stood there before is kept
+    /// under the same name and ".bak", in place of an older backup. The copy has the permissions of
+    /// \a source without the set-uid, set-gid and sticky bits.
     ///
-    /// On failure a warning is written on Debug, a backup that exists without its original is
-    /// renamed back, and the answer is false. At every moment, even when the process dies in it,
-    /// the old content is whole under one of its two names or the new one is whole under its name.
-    /// A process that dies may leave a file with a random name and ".tmp" beside \a destination.
+    /// Returns true if the whole content is at \a destination. From then on, it and the backup
+    /// would survive a power cut. On failure nothing new is there and an older backup is as it was,
+    /// a warning is written on Debug, and a backup that exists without its original is renamed
+    /// back. Only where the disk fails while the new names are synced, the older backup is lost.
+    ///
+    /// At every moment, even when the process dies or the power fails in it, the old content is
+    /// whole under one of its two names or the new one is whole under its name. A process that dies
+    /// may leave a file with a random name and ".tmp" beside \a destination.
     static bool copyWithBackup(const QString &source, const QString &destination);
+    /// Copies each pair of source and destination, in order, with the promises of a single copy.
+    /// The answers come in the order of \a copies; a copy that fails stops no other.
+    ///
+    /// At every moment, each destination is whole, old or new. (Where the system cannot give a file
+    /// two names, as on Windows, the old one is for a moment only at its backup's name.) Meanwhile
+    /// all new contents need room beside the old ones.
+    ///
+    /// Costs less than single copies: the file systems are synced twice for all, which waits for
+    /// what other programs have written, too. A copy from or onto an earlier destination or backup,
+    /// and one onto a folder or a link, adds two more. On Windows each file is synced.
+    static std::vector<bool> copyWithBackup(const std::vector<std::pair<QString, QString>> &copies);
 
     /// @}
     /// \name Removal

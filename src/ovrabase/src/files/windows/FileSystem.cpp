@@ -61,21 +61,4 @@ std::filesystem::path nativePath(const QString &path)
     return native.toStdWString();
 }
 
-bool copyFile(const QString &from, const QString &to)
-{
-    const std::filesystem::path source = nativePath(from);
-    const std::filesystem::path destination = nativePath(to);
-    return ::CopyFileW(source.c_str(), destination.c_str(), TRUE) != 0;
-}
-
-std::error_code renameOver(const QString &from, const QString &to)
-{
-    const std::filesystem::path source = nativePath(from);
-    const std::filesystem::path destination = nativePath(to);
-    const bool renamed =
-        ::MoveFileExW(source.c_str(), destination.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
-    const DWORD code = renamed ? ERROR_SUCCESS : ::GetLastError();
-    return {static_cast<int>(code), std::system_category()};
-}
-
 } // namespace Vyn::OvraBase::os

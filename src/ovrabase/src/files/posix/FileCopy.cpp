@@ -1,0 +1,276 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "files/FileCopy_p.h"
+#include "files/FileError_p.h"
+#include "files/FileSystem_p.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace Vyn::OvraBase::os {
+namespace {
+
+/// Without set-uid, set-gid and sticky.
+constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
+
+std::error_code lastError()
+{
+    return {errno, std::system_category()};
+}
+
+std::error_code errorOf(int result)
+{
+    return result == 0 ? std::error_code() : lastError();
+}
+
+class Descriptor {
+public:
+    Descriptor(const QString &path, int flags, mode_t mode = 0)
+        : mDescriptor(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, mode))
+    {
+    }
+    ~Descriptor()
+    {
+        if (isOpen()) {
+            ::close(mDescriptor);
+        }
+    }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+
+    bool isOpen() const { return mDescriptor >= 0; }
+    int get() const { return mDescriptor; }
+
+    /// Leaves the descriptor to the caller.
+    int release() { return std::exchange(mDescriptor, -1); }
+
+private:
+    int mDescriptor;
+};
+
+std::error_code writeAll(int file, const char *data, ssize_t size)
+{
+    while (size > 0) {
+        const ssize_t written = ::write(file, data, static_cast<std::size_t>(size));
+        if (written < 0 && errno != EINTR) {
+            return lastError();
+        }
+        data += std::max<ssize_t>(written, 0);
+        size -= std::max<ssize_t>(written, 0);
+    }
+    return {};
+}
+
+/// Copies from where both files stand to the end of \a from.
+std::error_code copyContent(int from, int to)
+{
+    // Shares the blocks where the file system can. It refuses many pairs of files and finds nothing
+    // in those of /proc. Reading and writing go on where it ends, and meet the error if it is one.
+    constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;
+    while (::copy_file_range(from, nullptr, to, nullptr, kMostAtOnce, 0) > 0) {
+    }
+
+    constexpr std::size_t kBufferSize = std::size_t{64} << 10;
+    const auto buffer = std::make_unique_for_overwrite<char[]>(kBufferSize);
+    for (;;) {
+        const ssize_t size = ::read(from, buffer.get(), kBufferSize);
+        if (size == 0) {
+            return {};
+        }
+        if (size < 0 && errno != EINTR) {
+            return lastError();
+        }
+        if (const std::error_code error = writeAll(to, buffer.get(), size)) {
+            return error;
+        }
+    }
+}
+
+/// Returns what a copy of the folder \a path may be open for: all that is possible if it has no
+/// permissions, being a Qt resource.
+mode_t permissionsOfFolder(const QString &path)
+{
+    struct stat status {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
+        return kPermissions;
+    }
+    // Without the sticky bit, others could remove what is not theirs.
+    const mode_t lost = (status.st_mode & S_ISVTX) != 0 ? S_IWGRP | S_IWOTH : 0;
+    return status.st_mode & kPermissions & ~lost;
+}
+
+/// Opens a file or folder to sync it. Waits for nobody, should it be a pipe.
+constexpr int kToSync = O_RDONLY | O_NONBLOCK;
+
+std::error_code syncOpened(const Descriptor &entry)
+{
+    if (!entry.isOpen() && errno == EACCES) {
+        ::sync(); // who may not read an entry can sync it only together with all others
+        return {};
+    }
+    return entry.isOpen() ? errorOf(::fsync(entry.get())) : lastError();
+}
+
+} // namespace
+
+// Neither the standard library nor Qt serves: std::filesystem::copy_file() of GCC 12 misses the
+// error of the last write, QFile::copy() starts again after an error and syncs each file.
+std::error_code copyFile(const QString &from, const QString &to)
+{
+    const Descriptor source(from, O_RDONLY | O_NONBLOCK); // a pipe may be there meanwhile
+    struct stat status {};
+    if (!source.isOpen() || ::fstat(source.get(), &status) != 0) {
+        return lastError();
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return S_ISDIR(status.st_mode) ? std::make_error_code(std::errc::is_a_directory)
+                                       : FileError::SourceIsNoFile;
+    }
+    const mode_t permissions = status.st_mode & kPermissions;
+    Descriptor copy(to, O_WRONLY | O_CREAT | O_EXCL, permissions);
+    if (!copy.isOpen()) {
+        return lastError();
+    }
+    std::error_code error = copyContent(source.get(), copy.get());
+    // Undoes the process's mask. Refused on a mount whose files all belong to somebody else.
+    static_cast<void>(::fchmod(copy.get(), permissions));
+    if (::close(copy.release()) != 0 && !error) {
+        error = lastError();
+    }
+    if (error) {
+        ::unlink(QFile::encodeName(to).constData());
+    }
+    return error;
+}
+
+std::error_code syncFile(const QString &path)
+{
+    return syncOpened(Descriptor(path, kToSync));
+}
+
+std::error_code syncFolder(const QString &path)
+{
+    const std::error_code error = syncOpened(Descriptor(path, kToSync | O_DIRECTORY));
+    // Some network file systems sync files only.
+    return error == std::errc::invalid_argument ? std::error_code() : error;
+}
+
+SyncedFileSystems::~SyncedFileSystems()
+{
+    for (const FileSystem &fileSystem : mFileSystems) {
+        if (fileSystem.descriptor >= 0) {
+            ::close(fileSystem.descriptor);
+        }
+    }
+}
+
+std::size_t SyncedFileSystems::add(const QString &path)
+{
+    struct stat status {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
+        return 0; // nothing will be written there
+    }
+    const auto known = std::find_if(mFileSystems.cbegin(), mFileSystems.cend(),
+        [&](const FileSystem &fileSystem) { return fileSystem.id == status.st_dev; });
+    if (known != mFileSystems.cend()) {
+        return static_cast<std::size_t>(known - mFileSystems.cbegin());
+    }
+    mFileSystems.push_back({status.st_dev, Descriptor(path, kToSync | O_DIRECTORY).release()});
+    return mFileSystems.size() - 1;
+}
+
+std::vector<std::error_code> SyncedFileSystems::sync() const
+{
+    std::vector<std::error_code> errors;
+    for (const FileSystem &fileSystem : mFileSystems) {
+        if (fileSystem.descriptor < 0) {
+            ::sync();
+        }
+        errors.push_back(fileSystem.descriptor < 0 ? std::error_code()
+                                                   : errorOf(::syncfs(fileSystem.descriptor)));
+    }
+    return errors;
+}
+
+std::error_code renameNew(const QString &from, const QString &to)
+{
+    const QByteArray source = QFile::encodeName(from);
+    const QByteArray destination = QFile::encodeName(to);
+    const std::error_code error = errorOf(::renameat2(
+        AT_FDCWD, source.constData(), AT_FDCWD, destination.constData(), RENAME_NOREPLACE));
+    if (error != std::errc::invalid_argument && error != std::errc::function_not_supported) {
+        return error;
+    }
+    // This file system has no such rename. Two names for a moment, but never over another file.
+    if (::link(source.constData(), destination.constData()) == 0) {
+        ::unlink(source.constData());
+        return {};
+    }
+    return errno == EEXIST ? lastError() : renameOver(from, to);
+}
+
+std::error_code renameOver(const QString &from, const QString &to)
+{
+    return errorOf(
+        ::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()));
+}
+
+std::error_code keepAsBackup(const QString &path, const QString &backup, const QString &spare)
+{
+    const QByteArray second = QFile::encodeName(spare);
+    if (::link(QFile::encodeName(path).constData(), second.constData()) != 0) {
+        return renameOver(path, backup);
+    }
+    const std::error_code error = renameOver(spare, backup);
+    if (error) {
+        ::unlink(second.constData());
+    }
+    return error;
+}
+
+std::error_code makeFolderLike(const QString &from, const QString &to)
+{
+    return errorOf(::mkdir(QFile::encodeName(to).constData(), permissionsOfFolder(from) | S_IRWXU));
+}
+
+void finishFolderLike(const QString &from, const QString &to)
+{
+    const QByteArray path = QFile::encodeName(to);
+    struct stat status {};
+    ::stat(path.constData(), &status);
+    const mode_t permissions = status.st_mode & permissionsOfFolder(from);
+    // A folder can also have a set-gid bit, from the one that it was made in.
+    if (permissions != (status.st_mode & ~S_IFMT)) {
+        ::chmod(path.constData(), permissions);
+    }
+}
+
+std::error_code listFolder(const QString &path, QStringList &names)
+{
+    namespace fs = std::filesystem;
+    bool allReadable = true;
+    std::error_code error;
+    fs::directory_iterator entry(nativePath(path), error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        const QByteArray bytes = QByteArray::fromStdString(entry->path().filename().string());
+        names.append(QFile::decodeName(bytes));
+        if (QFile::encodeName(names.constLast()) != bytes) {
+            names.removeLast();
+            allReadable = false;
+        }
+    }
+    return error || allReadable ? error : FileError::NameUnreadable;
+}
+
+} // namespace Vyn::OvraBase::os

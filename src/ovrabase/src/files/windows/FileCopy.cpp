@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#include "files/FileCopy_p.h"
+#include "files/FileSystem_p.h"
+
+#include <QDir>
+
+#include <filesystem>
+
+#include <qt_windows.h>
+
+namespace Vyn::OvraBase::os {
+namespace {
+
+std::error_code errorFrom(DWORD code)
+{
+    return {static_cast<int>(code), std::system_category()};
+}
+
+/// Makes the file \a path writable while one exists. Windows neither replaces nor syncs a read-only
+/// file.
+class WithoutReadOnly {
+public:
+    explicit WithoutReadOnly(const std::filesystem::path &path)
+        : mPath(path)
+        , mAttributes(::GetFileAttributesW(path.c_str()))
+    {
+        if (isReadOnly()) {
+            ::SetFileAttributesW(mPath.c_str(), mAttributes & ~DWORD{FILE_ATTRIBUTE_READONLY});
+        }
+    }
+    ~WithoutReadOnly()
+    {
+        if (isReadOnly()) {
+            ::SetFileAttributesW(mPath.c_str(), mAttributes);
+        }
+    }
+    WithoutReadOnly(const WithoutReadOnly &) = delete;
+    WithoutReadOnly &operator=(const WithoutReadOnly &) = delete;
+
+    /// Leaves the path as it is: another file is there now.
+    void release() { mAttributes = INVALID_FILE_ATTRIBUTES; }
+
+private:
+    bool isReadOnly() const
+    {
+        return mAttributes != INVALID_FILE_ATTRIBUTES &&
+               (mAttributes & FILE_ATTRIBUTE_READONLY) != 0;
+    }
+
+    std::filesystem::path mPath;
+    DWORD mAttributes;
+};
+
+std::error_code rename(const QString &from, const QString &to, DWORD flags)
+{
+    const bool isRenamed = ::MoveFileExW(nativePath(from).c_str(), nativePath(to).c_str(),
+                               flags | MOVEFILE_WRITE_THROUGH) != 0;
+    return errorFrom(isRenamed ? ERROR_SUCCESS : ::GetLastError());
+}
+
+std::error_code sync(const std::filesystem::path &path)
+{
+    const WithoutReadOnly writable(path);
+    const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE,
+        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return errorFrom(::GetLastError());
+    }
+    const DWORD code = ::FlushFileBuffers(file) ? ERROR_SUCCESS : ::GetLastError();
+    ::CloseHandle(file);
+    return errorFrom(code);
+}
+
+} // namespace
+
+std::error_code copyFile(const QString &from, const QString &to)
+{
+    const std::filesystem::path copy = nativePath(to);
+    const bool wasFree = ::GetFileAttributesW(copy.c_str()) == INVALID_FILE_ATTRIBUTES;
+    const bool isCopied = ::CopyFileW(nativePath(from).c_str(), copy.c_str(), TRUE) != 0;
+    const std::error_code error = isCopied ? sync(copy) : errorFrom(::GetLastError());
+    if (error && wasFree && error.value() != ERROR_FILE_EXISTS) {
+        WithoutReadOnly(copy).release();
+        ::DeleteFileW(copy.c_str());
+    }
+    return error;
+}
+
+std::error_code syncFile(const QString &path)
+{
+    const std::error_code error = sync(nativePath(path));
+    // Who may only read a file has not written it.
+    const bool mayNotWrite =
+        error.value() == ERROR_ACCESS_DENIED || error.value() == ERROR_SHARING_VIOLATION;
+    return mayNotWrite ? std::error_code() : error;
+}
+
+std::error_code syncFolder(const QString & /*path*/)
+{
+    return {}; // the renames wait until they are on the disk
+}
+
+SyncedFileSystems::~SyncedFileSystems() {}
+
+std::size_t SyncedFileSystems::add(const QString & /*path*/)
+{
+    if (mFileSystems.empty()) {
+        mFileSystems.push_back({0, -1});
+    }
+    return 0;
+}
+
+std::vector<std::error_code> SyncedFileSystems::sync() const
+{
+    return std::vector<std::error_code>(mFileSystems.size());
+}
+
+std::error_code renameNew(const QString &from, const QString &to)
+{
+    return rename(from, to, 0);
+}
+
+std::error_code renameOver(const QString &from, const QString &to)
+{
+    WithoutReadOnly replaceable(nativePath(to));
+    const std::error_code error = rename(from, to, MOVEFILE_REPLACE_EXISTING);
+    if (!error) {
+        replaceable.release();
+    }
+    return error;
+}
+
+std::error_code keepAsBackup(const QString &path, const QString &backup, const QString & /*spare*/)
+{
+    // With a second name, a file that others have open would lose its older backup in vain.
+    return renameOver(path, backup);
+}
+
+std::error_code makeFolderLike(const QString & /*from*/, const QString &to)
+{
+    const bool isMade = ::CreateDirectoryW(nativePath(to).c_str(), nullptr) != 0;
+    return errorFrom(isMade ? ERROR_SUCCESS : ::GetLastError());
+}
+
+void finishFolderLike(const QString & /*from*/, const QString & /*to*/) {}
+
+// MinGW's std::filesystem::directory_iterator lists another folder for a path of 256 characters.
+std::error_code listFolder(const QString &path, QStringList &names)
+{
+    const std::filesystem::path pattern =
+        nativePath(QDir(path).absoluteFilePath(QStringLiteral("*")));
+    WIN32_FIND_DATAW entry;
+    const HANDLE search = ::FindFirstFileW(pattern.c_str(), &entry);
+    DWORD code = search == INVALID_HANDLE_VALUE ? ::GetLastError() : ERROR_SUCCESS;
+    while (code == ERROR_SUCCESS) {
+        const QString name = QString::fromWCharArray(entry.cFileName);
+        if (name != u"." && name != u"..") {
+            names.append(name);
+        }
+        code = ::FindNextFileW(search, &entry) ? ERROR_SUCCESS : ::GetLastError();
+    }
+    if (search != INVALID_HANDLE_VALUE) {
+        ::FindClose(search);
+    }
+    // An empty drive has not even "." and "..".
+    return code == ERROR_NO_MORE_FILES || code == ERROR_FILE_NOT_FOUND ? std::error_code()
+                                                                       : errorFrom(code);
+}
+
+} // namespace Vyn::OvraBase::os
