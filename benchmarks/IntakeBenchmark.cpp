@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// asset_intake with 10,000 new files, 1 GiB in all, beside "cp -r" of them and the hash of each.
-/// The folder that TMPDIR names decides which disk is measured. Compare medians of one run:
+/// asset_intake with 10,000 new files, 1 GiB in all, beside "cp -r" of them, the hash of each and
+/// one sync of the file system. The folder that TMPDIR names decides which disk is measured.
+/// Compare medians of one run:
 ///     IntakeBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
 #include <ovrabase/files/FileUtils.h>
@@ -91,7 +92,7 @@ void copyAndHash(benchmark::State &state)
                  source(), {QStringLiteral("*")}, Vyn::Recursion::Recursive)) {
             benchmark::DoNotOptimize(FileUtils::fileDataToHash(file));
         }
-        return isCopied;
+        return isCopied && run(QStringLiteral("sync"), {QStringLiteral("-f"), copy});
     });
 }
 

@@ -15,6 +15,12 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+#include <span>
+#include <utility>
 
 using Vyn::OvraBase::FileUtils;
 namespace StringUtils = Vyn::OvraBase::StringUtils;
@@ -54,13 +60,26 @@ bool stands(const QString &path)
     return entry.isSymLink() || entry.exists();
 }
 
-/// Whether a copy to \a path would meet something there or in the place of its backup.
-bool isTaken(const QString &path)
+/// Returns \a base with the next number, as FileUtils::getUniqueFileName() counts.
+QString withNextNumber(const QString &base)
 {
-    return stands(path) || stands(path + QStringLiteral(".bak"));
+    static const QRegularExpression numbered(QStringLiteral("_(\\d\\d\\d+)$"));
+    const auto match = numbered.match(base);
+    return match.hasMatch() ? base.left(match.capturedStart()) +
+                                  QStringLiteral("_%1").arg(
+                                      match.capturedView(1).toInt() + 1, 3, 10, QLatin1Char('0'))
+                            : base + QStringLiteral("_001");
 }
 
-/// The intake of one file at a time.
+/// A file that comes in.
+struct Arrival {
+    QFileInfo file;
+    QString assetClass;
+    QString hash;
+    QString outcome; ///< a line for the user, empty until it is known
+};
+
+/// The intake of files in batches: what the library says it copied, it has synced.
 class Intake {
 public:
     Intake(const std::vector<QString> &files, const QString &library, Manifest &manifest)
@@ -70,82 +89,167 @@ public:
     {
     }
 
-    /// Takes the next file in and returns what happened to it, as a line for the user.
-    QString take(const QString &source)
+    /// Takes the next files in and returns what happened to each, as a line for the user.
+    QStringList take(std::span<const QString> sources)
     {
-        const QFileInfo file(source);
-        const QString assetClass = classOf(source);
-        Tally &tally = mSummary.byClass[assetClass];
-        ++tally.files;
-        tally.bytes += file.size();
-        return QStringLiteral("%1 %2  %3")
-            .arg(assetClass, -12)
-            .arg(file.fileName(), outcomeOf(file, assetClass, tally));
+        std::vector<Arrival> arrivals;
+        for (const QString &source : sources) {
+            arrivals.push_back({QFileInfo(source), classOf(source), {}, {}});
+            Arrival &arrival = arrivals.back();
+            ++tallyOf(arrival).files;
+            tallyOf(arrival).bytes += arrival.file.size();
+            attempt(arrival, [&] { arrival.hash = mHashes.next(); });
+        }
+        const auto isOpen = [](const Arrival &arrival) { return arrival.outcome.isEmpty(); };
+        while (std::any_of(arrivals.begin(), arrivals.end(), isOpen)) {
+            for (Arrival &arrival : arrivals) {
+                if (isOpen(arrival) && !dependsOnPending(arrival)) {
+                    attempt(arrival, [&] { bringIn(arrival); });
+                }
+            }
+            copyPending();
+        }
+        QStringList lines;
+        for (const Arrival &arrival : arrivals) {
+            lines.append(QStringLiteral("%1 %2  %3")
+                             .arg(arrival.assetClass, -12)
+                             .arg(arrival.file.fileName(), arrival.outcome));
+        }
+        return lines;
     }
 
     const Summary &summary() const { return mSummary; }
 
 private:
-    QString outcomeOf(const QFileInfo &file, const QString &assetClass, Tally &tally)
+    struct PendingCopy {
+        Arrival *arrival;
+        Asset *before; ///< what came from the same source earlier, or null
+        bool replaces; ///< the file of \a before
+        QString destination;
+    };
+
+    Tally &tallyOf(const Arrival &arrival) { return mSummary.byClass[arrival.assetClass]; }
+
+    template<class Work>
+    void attempt(Arrival &arrival, Work work)
     {
         try {
-            return bringIn(file, assetClass, tally);
+            work();
         } catch (const Vyn::Exception::IOException &failure) {
-            ++mSummary.failed;
-            return QStringLiteral("left alone, %1: %2")
-                .arg(QString::fromUtf8(failure.what()), Vyn::logStr(failure.subject()));
+            fail(arrival, QStringLiteral("%1: %2").arg(
+                              QString::fromUtf8(failure.what()), Vyn::logStr(failure.subject())));
         } catch (const Vyn::Exception::BaseException &failure) {
-            ++mSummary.failed;
-            return QStringLiteral("left alone, %1").arg(QString::fromUtf8(failure.what()));
+            fail(arrival, QString::fromUtf8(failure.what()));
         }
     }
 
-    QString bringIn(const QFileInfo &file, const QString &assetClass, Tally &tally)
+    void fail(Arrival &arrival, const QString &reason)
     {
+        ++mSummary.failed;
+        arrival.outcome = QStringLiteral("left alone, %1").arg(reason);
+    }
+
+    /// Whether the outcome of \a arrival is known only when the pending copies are made.
+    bool dependsOnPending(const Arrival &arrival)
+    {
+        return mPendingContents.contains(arrival.hash) ||
+               mPendingAssets.contains(mManifest.fromSource(arrival.file.absoluteFilePath())) ||
+               mPendingAssets.contains(mManifest.withContent(arrival.hash, arrival.file.size()));
+    }
+
+    /// Finds out what happens to \a arrival, or plans its copy.
+    void bringIn(Arrival &arrival)
+    {
+        const QFileInfo &file = arrival.file;
         const QString source = file.absoluteFilePath();
-        const QString hash = mHashes.next();
         Asset *const before = mManifest.fromSource(source);
-        if (Asset *const same = mManifest.withContent(hash, file.size())) {
+        if (Asset *const same = mManifest.withContent(arrival.hash, file.size())) {
             if (same == before) {
-                same->assetClass = assetClass; // it may have become the source meanwhile
-                return QStringLiteral("unchanged");
+                same->assetClass = arrival.assetClass; // it may have become the source meanwhile
+                arrival.outcome = QStringLiteral("unchanged");
+                return;
             }
             if (before) {
                 mManifest.dropSource(*before);
             }
             if (same->source.isEmpty()) {
                 mManifest.removeDuplicate(source);
-                mManifest.setSource(*same, source, assetClass);
-                return QStringLiteral("already there as %1").arg(same->name);
+                mManifest.setSource(*same, source, arrival.assetClass);
+                arrival.outcome = QStringLiteral("already there as %1").arg(same->name);
+                return;
             }
-            ++tally.duplicates;
+            ++tallyOf(arrival).duplicates;
             mManifest.setDuplicate(*same, source);
-            return QStringLiteral("duplicate of %1").arg(same->name);
+            arrival.outcome = QStringLiteral("duplicate of %1").arg(same->name);
+            return;
         }
 
-        mManifest.removeDuplicate(source);
         const bool replaces = before && mayReplace(*before, file.fileName());
         const QString destination =
             replaces ? QDir(mLibrary).filePath(before->name) : freePath(file.fileName());
-        if (!FileUtils::copyWithBackup(source, destination)) {
-            ++mSummary.failed;
-            return QStringLiteral("left alone, it cannot be copied");
+        if (mPendingNames.contains(destination.toCaseFolded())) {
+            return; // the file system may take both for one name
         }
-        ++mSummary.copied;
-        mSummary.copiedBytes += file.size();
-        if (replaces) {
-            mManifest.replaceContent(*before, hash, file.size());
-            return QStringLiteral("replaced, the old content is in %1.bak").arg(before->name);
-        }
+        mManifest.removeDuplicate(source);
+        mPending.push_back({&arrival, before, replaces, destination});
+        mPendingPaths.insert(destination);
+        mPendingNames.insert(destination.toCaseFolded());
+        mPendingContents.insert(arrival.hash);
         if (before) {
-            mManifest.dropSource(*before);
+            mPendingAssets.insert(before);
         }
-        const QString name = QFileInfo(destination).fileName();
-        mManifest.add({source, name, assetClass, hash, file.size(), {}});
-        ++tally.added;
-        tally.renamed += name == file.fileName() ? 0 : 1;
-        return name == file.fileName() ? QStringLiteral("new")
-                                       : QStringLiteral("new, as %1").arg(name);
+    }
+
+    void copyPending()
+    {
+        std::vector<std::pair<QString, QString>> copies;
+        for (const PendingCopy &copy : mPending) {
+            copies.emplace_back(copy.arrival->file.absoluteFilePath(), copy.destination);
+        }
+        const std::vector<bool> areCopied = FileUtils::copyWithBackup(copies);
+        for (std::size_t i = 0; i < mPending.size(); ++i) {
+            if (areCopied[i]) {
+                noteCopied(mPending[i]);
+            } else {
+                fail(*mPending[i].arrival, QStringLiteral("it cannot be copied"));
+            }
+        }
+        mPending.clear();
+        mPendingPaths.clear();
+        mPendingNames.clear();
+        mPendingContents.clear();
+        mPendingAssets.clear();
+    }
+
+    void noteCopied(const PendingCopy &copy)
+    {
+        Arrival &arrival = *copy.arrival;
+        ++mSummary.copied;
+        mSummary.copiedBytes += arrival.file.size();
+        if (copy.replaces) {
+            mManifest.replaceContent(*copy.before, arrival.hash, arrival.file.size());
+            arrival.outcome =
+                QStringLiteral("replaced, the old content is in %1.bak").arg(copy.before->name);
+            return;
+        }
+        if (copy.before) {
+            mManifest.dropSource(*copy.before);
+        }
+        const QString name = QFileInfo(copy.destination).fileName();
+        mManifest.add({arrival.file.absoluteFilePath(), name, arrival.assetClass, arrival.hash,
+            arrival.file.size(), {}});
+        const bool isRenamed = name != arrival.file.fileName();
+        ++tallyOf(arrival).added;
+        tallyOf(arrival).renamed += isRenamed ? 1 : 0;
+        arrival.outcome =
+            isRenamed ? QStringLiteral("new, as %1").arg(name) : QStringLiteral("new");
+    }
+
+    /// Whether a copy to \a path would meet something there or in the place of its backup.
+    bool isTaken(const QString &path) const
+    {
+        return mPendingPaths.contains(path) || stands(path) ||
+               stands(path + QStringLiteral(".bak"));
     }
 
     /// Returns a valid path in the library for a file called \a name, where nothing is yet.
@@ -172,6 +276,11 @@ private:
         if (!extension.isEmpty()) {
             path = FileUtils::getUniqueFileName(mLibrary, base, extension);
             path = folder.filePath(FileUtils::ensureValidFileName(QFileInfo(path).fileName()));
+            while (mPendingPaths.contains(path)) { // they are not there yet
+                QString last = QFileInfo(path).fileName();
+                last.chop(extension.size() + 1);
+                path = folder.filePath(withNextNumber(last) + u'.' + extension);
+            }
         }
         // What has no extension to number, or meets a folder, is named as users name copies.
         while (isTaken(path)) {
@@ -197,7 +306,25 @@ private:
     QHash<QString, QString> mLastPaths; ///< by valid name
     HashesAhead mHashes;
     Summary mSummary;
+    std::vector<PendingCopy> mPending;
+    QSet<QString> mPendingPaths;
+    QSet<QString> mPendingNames; ///< without case
+    QSet<QString> mPendingContents;
+    QSet<const Asset *> mPendingAssets; ///< that change with the copies
 };
+
+/// Returns how many of \a files come in together: the more, the less it costs to sync them, and the
+/// longer nothing is seen.
+std::size_t batchSize(std::span<const QString> files)
+{
+    constexpr std::size_t kMost = 500;
+    constexpr qint64 kMostBytes = qint64{256} << 20;
+    std::size_t size = 0;
+    for (qint64 bytes = 0; size < std::min(kMost, files.size()) && bytes < kMostBytes; ++size) {
+        bytes += QFileInfo(files[size]).size();
+    }
+    return size;
+}
 
 } // namespace
 
@@ -206,8 +333,12 @@ Summary takeIn(const std::vector<QString> &files, const QString &library, Manife
     FileUtils::touch(manifest.path()); // an asset of the same name gets another one
     Intake intake(files, library, manifest);
     Listing listing(static_cast<qsizetype>(files.size()));
-    for (const QString &file : files) {
-        listing.print(intake.take(file));
+    for (std::span<const QString> left(files); !left.empty();) {
+        const std::size_t size = batchSize(left);
+        for (const QString &line : intake.take(left.first(size))) {
+            listing.print(line);
+        }
+        left = left.subspan(size);
     }
     return intake.summary();
 }
