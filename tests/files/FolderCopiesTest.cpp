@@ -4,6 +4,8 @@
 #include "support/FolderTest.h"
 #include "support/OpenFiles.h"
 
+#include <QResource>
+
 #include <cstdio>
 
 namespace Vyn::OvraBase {
@@ -45,6 +47,18 @@ TEST_F(FolderCopies, CopiesAFolderWithAllThatIsHidden)
     EXPECT_TRUE(FileUtils::copyRecursively(path("source"), path("new/deep")));
     EXPECT_EQ(tree("new/deep"), tree("source"));
     EXPECT_THAT(mLog.records(), IsEmpty());
+}
+
+TEST_F(FolderCopies, CopiesQtResources)
+{
+    ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
+    EXPECT_TRUE(FileUtils::copyRecursively(u":/ovrabase-test"_s, path("copy")));
+    EXPECT_TRUE(FileUtils::copyWithBackup(u":/ovrabase-test/resources.qrc"_s, path("single")));
+    const QByteArray content = FileUtils::loadBinaryFile(u":/ovrabase-test/resources.qrc"_s);
+    EXPECT_EQ(FileUtils::loadBinaryFile(path("copy/resources.qrc")), content);
+    EXPECT_EQ(FileUtils::loadBinaryFile(path("single")), content);
+    EXPECT_FALSE(FileUtils::copyWithBackup(u":/ovrabase-test/missing"_s, path("single")));
+    EXPECT_EQ(FileUtils::loadBinaryFile(path("single")), content);
 }
 
 TEST_F(FolderCopies, ReportsWhatItCannotCopyAndGoesOn)

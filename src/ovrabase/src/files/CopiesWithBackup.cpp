@@ -221,7 +221,7 @@ private:
         std::erase_if(mPending, [&](const PendingCopy &copy) {
             const std::error_code error = step(copy);
             if (error) {
-                QFile::remove(copy.*made);
+                os::discardCopy(copy.*made);
                 report(copy, error);
             }
             return bool(error);

@@ -25,12 +25,14 @@ std::error_code copyResource(const QString &from, const QString &to)
     }
     const bool isWritten = copy.write(content) == content.size();
     copy.close();
-    if (!isWritten || copy.error() != QFile::NoError) {
-        copy.remove();
-        return std::make_error_code(std::errc::io_error);
-    }
     copy.setPermissions(source.permissions());
-    return {};
+    const std::error_code error = isWritten && copy.error() == QFile::NoError
+                                      ? os::syncFile(to) // Windows syncs nothing later
+                                      : std::make_error_code(std::errc::io_error);
+    if (error) {
+        os::discardCopy(to);
+    }
+    return error;
 }
 
 } // namespace

@@ -15,7 +15,7 @@
 namespace Vyn::OvraBase {
 
 /// Makes \a to, where nothing is yet, a copy of the file or Qt resource \a from. On failure nothing
-/// new is at \a to. The copy is not synced.
+/// new is at \a to. The copy need not be synced yet.
 std::error_code copyFile(const QString &from, const QString &to);
 
 namespace os {
@@ -23,6 +23,9 @@ namespace os {
 /// Does what Vyn::OvraBase::copyFile() does for files of the system. The copy has the permissions
 /// of \a from without the set-uid, set-gid and sticky bits, where the file system lets them be set.
 std::error_code copyFile(const QString &from, const QString &to);
+
+/// Removes the copy \a path, even if it is read-only. Ignores failures.
+void discardCopy(const QString &path);
 
 /// Waits until the content of the file \a path is on the disk.
 std::error_code syncFile(const QString &path);

@@ -149,9 +149,14 @@ std::error_code copyFile(const QString &from, const QString &to)
         error = lastError();
     }
     if (error) {
-        ::unlink(QFile::encodeName(to).constData());
+        discardCopy(to);
     }
     return error;
+}
+
+void discardCopy(const QString &path)
+{
+    ::unlink(QFile::encodeName(path).constData());
 }
 
 std::error_code syncFile(const QString &path)

@@ -82,10 +82,16 @@ std::error_code copyFile(const QString &from, const QString &to)
     const bool isCopied = ::CopyFileW(nativePath(from).c_str(), copy.c_str(), TRUE) != 0;
     const std::error_code error = isCopied ? sync(copy) : errorFrom(::GetLastError());
     if (error && wasFree && error.value() != ERROR_FILE_EXISTS) {
-        WithoutReadOnly(copy).release();
-        ::DeleteFileW(copy.c_str());
+        discardCopy(to);
     }
     return error;
+}
+
+void discardCopy(const QString &path)
+{
+    const std::filesystem::path copy = nativePath(path);
+    WithoutReadOnly(copy).release();
+    ::DeleteFileW(copy.c_str());
 }
 
 std::error_code syncFile(const QString &path)
