@@ -86,7 +86,7 @@ public:
         if (dependsOnPending(source, destination)) {
             commit();
         }
-        PendingCopy copy{index, source, destination, {}, 0};
+        PendingCopy copy{index, source, destination, {}, 0, false, false};
         if (const std::error_code error = prepare(copy)) {
             report(copy, error);
             return;
@@ -94,7 +94,7 @@ public:
         mPending.push_back(copy);
         const QString backup = backupOf(destination);
         mTouched << keyOf(destination) << keyOf(backup);
-        if (isPassage(QFileInfo(destination)) || isPassage(QFileInfo(backup))) {
+        if (copy.replacesPassage) {
             commit();
         }
     }
@@ -124,6 +124,8 @@ private:
         QString destination;
         QString fresh; ///< the copy, beside the destination until it takes its place
         std::size_t fileSystem;
+        bool isNew;           ///< nothing is at the destination
+        bool replacesPassage; ///< other paths may lead through the destination or the backup
     };
 
     /// Returns one text for all paths of an entry, links in its folder's path or not.
@@ -160,9 +162,12 @@ private:
             return FileError::SourceIsNoFile;
         }
         const QFileInfo before(copy.destination);
-        if (entryExists(before) && areSameEntry(from, before)) {
+        copy.isNew = !entryExists(before);
+        if (!copy.isNew && areSameEntry(from, before)) {
             return FileError::SameFile;
         }
+        copy.replacesPassage =
+            !copy.isNew && (isPassage(before) || isPassage(QFileInfo(backupOf(copy.destination))));
         copy.fresh = freePathIn(before.dir());
         copy.fileSystem = mFileSystems.add(before.path());
         return copyFile(copy.source, copy.fresh);
@@ -170,6 +175,9 @@ private:
 
     static std::error_code replaceDestination(const PendingCopy &copy)
     {
+        if (copy.isNew && !os::renameNew(copy.fresh, copy.destination)) {
+            return {};
+        }
         const QFileInfo before(copy.destination);
         const QString backup = backupOf(copy.destination);
         if (!entryExists(before)) {

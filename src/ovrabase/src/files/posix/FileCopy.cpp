@@ -72,26 +72,31 @@ std::error_code writeAll(int file, const char *data, ssize_t size)
     return {};
 }
 
-/// Copies from where both files stand to the end of \a from.
-std::error_code copyContent(int from, int to)
+/// Copies from where both files stand to the end of \a from, which is \a size bytes long or grows.
+std::error_code copyContent(int from, int to, off_t size)
 {
     // Shares the blocks where the file system can. It refuses many pairs of files and finds nothing
     // in those of /proc. Reading and writing go on where it ends, and meet the error if it is one.
     constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;
-    while (::copy_file_range(from, nullptr, to, nullptr, kMostAtOnce, 0) > 0) {
+    ssize_t count = 0;
+    for (off_t copied = 0; copied < size; copied += count) {
+        count = ::copy_file_range(from, nullptr, to, nullptr, kMostAtOnce, 0);
+        if (count <= 0) {
+            break;
+        }
     }
 
     constexpr std::size_t kBufferSize = std::size_t{64} << 10;
     const auto buffer = std::make_unique_for_overwrite<char[]>(kBufferSize);
     for (;;) {
-        const ssize_t size = ::read(from, buffer.get(), kBufferSize);
-        if (size == 0) {
+        count = ::read(from, buffer.get(), kBufferSize);
+        if (count == 0) {
             return {};
         }
-        if (size < 0 && errno != EINTR) {
+        if (count < 0 && errno != EINTR) {
             return lastError();
         }
-        if (const std::error_code error = writeAll(to, buffer.get(), size)) {
+        if (const std::error_code error = writeAll(to, buffer.get(), count)) {
             return error;
         }
     }
@@ -142,7 +147,7 @@ std::error_code copyFile(const QString &from, const QString &to)
     if (!copy.isOpen()) {
         return lastError();
     }
-    std::error_code error = copyContent(source.get(), copy.get());
+    std::error_code error = copyContent(source.get(), copy.get(), status.st_size);
     // Undoes the process's mask. Refused on a mount whose files all belong to somebody else.
     static_cast<void>(::fchmod(copy.get(), permissions));
     if (::close(copy.release()) != 0 && !error) {
