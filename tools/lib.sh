@@ -17,7 +17,7 @@ export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-/tmp}
 # What the library itself is built with and from.
 build_packages=(g++ cmake ninja-build ccache pkg-config
     qt6-base-dev libspdlog-dev libfreeimage-dev libudev-dev)
-test_packages=(libgtest-dev libgmock-dev umockdev)
+test_packages=(libgtest-dev libgmock-dev umockdev e2fsprogs mount)
 
 # quietly TITLE COMMAND...: one line when it goes well, everything when it does not. What the command
 # writes to descriptor 3 is shown in either case.

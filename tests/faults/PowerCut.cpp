@@ -1,0 +1,168 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+/// \file
+/// The power fails during and after copies: a file system of its own is shut down without writing
+/// what it holds in memory.
+
+#include "faults/Faults.h"
+
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/ioctl.h>
+#include <sys/mount.h>
+
+namespace {
+
+using namespace Vyn::Test;
+
+/// An ext4 file system in a file.
+class Disk {
+public:
+    ~Disk() { umount(mFolder.toLocal8Bit().constData()); }
+
+    bool isMade() const
+    {
+        QFile image(mImage);
+        // In a mount namespace of its own, what is mounted goes with this process.
+        return unshare(CLONE_NEWNS) == 0 &&
+               mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+               image.open(QFile::WriteOnly) && image.resize(qint64{32} << 20) &&
+               std::system(("mkfs.ext4 -q -F " + mImage.toLocal8Bit()).constData()) == 0 &&
+               FileUtils::makeFolder(mFolder) && start();
+    }
+
+    bool start() const
+    {
+        return std::system(("mount -o loop " + mImage.toLocal8Bit() + ' ' + mFolder.toLocal8Bit())
+                               .constData()) == 0;
+    }
+
+    void cutPower() const
+    {
+        constexpr unsigned long kShutDown = _IOR('X', 125, __u32);
+        __u32 withoutFlushingTheJournal = 2;
+        const int folder = open(mFolder.toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
+        require(ioctl(folder, kShutDown, &withoutFlushingTheJournal) == 0, "shuts down");
+        close(folder);
+    }
+
+    void startAgain() const
+    {
+        require(umount(mFolder.toLocal8Bit().constData()) == 0 && start(), "mounts again");
+    }
+
+    /// Cuts the power and returns when the disk is back.
+    void failAndStart() const
+    {
+        cutPower();
+        startAgain();
+    }
+
+    /// Writes what the disk holds, and is meant to hold from then on.
+    void sync() const
+    {
+        const int folder = open(mFolder.toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
+        require(syncfs(folder) == 0, "syncs");
+        close(folder);
+    }
+
+    QString path(const char *name) const { return mFolder + u'/' + QString::fromUtf8(name); }
+
+private:
+    QTemporaryDir mHome;
+    QString mImage = mHome.filePath(QStringLiteral("image"));
+    QString mFolder = mHome.filePath(QStringLiteral("disk"));
+};
+
+const QByteArray kOld(9'000, 'o');
+const QByteArray kNew(20'000, 'n');
+
+/// Cuts the power at once after calls that answered true.
+void cutAfterCopies(const Disk &disk)
+{
+    const QString source = disk.path("source");
+    write(source, kNew);
+    write(disk.path("file"), kOld); // nobody has synced it
+    require(FileUtils::copyWithBackup(source, disk.path("file")), "copies over a file");
+    disk.failAndStart();
+    require(read(disk.path("file")) == kNew, "the copy survives the cut");
+    require(read(disk.path("file.bak")) == kOld, "the old content survives the cut");
+
+    write(disk.path("folder/inside"), kOld);
+    require(
+        FileUtils::copyWithBackup(disk.path("file"), disk.path("folder")), "copies over a folder");
+    disk.failAndStart();
+    require(read(disk.path("folder")) == kNew, "the copy over a folder survives the cut");
+    require(read(disk.path("folder.bak/inside")) == kOld, "the folder survives the cut");
+
+    write(source, kNew);
+    write(disk.path("b"), kOld);
+    const std::vector<bool> answers =
+        FileUtils::copyWithBackup({{source, disk.path("a")}, {disk.path("missing"), disk.path("b")},
+            {source, disk.path("b")}, {source, disk.path("c")}});
+    require(answers == std::vector{true, false, true, true}, "copies many");
+    disk.failAndStart();
+    for (const char *name : {"a", "b", "c"}) {
+        require(read(disk.path(name)) == kNew, "many copies survive the cut");
+    }
+    require(read(disk.path("b.bak")) == kOld, "the old content under many survives the cut");
+
+    write(disk.path("tree/sub/deep/file"), kNew);
+    require(FileUtils::makeFolder(disk.path("tree/empty")), "makes a folder");
+    require(FileUtils::copyRecursively(disk.path("tree"), disk.path("new/tree")), "copies a tree");
+    disk.failAndStart();
+    require(read(disk.path("new/tree/sub/deep/file")) == kNew, "the tree survives the cut");
+    require(FileUtils::isFolder(disk.path("new/tree/empty")), "its folders survive the cut");
+}
+
+/// Cuts the power at each moment of a call. Returns 0 if this system does not let us trace.
+int cutDuringCopies(const Disk &disk)
+{
+    const QString source = disk.path("source");
+    const QString copies[] = {disk.path("work/1"), disk.path("work/2")};
+    const auto prepare = [&] {
+        FileUtils::removeDirRecursiveIfItExists(disk.path("work"));
+        write(source, kNew);
+        for (const QString &copy : copies) {
+            write(copy, kOld);
+            write(copy + QStringLiteral(".bak"), "older");
+        }
+        disk.sync();
+    };
+    const auto call = [&] {
+        FileUtils::copyWithBackup({{source, copies[0]}, {source, copies[1]}});
+    };
+    const auto check = [&](bool isDone) {
+        if (isDone) {
+            disk.cutPower();
+        }
+        disk.startAgain();
+        for (const QString &copy : copies) {
+            const QByteArray now = read(copy);
+            const QByteArray backup = read(copy + QStringLiteral(".bak"));
+            require(
+                now == kNew || (now == kOld && !isDone), "each destination is whole, old or new");
+            require(now == kOld || backup == kOld, "the old content is there");
+        }
+    };
+    return cutAtEachStop(
+        prepare, call, [&] { disk.cutPower(); }, check);
+}
+
+} // namespace
+
+int main()
+{
+    const Disk disk;
+    if (!disk.isMade()) {
+        return notTested("power cuts", "only root may mount a file of its own as a disk");
+    }
+    cutAfterCopies(disk);
+    const int stops = cutDuringCopies(disk);
+    if (stops == 0) {
+        return notTested("power cuts during copies", "this system refuses ptrace()");
+    }
+    std::printf("the power failed at %d stops\n", stops);
+    return 0;
+}
