@@ -226,7 +226,9 @@ TEST_F(ApplicationFolders, CopiesTakeTheFirstNameThatIsFree)
             {u"resources.qrc"_s, u"resources_001.qrc"_s, u"resources_002.qrc"_s}) {
             expectNext(name);
         }
-        FileUtils::removeFileIfItExists(folder + u"resources_001.qrc"_s);
+        QFile second(folder + u"resources_001.qrc"_s);
+        second.setPermissions(QFile::ReadOwner | QFile::WriteOwner); // a resource is read-only
+        EXPECT_TRUE(second.remove());
         expectNext(u"resources_001.qrc"_s);
         FileUtils::touch(folder + u"resources_003.qrc"_s);
         expectNext(u"resources_004.qrc"_s);

@@ -80,6 +80,7 @@ TEST_F(FileChecks, WhatIsMissingIsAsWritableAsItsNearestAncestor)
 #endif
 }
 
+#ifndef Q_OS_WIN // there, a file does not vanish while it is open
 TEST_F(FileChecks, CheckDoesNotCreateAFileThatVanishes)
 {
     const QString file = path("file");
@@ -98,6 +99,7 @@ TEST_F(FileChecks, CheckDoesNotCreateAFileThatVanishes)
     checks.join();
     EXPECT_EQ(createdByOthers, 0);
 }
+#endif
 
 TEST_F(FileChecks, KnowsRelativeUrls)
 {
