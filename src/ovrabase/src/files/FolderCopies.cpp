@@ -66,12 +66,14 @@ public:
     FolderCopyPlan(const QString &source, const QString &destination)
         : mCopies{{PlannedCopy::Folder, source, destination}}
     {
-        for (std::size_t i = 0; i < mCopies.size(); ++i) {
-            if (mCopies[i].kind == PlannedCopy::Folder) {
+        std::size_t next = 0;
+        while (next < mCopies.size()) { // which grows
+            if (mCopies[next].kind == PlannedCopy::Folder) {
                 const std::size_t before = mCopies.size();
-                addContent(PlannedCopy(mCopies[i]));
-                mCopies[i].isEmpty = mCopies.size() == before;
+                addContent(PlannedCopy(mCopies[next]));
+                mCopies[next].isEmpty = mCopies.size() == before;
             }
+            ++next;
         }
     }
 
