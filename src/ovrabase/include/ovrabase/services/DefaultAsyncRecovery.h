@@ -26,7 +26,7 @@ public:
     /// A registered operation.
     struct Recoverable {
         Vyn::future<void> future; ///< the operation
-        std::string description; ///< UTF-8
+        std::string description;  ///< UTF-8
     };
 
     /// Nothing is registered.
