@@ -19,17 +19,18 @@
 #include <vector>
 
 namespace Vyn::OvraBase::os {
-namespace {
-
-/// More folders than this are not open at a time, however deep a tree is.
-constexpr std::size_t kMostOpen = 64;
 
 struct CloseStream {
     void operator()(DIR *stream) const { ::closedir(stream); }
 };
 using Stream = std::unique_ptr<DIR, CloseStream>;
 
-std::error_code errorOf(int code)
+namespace {
+
+/// More folders than this are not open at a time, however deep a tree is.
+constexpr std::size_t kMostOpen = 64;
+
+std::error_code errorWith(int code)
 {
     return {code, std::generic_category()};
 }
@@ -98,7 +99,7 @@ private:
     void note(int code)
     {
         if (!mError) {
-            mError = errorOf(code);
+            mError = errorWith(code);
         }
     }
 
@@ -182,7 +183,7 @@ private:
 
 std::error_code removeEntry(const QString &path)
 {
-    return errorOf(::unlink(QFile::encodeName(path).constData()) == 0 ? 0 : errno);
+    return errorWith(::unlink(QFile::encodeName(path).constData()) == 0 ? 0 : errno);
 }
 
 struct OpenFolder::Handles {
@@ -212,7 +213,7 @@ OpenFolder::OpenFolder(const QString &path, LinkAtPath link)
         mHandles->isBehindLink = true;
     }
     if (!mHandles->stream) {
-        mError = errorOf(errno);
+        mError = errorWith(errno);
     }
 }
 
@@ -221,7 +222,7 @@ OpenFolder::~OpenFolder() = default;
 std::error_code OpenFolder::removeFile(const QString &name)
 {
     const int folder = ::dirfd(mHandles->stream.get());
-    return errorOf(::unlinkat(folder, QFile::encodeName(name).constData(), 0) == 0 ? 0 : errno);
+    return errorWith(::unlinkat(folder, QFile::encodeName(name).constData(), 0) == 0 ? 0 : errno);
 }
 
 std::error_code OpenFolder::remove()
@@ -229,7 +230,7 @@ std::error_code OpenFolder::remove()
     std::error_code error = Emptying(std::move(mHandles->stream)).run();
     if (!mHandles->isBehindLink &&
         ::unlinkat(mHandles->parent, mHandles->name.constData(), AT_REMOVEDIR) != 0 && !error) {
-        error = errorOf(errno);
+        error = errorWith(errno);
     }
     return error;
 }

@@ -29,7 +29,7 @@ struct CloseHandle {
 };
 using Handle = std::unique_ptr<void, CloseHandle>;
 
-std::error_code errorOf(DWORD code)
+std::error_code errorWith(DWORD code)
 {
     return {static_cast<int>(code), std::system_category()};
 }
@@ -109,7 +109,7 @@ std::error_code removeOpened(HANDLE entry)
     if (wasReadOnly) {
         setReadOnly(entry, true);
     }
-    return errorOf(reason);
+    return errorWith(reason);
 }
 
 /// A folder that is being emptied, and a part of its listing.
@@ -158,7 +158,7 @@ private:
         if (!::GetFileInformationByHandleEx(mFolder, FileIdBothDirectoryInfo, mListing->data(),
                 static_cast<DWORD>(mListing->size()))) {
             const DWORD reason = ::GetLastError();
-            error = errorOf(reason == ERROR_NO_MORE_FILES ? ERROR_SUCCESS : reason);
+            error = errorWith(reason == ERROR_NO_MORE_FILES ? ERROR_SUCCESS : reason);
             return false;
         }
         mOffset = 0;
@@ -192,7 +192,7 @@ std::error_code removeContent(HANDLE top)
                 levels.back().folder(), name, mayBeFolder ? kRemoval | kListing : kRemoval);
             if (!entry) {
                 const DWORD reason = ::GetLastError();
-                note(errorOf(reason == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : reason));
+                note(errorWith(reason == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : reason));
             } else if (mayBeFolder && isFolder(entry.get())) {
                 levels.emplace_back(std::move(entry));
             } else {
@@ -207,7 +207,7 @@ std::error_code removeContent(HANDLE top)
 std::error_code removeEntry(const QString &path)
 {
     const Handle entry = openPath(path, kRemoval, FILE_FLAG_OPEN_REPARSE_POINT);
-    return entry ? removeOpened(entry.get()) : errorOf(::GetLastError());
+    return entry ? removeOpened(entry.get()) : errorWith(::GetLastError());
 }
 
 struct OpenFolder::Handles {
@@ -224,9 +224,9 @@ OpenFolder::OpenFolder(const QString &path, LinkAtPath link)
         mHandles->isBehindLink = true;
     }
     if (!mHandles->folder) {
-        mError = errorOf(::GetLastError());
+        mError = errorWith(::GetLastError());
     } else if (!isFolder(mHandles->folder.get())) {
-        mError = errorOf(ERROR_DIRECTORY);
+        mError = errorWith(ERROR_DIRECTORY);
     }
 }
 
@@ -235,7 +235,7 @@ OpenFolder::~OpenFolder() = default;
 std::error_code OpenFolder::removeFile(const QString &name)
 {
     const Handle entry = openEntry(mHandles->folder.get(), name.toStdWString(), kRemoval);
-    return entry ? removeOpened(entry.get()) : errorOf(::GetLastError());
+    return entry ? removeOpened(entry.get()) : errorWith(::GetLastError());
 }
 
 std::error_code OpenFolder::remove()
@@ -250,7 +250,7 @@ std::error_code OpenFolder::remove()
         FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
     mHandles->folder.reset(removable == INVALID_HANDLE_VALUE ? nullptr : removable);
     const std::error_code ofFolder =
-        mHandles->folder ? removeOpened(mHandles->folder.get()) : errorOf(::GetLastError());
+        mHandles->folder ? removeOpened(mHandles->folder.get()) : errorWith(::GetLastError());
     mHandles->folder.reset();
     return error ? error : ofFolder;
 }
