@@ -74,7 +74,7 @@ def name_of(expression):
     """Returns what a placeholder stands for: the expression without conversions, as words."""
     quoted = expression.startswith("logStr(")
     while True:
-        inner = re.fullmatch(r"(?:logStr|view|QString::\w+|errorMessage|os::\w+)\((.*)\)",
+        inner = re.fullmatch(r"(?:logStr|view|textOf|QString::\w+|errorMessage|os::\w+)\((.*)\)",
                              expression, re.S)
         if inner:
             expression = inner.group(1)

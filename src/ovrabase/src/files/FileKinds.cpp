@@ -16,6 +16,8 @@
 namespace Vyn::OvraBase {
 namespace {
 
+constexpr LogPosition kNoImageLibrary{"FileKinds.cpp:41 Vyn::OvraBase::FileUtils::isImageExt()"};
+
 bool isOneOf(const QString &ext, std::initializer_list<QLatin1String> known, Qt::CaseSensitivity cs)
 {
     return std::any_of(known.begin(), known.end(),
@@ -38,7 +40,7 @@ public:
         if (!mFormatOf) {
             // Not when it is loaded: a log delegate may ask for an extension in turn.
             if (!mIsReported.exchange(true)) {
-                logAt(LOG_CONTEXT, Support, Logger::Warning,
+                logAt(kNoImageLibrary, Support, Logger::Warning,
                     QStringLiteral("Only svg is known as an image extension: ") + mError);
             }
             return false;

@@ -144,21 +144,23 @@ public:
     /// Delivers the message that this object holds, then goes on with that of \a other.
     StreamLogger &operator=(StreamLogger &&other) noexcept;
 
+    /// Writes the text of \a value, before any operator of the caller is looked at.
     template<LogStream::Preferred T>
     friend StreamLogger &operator<<(StreamLogger &message, const T &value)
     {
         return message.write(value);
     }
 
-    /// The message comes as what it derives from, of any character type: every other operator for
-    /// the type of the value is the better match.
+    /// Writes a value for which the caller has no operator. The message comes as what it derives
+    /// from, of any character type: every other operator for the type of the value is the better
+    /// match.
     template<class C, class Traits, LogStream::Other T>
     friend StreamLogger &operator<<(std::basic_ostream<C, Traits> &message, const T &value)
     {
         return static_cast<StreamLogger &>(message).write(value);
     }
 
-    /// What is begun in a statement goes on as an lvalue, which all operators take.
+    /// Writes the first value of a statement, which goes on with an lvalue: all operators take one.
     template<class T>
     requires(LogStream::Preferred<T> || LogStream::Other<T>) friend StreamLogger &operator<<(
         StreamLogger &&message, const T &value)
@@ -166,24 +168,29 @@ public:
         return message.write(value);
     }
 
-    /// \name Manipulators that are templates, such as std::endl
+    /// \name Manipulators that are functions, such as std::endl
     /// \{
+
+    /// Applies one for output streams.
     friend StreamLogger &operator<<(
         StreamLogger &message, std::ostream &(*manipulator)(std::ostream &))
     {
         manipulator(message);
         return message;
     }
+    /// Applies one for output streams as the first of a statement.
     friend StreamLogger &operator<<(
         StreamLogger &&message, std::ostream &(*manipulator)(std::ostream &))
     {
         return message << manipulator;
     }
+    /// Applies one for formats, such as std::hex.
     friend StreamLogger &operator<<(StreamLogger &message, std::ios &(*manipulator)(std::ios &))
     {
         manipulator(message);
         return message;
     }
+    /// Applies one for formats as the first of a statement.
     friend StreamLogger &operator<<(StreamLogger &&message, std::ios &(*manipulator)(std::ios &))
     {
         return message << manipulator;
