@@ -33,7 +33,7 @@ public:
 void run()
 {
     const Vyn::Logger &ui = logger(UI);
-    ui.info(LOG_CONTEXT) << "hello from " << applicationName().toStdString();
+    ui.info(LOG_CONTEXT) << "hello from " << applicationName();
 
     try {
         FileUtils::changeFilePathExtension(QStringLiteral("mesh.obj"), QString());
@@ -43,12 +43,17 @@ void run()
 
     const QString unit = ServiceLocator::instance()->service<DisplayUnit>()->name;
     const double width = parseLength(QStringLiteral("2 ft 6 in"), unit).value_or(0);
-    ui.info(LOG_CONTEXT) << "width: " << fromMeter(width, unit) << ' ' << unit.toStdString();
+    ui.info(LOG_CONTEXT) << "width: " << fromMeter(width, unit) << ' ' << unit;
 
-    void *const plugin = loadSharedLibrary(QStringLiteral("minimal_host_plugin.dll"));
-    if (void *const price = loadSymbol(plugin, QStringLiteral("priceOfFrame"))) {
+    QString error;
+    void *const plugin = loadSharedLibrary(QStringLiteral("minimal_host_plugin.dll"), &error);
+    void *const price =
+        plugin ? loadSymbol(plugin, QStringLiteral("priceOfFrame"), &error) : nullptr;
+    if (price != nullptr) {
         using Price = double(double);
         ui.info(LOG_CONTEXT) << "price: " << reinterpret_cast<Price *>(price)(width);
+    } else {
+        ui.warning(LOG_CONTEXT) << "no prices: " << error;
     }
     closeSharedLibrary(plugin);
 }

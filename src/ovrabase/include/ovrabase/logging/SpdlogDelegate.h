@@ -28,7 +28,9 @@ namespace Vyn::Core::Log {
 /// no format, so braces stay. The levels are spdlog's info, warn and err.
 ///
 /// All threads that log wait while the logger writes. Give it spdlog's async_logger where a sink
-/// may be slow. The logger must come from the spdlog that the library was built with.
+/// may be slow. The logger must come from the spdlog that the library was built with. A program
+/// that makes one links spdlog itself: `find_package(ovrabase 6 CONFIG REQUIRED COMPONENTS spdlog)`
+/// and `spdlog::spdlog`, or `pkg-config --libs ovrabase spdlog`.
 class OVRABASE_EXPORT SpdlogDelegate : public LogDelegate {
 public:
     /// \a logger must not have the library's own bridge among its sinks, as spdlog's default logger
