@@ -15,7 +15,7 @@ cmake --build "$build" -j "$jobs"
 
 [ -e "$build/libraries/libovrabase.so" ] || fail "not in the output folder of the parent: libovrabase.so"
 ls "$build/programs"
-[ "$(ls "$build/programs")" = parent ] || fail "more than the parent's own program is built"
+[ "$(ls "$build/programs")" = $'parent\nplugin.dll' ] || fail "more than the parent's own is built"
 commands=$(grep '"command"' "$build/compile_commands.json")
 ! grep -v -e '-std=[a-z]*++\(23\|2b\)' <<<"$commands" || fail "not compiled with the parent's standard"
 ! grep -e '-Werror' <<<"$commands" || fail "warnings are errors"

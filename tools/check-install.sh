@@ -12,7 +12,7 @@ trap 'rm -rf "$stage"' EXIT
 cmake --install "$build" --prefix "$stage/usr"
 
 for file in include/ovrabase/export.h share/ovrabase/{copyright,translations/ovrabase.ts} \
-    share/doc/ovrabase/{copyright,README.md,CHANGELOG.md,docs/files.md}; do
+    share/doc/ovrabase/{copyright,README.md,CHANGELOG.md,docs/files.md,docs/images/layers.svg}; do
     [ -s "$stage/usr/$file" ] || fail "not installed: $file"
 done
 ! grep -rlF -e "$PWD" -e "$stage" "$stage/usr" || fail "these files tell where they were built"
@@ -24,9 +24,11 @@ diff "$stage/ovrabase.ts" "$stage/usr/share/ovrabase/translations/ovrabase.ts"
 
 # A moved package must still be found.
 cp -a "$stage/usr" "$stage/moved"
-cmake -S tests/consumer -B "$stage/build" -G Ninja -DCMAKE_PREFIX_PATH="$stage/moved"
-cmake --build "$stage/build"
-ctest --test-dir "$stage/build" --output-on-failure --no-tests=error
+for standard in 20 23; do
+    cmake -S tests/consumer -B "$stage/build" -G Ninja -DCMAKE_PREFIX_PATH="$stage/moved" -DCMAKE_CXX_STANDARD=$standard
+    cmake --build "$stage/build"
+    ctest --test-dir "$stage/build" --output-on-failure --no-tests=error
+done
 
 # by_pkg_config FOLDER STANDARD: builds and runs the consumer with the .pc file below FOLDER.
 by_pkg_config() {
@@ -36,6 +38,7 @@ by_pkg_config() {
     read -ra flags < <(pkg-config --cflags --libs ovrabase spdlog)
     "${CXX:-c++}" -std="$2" -fPIC tests/consumer/main.cpp "${flags[@]}" \
         -Wl,-rpath,"$(pkg-config --variable=libdir ovrabase)" -o "$stage/by-pkg-config"
+    "${CXX:-c++}" -shared -fPIC tests/consumer/plugin.cpp -o "$stage/plugin.dll"
     (cd "$stage" && ./by-pkg-config)
 }
 by_pkg_config "$stage/moved" c++23
