@@ -288,7 +288,7 @@ QString listOf(const Range &values)
 template<class Key, class T, class Map>
 QString mapOf(const Map &values)
 {
-    const auto entry = [](const auto &pair) {
+    const auto entry = [](const auto &pair) -> QString {
         return Form<Key>::of(pair.first) + QStringLiteral(": ") + Form<T>::of(pair.second);
     };
     return joined(u'{', values, entry, u'}');
