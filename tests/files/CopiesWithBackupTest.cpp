@@ -117,6 +117,35 @@ TEST_F(CopiesWithBackup, ReplacesReadOnlyFiles)
 }
 #endif
 
+TEST_F(CopiesWithBackup, SharesOutHundredsOfCopies)
+{
+    write("a", "new");
+    write("real/199", "old");
+#ifdef Q_OS_WIN
+    const QString folder = path("real");
+#else
+    const QString folder = path("link"); // the last copy replaces it
+    ASSERT_TRUE(QFile::link(path("real"), folder));
+#endif
+    std::vector<std::pair<QString, QString>> copies;
+    std::vector<bool> expected;
+    for (int i = 0; i < 400; ++i) {
+        expected.push_back(i % 7 != 0);
+        copies.emplace_back(
+            path(expected.back() ? "a" : "missing"), folder + QStringLiteral("/%1").arg(i));
+    }
+    copies.emplace_back(path("a"), folder);
+    expected.push_back(true);
+    EXPECT_EQ(FileUtils::copyWithBackup(copies), expected);
+    const QString now = QFileInfo(path("real")).isDir() ? path("real") : path("real.bak");
+    for (int i = 0; i < 400; ++i) {
+        const QString copy = now + QStringLiteral("/%1").arg(i);
+        EXPECT_EQ(QFileInfo::exists(copy), expected[std::size_t(i)]) << i;
+    }
+    EXPECT_EQ(FileUtils::loadBinaryFile(now + QStringLiteral("/199.bak")), "old");
+    EXPECT_EQ(FileUtils::loadBinaryFile(folder), "new");
+}
+
 struct Batch {
     const char *name;
     std::vector<std::pair<const char *, const char *>> copies;

@@ -9,7 +9,6 @@
 
 #include <ovrabase/files/FileUtils.h>
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
@@ -17,6 +16,7 @@
 #include <QUuid>
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -66,10 +66,10 @@ bool isPassage(const QFileInfo &entry)
     return isLink(entry) || entry.isDir();
 }
 
-QString freePathIn(const QDir &folder)
+QString freePathIn(const QString &folder)
 {
-    return folder.filePath(
-        QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral(".tmp"));
+    return (folder.endsWith(u'/') ? folder : QString(folder + u'/')) +
+           QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral(".tmp");
 }
 
 /// Copies with backup, made one after another and synced together.
@@ -80,28 +80,37 @@ public:
     {
     }
 
-    /// Makes the copy number \a index, which takes the place of its destination with commit().
+    /// Plans the copy number \a index, which commit() makes.
     void add(std::size_t index, const QString &source, const QString &destination)
     {
-        if (dependsOnPending(source, destination)) {
-            commit();
+        PendingCopy copy{index, source, destination, {}, {}, false, false, {}};
+        if (!canBePath(source) || !canBePath(destination)) {
+            report(copy, FileError::NotAPath);
+            return;
         }
-        PendingCopy copy{index, source, destination, {}, 0, false, false};
-        if (const std::error_code error = prepare(copy)) {
+        QFileInfo from(source);
+        const QFileInfo before(destination);
+        if (dependsOnPending(from, before)) {
+            commit();
+            from.refresh();
+        }
+        if (const std::error_code error = prepare(copy, from, before)) {
             report(copy, error);
             return;
         }
         mPending.push_back(copy);
-        const QString backup = backupOf(destination);
-        mTouched << keyOf(destination) << keyOf(backup);
+        const QString key = keyOf(before);
+        mTouched << key << backupOf(key);
         if (copy.replacesPassage) {
             commit();
         }
     }
 
-    /// Puts the pending copies in the places of their destinations.
+    /// Makes the pending copies and puts them in the places of their destinations.
     void commit()
     {
+        finish([](const PendingCopy &copy) { return copyFile(copy.source, copy.fresh); },
+            &PendingCopy::fresh);
         // The new content must be on the disk before it gets the old name; the old content, too,
         // which may have been written just before.
         sync(syncContent, &PendingCopy::fresh);
@@ -123,54 +132,65 @@ private:
         QString source;
         QString destination;
         QString fresh; ///< the copy, beside the destination until it takes its place
-        std::size_t fileSystem;
-        bool isNew;           ///< nothing is at the destination
-        bool replacesPassage; ///< other paths may lead through the destination or the backup
+        std::optional<std::size_t> fileSystem; ///< none if its folder is not there
+        bool isNew;                            ///< nothing is at the destination
+        bool replacesPassage;  ///< other paths may lead through the destination or the backup
+        std::error_code error; ///< of the last step
+    };
+    struct Folder {
+        QString key;                           ///< empty until it is known
+        std::optional<std::size_t> fileSystem; ///< none until it is known
     };
 
     /// Returns one text for all paths of an entry, links in its folder's path or not.
-    QString keyOf(const QString &path)
+    QString keyOf(const QFileInfo &entry)
     {
-        const QFileInfo entry(path);
-        QString &folder = mFolders[entry.path()];
+        const QString path = entry.path();
+        QString &folder = mFolders[path].key;
         if (folder.isEmpty()) {
-            folder = QFileInfo(entry.path()).canonicalFilePath();
+            folder = QFileInfo(path).canonicalFilePath().toCaseFolded() + u'/';
         }
-        return QString(folder + u'/' + entry.fileName()).toCaseFolded();
+        return folder + entry.fileName().toCaseFolded();
     }
 
     /// Tells whether the result would be another one if the pending copies were not made first.
-    bool dependsOnPending(const QString &source, const QString &destination)
+    bool dependsOnPending(const QFileInfo &from, const QFileInfo &before)
     {
-        const QFileInfo from(source);
-        const QString target = isLink(from) ? from.canonicalFilePath() : source;
-        const bool leadsNowhere = isLink(from) && target.isEmpty(); // yet
-        return !mPending.empty() &&
-               (leadsNowhere || mTouched.contains(keyOf(target)) ||
-                   mTouched.contains(keyOf(source)) || mTouched.contains(keyOf(destination)) ||
-                   mTouched.contains(keyOf(backupOf(destination))));
+        if (mPending.empty()) {
+            return false;
+        }
+        if (isLink(from)) {
+            const QString target = from.canonicalFilePath();
+            const bool leadsNowhere = target.isEmpty(); // yet
+            if (leadsNowhere || mTouched.contains(keyOf(QFileInfo(target)))) {
+                return true;
+            }
+        }
+        const QString key = keyOf(before);
+        return mTouched.contains(keyOf(from)) || mTouched.contains(key) ||
+               mTouched.contains(backupOf(key));
     }
 
-    std::error_code prepare(PendingCopy &copy)
+    std::error_code prepare(PendingCopy &copy, const QFileInfo &from, const QFileInfo &before)
     {
-        if (!canBePath(copy.source) || !canBePath(copy.destination)) {
-            return FileError::NotAPath;
-        }
-        const QFileInfo from(copy.source);
         // Reading from a pipe may never begin, from a device never end.
         if (!from.isFile() && !from.isDir() && from.exists()) {
             return FileError::SourceIsNoFile;
         }
-        const QFileInfo before(copy.destination);
         copy.isNew = !entryExists(before);
         if (!copy.isNew && areSameEntry(from, before)) {
             return FileError::SameFile;
         }
         copy.replacesPassage =
             !copy.isNew && (isPassage(before) || isPassage(QFileInfo(backupOf(copy.destination))));
-        copy.fresh = freePathIn(before.dir());
-        copy.fileSystem = mFileSystems.add(before.path());
-        return copyFile(copy.source, copy.fresh);
+        const QString folder = before.path();
+        copy.fresh = freePathIn(folder);
+        std::optional<std::size_t> &fileSystem = mFolders[folder].fileSystem;
+        if (!fileSystem) {
+            fileSystem = mFileSystems.add(folder);
+        }
+        copy.fileSystem = fileSystem;
+        return {};
     }
 
     static std::error_code replaceDestination(const PendingCopy &copy)
@@ -188,7 +208,7 @@ private:
                 QFile::remove(backup); // a folder does not replace a file
             }
             if (const std::error_code error =
-                    os::keepAsBackup(copy.destination, backup, freePathIn(before.dir()))) {
+                    os::keepAsBackup(copy.destination, backup, freePathIn(before.path()))) {
                 return error;
             }
             if (!entryExists(QFileInfo(copy.destination))) {
@@ -217,22 +237,33 @@ private:
             finish(syncOne, made);
         } else if (!mPending.empty()) {
             const std::vector<std::error_code> errors = mFileSystems.sync();
-            finish([&](const PendingCopy &copy) { return errors[copy.fileSystem]; }, made);
+            const std::error_code unsynced = std::make_error_code(std::errc::io_error);
+            for (PendingCopy &copy : mPending) {
+                copy.error = copy.fileSystem ? errors[*copy.fileSystem] : unsynced;
+            }
+            dropFailed(made);
         }
     }
 
-    /// Does \a step for each pending copy. Those that fail are reported and give up what they
-    /// \a made.
+    /// Does \a step for each pending copy, and drops those that fail.
     template<class Step>
     void finish(Step step, QString PendingCopy::*made)
     {
+        for (PendingCopy &copy : mPending) {
+            copy.error = step(copy);
+        }
+        dropFailed(made);
+    }
+
+    /// Reports the pending copies that failed, which give up what they \a made.
+    void dropFailed(QString PendingCopy::*made)
+    {
         std::erase_if(mPending, [&](const PendingCopy &copy) {
-            const std::error_code error = step(copy);
-            if (error) {
+            if (copy.error) {
                 os::discardCopy(copy.*made);
-                report(copy, error);
+                report(copy, copy.error);
             }
-            return bool(error);
+            return bool(copy.error);
         });
     }
 
@@ -254,8 +285,8 @@ private:
 
     std::vector<bool> mResults;
     std::vector<PendingCopy> mPending;
-    QSet<QString> mTouched;           ///< keys of the destinations and backups of the pending
-    QHash<QString, QString> mFolders; ///< canonical paths of folders
+    QSet<QString> mTouched;          ///< keys of the destinations and backups of the pending
+    QHash<QString, Folder> mFolders; ///< by path
     os::SyncedFileSystems mFileSystems;
 };
 

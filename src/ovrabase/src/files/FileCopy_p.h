@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <cstddef>
+#include <optional>
 #include <system_error>
 #include <vector>
 
@@ -43,8 +44,8 @@ public:
     SyncedFileSystems &operator=(const SyncedFileSystems &) = delete;
 
     /// Adds the file system of the folder \a path, before anything is written to it: only then is
-    /// every write error told. Returns its index for sync().
-    std::size_t add(const QString &path);
+    /// every write error told. Returns its index for sync(), none if there is no such folder.
+    std::optional<std::size_t> add(const QString &path);
 
     /// Waits until all that was written is on the disk. Returns a code for each file system.
     std::vector<std::error_code> sync() const;

@@ -149,7 +149,9 @@ std::error_code copyFile(const QString &from, const QString &to)
     }
     std::error_code error = copyContent(source.get(), copy.get(), status.st_size);
     // Undoes the process's mask. Refused on a mount whose files all belong to somebody else.
-    static_cast<void>(::fchmod(copy.get(), permissions));
+    if (::fstat(copy.get(), &status) != 0 || (status.st_mode & ~S_IFMT) != permissions) {
+        static_cast<void>(::fchmod(copy.get(), permissions));
+    }
     if (::close(copy.release()) != 0 && !error) {
         error = lastError();
     }
@@ -185,11 +187,11 @@ SyncedFileSystems::~SyncedFileSystems()
     }
 }
 
-std::size_t SyncedFileSystems::add(const QString &path)
+std::optional<std::size_t> SyncedFileSystems::add(const QString &path)
 {
     struct stat status {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
-        return 0; // nothing will be written there
+        return std::nullopt;
     }
     const auto known = std::find_if(mFileSystems.cbegin(), mFileSystems.cend(),
         [&](const FileSystem &fileSystem) { return fileSystem.id == status.st_dev; });

@@ -110,7 +110,7 @@ std::error_code syncFolder(const QString & /*path*/)
 
 SyncedFileSystems::~SyncedFileSystems() {}
 
-std::size_t SyncedFileSystems::add(const QString & /*path*/)
+std::optional<std::size_t> SyncedFileSystems::add(const QString & /*path*/)
 {
     if (mFileSystems.empty()) {
         mFileSystems.push_back({0, -1});
