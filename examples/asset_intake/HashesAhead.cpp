@@ -11,10 +11,12 @@ using Vyn::OvraBase::FileUtils;
 
 namespace {
 
-// No further ahead, as files may change before their turn. Not one by one, as waking the worker for
-// each file would cost more than hashing it.
-constexpr std::size_t kAhead = 64;
+// A batch of the intake, so that the next one is hashed while one is copied. No further ahead, as
+// files may change before their turn. Not one by one, as waking the other thread for each file
+// would cost more than hashing it.
+constexpr std::size_t kAhead = 1024;
 constexpr std::size_t kBatch = 32;
+static_assert(kAhead % kBatch == 0, "the worker waits only when all that it made can be taken");
 
 } // namespace
 
@@ -46,9 +48,11 @@ void HashesAhead::work(const std::vector<QString> &files)
         } catch (...) {
             mHashes[i].failure = std::current_exception();
         }
-        const std::lock_guard lock(mMutex);
-        mReady = i + 1;
-        mChanged.notify_one();
+        if ((i + 1) % kBatch == 0 || i + 1 == files.size()) {
+            const std::lock_guard lock(mMutex);
+            mReady = i + 1;
+            mChanged.notify_one();
+        }
     }
 }
 

@@ -317,7 +317,7 @@ private:
 /// longer nothing is seen.
 std::size_t batchSize(std::span<const QString> files)
 {
-    constexpr std::size_t kMost = 500;
+    constexpr std::size_t kMost = 1000;
     constexpr qint64 kMostBytes = qint64{256} << 20;
     std::size_t size = 0;
     for (qint64 bytes = 0; size < std::min(kMost, files.size()) && bytes < kMostBytes; ++size) {
