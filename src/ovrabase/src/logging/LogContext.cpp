@@ -180,9 +180,14 @@ std::string_view qualifiedNameOf(std::string_view signature, std::string_view fu
 
 LogContext::LogContext(
     std::string_view place, std::string_view signature, std::string_view function)
-    : mPlace(place.substr(place.find_last_of("/\\") + 1))
-    , mFunction(qualifiedNameOf(signature, function))
+    : mText(new std::string(place.substr(place.find_last_of("/\\") + 1)))
 {
+    std::string_view rest = qualifiedNameOf(signature, function);
+    for (std::size_t tag = rest.find(kAbiTag); tag != kNowhere; tag = rest.find(kAbiTag)) {
+        mText->append(rest.substr(0, tag));
+        rest.remove_prefix(std::min(rest.find(']', tag), rest.size() - 1) + 1);
+    }
+    mText->append(rest).append("()");
 }
 
 std::string LogContext::text() const
@@ -190,14 +195,8 @@ std::string LogContext::text() const
     std::string text;
     // A logger puts a prefix in front of it, or takes the room for a message that is dropped.
     constexpr std::size_t kRoom = 128;
-    text.reserve(mPlace.size() + mFunction.size() + kRoom);
-    text.append(mPlace);
-    std::string_view rest = mFunction;
-    for (std::size_t tag = rest.find(kAbiTag); tag != kNowhere; tag = rest.find(kAbiTag)) {
-        text.append(rest.substr(0, tag));
-        rest.remove_prefix(std::min(rest.find(']', tag), rest.size() - 1) + 1);
-    }
-    text.append(rest).append("()");
+    text.reserve(mText->size() + kRoom);
+    text.append(*mText);
     return text;
 }
 

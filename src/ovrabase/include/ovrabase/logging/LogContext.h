@@ -30,8 +30,7 @@ public:
     std::string text() const;
 
 private:
-    std::string_view mPlace;
-    std::string_view mFunction;
+    std::string *mText; // is left to the end of the process
 };
 
 } // namespace Vyn::Detail
