@@ -7,12 +7,15 @@
 
 #include <gmock/gmock.h>
 
+#include <climits>
 #include <complex>
 #include <iomanip>
 #include <locale>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <tuple>
 #include <utility>
@@ -77,6 +80,11 @@ std::ostream &operator<<(std::ostream &stream, other::Kind)
 {
     return stream << "scoped kind";
 }
+
+struct Grouping : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    std::string do_grouping() const override { return "\3"; }
+};
 
 using Message = std::tuple<int, std::string, std::string>;
 
@@ -154,6 +162,35 @@ TEST_F(LoggerTest, KeepsEveryOtherStreamOperator)
                              "1scoped list2", "1scoped kindmodule's text", "x1x2x"));
 }
 
+// Beside a message, which takes short ways for texts and numbers, stands a stream.
+TEST_F(LoggerTest, WritesTextsAndNumbersAsAStreamDoes)
+{
+    const auto write = [](auto &stream) {
+        char cut[] = "cut\0off";
+        stream << cut << std::string("a\0b", 3) << std::string_view() << short(-1) << 0U << -7L;
+        stream << LLONG_MIN << ULLONG_MAX << true << std::setw(6) << 12 << std::left;
+        stream << std::setw(4) << "l" << std::hex << short(-1) << std::oct << 8 << std::dec;
+        stream << std::showpos << 1 << std::noshowpos << std::string(500, 'x') << 1;
+        stream.imbue(std::locale(std::locale::classic(), new Grouping));
+        stream << 1234567;
+        stream.setstate(std::ios::failbit);
+        stream << "lost" << 1;
+        stream.clear();
+        std::stringbuf other;
+        std::streambuf *const own = stream.rdbuf(&other);
+        stream << "elsewhere" << 1;
+        stream.rdbuf(own);
+        stream << other.str() << static_cast<const char *>(nullptr) << "lost";
+    };
+    std::ostringstream expected;
+    write(expected.std::ostream::flush());
+    StreamLogger message = mLogger.info("");
+    write(message);
+    EXPECT_TRUE(message.bad());
+    message = mLogger.info("");
+    EXPECT_THAT(texts(), ElementsAre(expected.str()));
+}
+
 TEST_F(LoggerTest, DeliversUpToTheFurthestPositionWrittenUnlessEmpty)
 {
     mLogger.info("nothing written");
@@ -180,10 +217,6 @@ TEST_F(LoggerTest, DeliversUpToTheFurthestPositionWrittenUnlessEmpty)
 
 TEST_F(LoggerTest, NumbersAreWrittenAlikeUnderEveryGlobalLocale)
 {
-    struct Grouping : std::numpunct<char> {
-        char do_decimal_point() const override { return ','; }
-        std::string do_grouping() const override { return "\3"; }
-    };
     const std::locale before =
         std::locale::global(std::locale(std::locale::classic(), new Grouping));
     // A new thread, on which no stream was made under another locale.

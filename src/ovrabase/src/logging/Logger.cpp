@@ -5,6 +5,11 @@
 
 #include <QByteArray>
 
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <limits>
 #include <locale>
 #include <new>
 #include <string_view>
@@ -123,9 +128,46 @@ StreamLogger &StreamLogger::operator=(StreamLogger &&other) noexcept
 StreamLogger &StreamLogger::writeText(QStringView text)
 {
     const QByteArray utf8 = text.toUtf8();
-    static_cast<std::ostream &>(*this)
-        << std::string_view(utf8.constData(), static_cast<std::size_t>(utf8.size()));
-    return *this;
+    return write(std::string_view(utf8.constData(), static_cast<std::size_t>(utf8.size())));
+}
+
+bool StreamLogger::Buffer::append(std::string_view bytes) noexcept
+{
+    constexpr std::ptrdiff_t kLongestStep = std::numeric_limits<int>::max();
+    const std::ptrdiff_t room = std::min(epptr() - pptr(), kLongestStep);
+    if (room < static_cast<std::ptrdiff_t>(bytes.size())) {
+        return false;
+    }
+    bytes.copy(pptr(), bytes.size());
+    pbump(static_cast<int>(bytes.size()));
+    return true;
+}
+
+bool StreamLogger::append(std::string_view bytes) noexcept
+{
+    return good() && width() == 0 && !tie() && rdbuf() == &mText && mText.append(bytes);
+}
+
+template<class T>
+bool StreamLogger::appendDigits(T number) noexcept
+{
+    static const std::locale &classic = std::locale::classic();
+    if (flags() != (std::ios::skipws | std::ios::dec) || getloc() != classic) {
+        return false;
+    }
+    std::array<char, std::numeric_limits<T>::digits10 + 2> digits; // and a sign
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+    return append({digits.data(), static_cast<std::size_t>(written.ptr - digits.data())});
+}
+
+bool StreamLogger::append(long long number) noexcept
+{
+    return appendDigits(number);
+}
+
+bool StreamLogger::append(unsigned long long number) noexcept
+{
+    return appendDigits(number);
 }
 
 StreamLogger::~StreamLogger()

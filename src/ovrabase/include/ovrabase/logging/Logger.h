@@ -14,6 +14,7 @@
 #include <istream>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace Vyn {
@@ -69,6 +70,10 @@ template<class T>
 concept Text = std::same_as<T, QString> || std::same_as<T, QStringView> ||
     std::same_as<T, QLatin1String> ||
     (LogStr::isStringBuilder<T> &&std::convertible_to<const T &, QString>);
+
+/// The standard operator writes a T in digits; of one byte are characters and bool.
+template<class T>
+concept WholeNumber = std::integral<T> &&(sizeof(T) > 1);
 
 /// Only logStr() shows a T.
 template<class T>
@@ -203,7 +208,42 @@ private:
         const Logger::Delegate &delegate, Logger::LogSeverity severity, std::string &&context);
     void deliver() noexcept;
 
+    /// A buffer that lets bytes into the room that it has without what a stream does around it.
+    struct Buffer : std::stringbuf {
+        using std::stringbuf::stringbuf;
+        /// Returns false, and takes nothing, if there is no room for all of \a bytes.
+        bool append(std::string_view bytes) noexcept;
+    };
+
     StreamLogger &writeText(QStringView text);
+
+    /// \name What std::ostream would write, at a fraction of the cost
+    /// They return false, and write nothing, if the stream is asked for another format or place, or
+    /// if the room in the buffer is too small.
+    /// \{
+    bool append(std::string_view bytes) noexcept;
+    bool append(long long number) noexcept;
+    bool append(unsigned long long number) noexcept;
+    template<class T>
+    bool appendDigits(T number) noexcept;
+
+    template<class T>
+    bool appendSimple(const T &value) noexcept
+    {
+        using Decayed = std::decay_t<T>;
+        if constexpr (std::same_as<Decayed, char *> || std::same_as<Decayed, const char *>) {
+            const char *const text = value;
+            return text && append(std::string_view(text));
+        } else if constexpr (std::same_as<T, std::string> || std::same_as<T, std::string_view>) {
+            return append(std::string_view(value));
+        } else if constexpr (LogStream::WholeNumber<T>) {
+            using Widest = std::conditional_t<std::is_signed_v<T>, long long, unsigned long long>;
+            return append(static_cast<Widest>(value));
+        } else {
+            return false;
+        }
+    }
+    /// \}
 
     template<class T>
     StreamLogger &write(const T &value)
@@ -217,12 +257,14 @@ private:
         } else if constexpr (LogStream::Shown<T>) {
             return writeText(LogStr::Form<T>::of(value));
         } else {
-            static_cast<std::ostream &>(*this) << value;
+            if (!appendSimple(value)) {
+                static_cast<std::ostream &>(*this) << value;
+            }
             return *this;
         }
     }
 
-    std::stringbuf mText;
+    Buffer mText;
     Logger::Delegate mDelegate;
     Logger::LogSeverity mSeverity;
     std::string mContext;
