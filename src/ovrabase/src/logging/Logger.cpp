@@ -55,7 +55,7 @@ std::string roomForAMessage(bool hasDelegate, std::string &context)
         constexpr std::size_t kCommonLength = 240;
         room.reserve(kCommonLength);
     } else {
-        room = std::move(context);
+        room.swap(context);
         room.clear();
     }
     return room;
