@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 mode_t modeOf(const fs::path &path)
 {
     struct stat status {};
-    return lstat(path.c_str(), &status) == 0 ? status.st_mode & ~S_IFMT : 0;
+    return lstat(path.c_str(), &status) == 0 ? status.st_mode & ~mode_t{S_IFMT} : 0;
 }
 
 /// Requires that no entry below \a copy is more open than the one below \a source.

@@ -116,7 +116,7 @@ int swapFolders(const fs::path &parent, const fs::path &victim, std::atomic<bool
     std::array<fs::file_time_type, kFolders> before;
     std::array<bool, kFolders> isSwapped{};
     for (int i = 0; i < kFolders; ++i) {
-        before[i] = fs::last_write_time(folderAt(parent, i));
+        before[std::size_t(i)] = fs::last_write_time(folderAt(parent, i));
     }
     isReady = true;
     int swaps = 0;
@@ -124,13 +124,13 @@ int swapFolders(const fs::path &parent, const fs::path &victim, std::atomic<bool
         for (int i = 0; i < kFolders; ++i) {
             const fs::path folder = folderAt(parent, i);
             const auto now = fs::last_write_time(folder, gone);
-            if (gone || isSwapped[i] || now == before[i]) {
+            if (gone || isSwapped[std::size_t(i)] || now == before[std::size_t(i)]) {
                 continue;
             }
             fs::rename(folder, folder.string() + "moved", gone);
             fs::create_directory_symlink(victim, folder, gone);
-            isSwapped[i] = !gone;
-            swaps += isSwapped[i] ? 1 : 0;
+            isSwapped[std::size_t(i)] = !gone;
+            swaps += isSwapped[std::size_t(i)] ? 1 : 0;
         }
     }
     return swaps;

@@ -117,7 +117,7 @@ TEST_F(CopiesWithBackup, ReplacesReadOnlyFiles)
 }
 #endif
 
-TEST_F(CopiesWithBackup, SharesOutHundredsOfCopies)
+TEST_F(CopiesWithBackup, AnswersForEachOfHundredsOfCopies)
 {
     write("a", "new");
     write("real/199", "old");

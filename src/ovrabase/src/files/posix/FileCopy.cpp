@@ -149,7 +149,7 @@ std::error_code copyFile(const QString &from, const QString &to)
     }
     std::error_code error = copyContent(source.get(), copy.get(), status.st_size);
     // Undoes the process's mask. Refused on a mount whose files all belong to somebody else.
-    if (::fstat(copy.get(), &status) != 0 || (status.st_mode & ~S_IFMT) != permissions) {
+    if (::fstat(copy.get(), &status) != 0 || (status.st_mode & ~mode_t{S_IFMT}) != permissions) {
         static_cast<void>(::fchmod(copy.get(), permissions));
     }
     if (::close(copy.release()) != 0 && !error) {
@@ -263,7 +263,7 @@ void finishFolderLike(const QString &from, const QString &to)
     ::stat(path.constData(), &status);
     const mode_t permissions = status.st_mode & permissionsOfFolder(from);
     // A folder can also have a set-gid bit, from the one that it was made in.
-    if (permissions != (status.st_mode & ~S_IFMT)) {
+    if (permissions != (status.st_mode & ~mode_t{S_IFMT})) {
         ::chmod(path.constData(), permissions);
     }
 }
