@@ -128,7 +128,7 @@ bool copyContent(QFile &from, QFile &to)
 {
     QByteArray piece;
     do {
-        constexpr qint64 kPiece = 64 * 1024;
+        constexpr qint64 kPiece = qint64{64} * 1024;
         piece = from.read(kPiece);
     } while (!piece.isEmpty() && to.write(piece) == piece.size());
     to.setPermissions(from.permissions());
