@@ -270,9 +270,9 @@ private:
     static void report(const PendingCopy &copy, const std::error_code &error)
     {
         // No literal in tr(): lupdate leaves out what Qt's own catalogues translate.
-        static constexpr char kNotOpened[] = "Cannot open %1 for input";
+        static constexpr char kCannotOpen[] = "Cannot open %1 for input";
         const QString reason = error == FileError::SourceNotOpened
-                                   ? QFile::tr(kNotOpened).arg(copy.source)
+                                   ? QFile::tr(kCannotOpen).arg(copy.source)
                                    : reasonOf(error);
         logAt(kNotCopiedWithBackup, Debug, Logger::Warning,
             QStringLiteral("Failed to copy %1 to %2 because %3")
