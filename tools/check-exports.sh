@@ -39,7 +39,7 @@ complain() {
     status=1
 }
 grep -q '^T Vyn::' <<<"$exports" || complain "no function of the namespace Vyn is exported" ""
-private=$(grep -E 'Vyn::OvraBase::platform::|\(anonymous namespace\)' <<<"$exports" || true)
+private=$(grep -E 'Vyn::OvraBase::os::|\(anonymous namespace\)' <<<"$exports" || true)
 [ -z "$private" ] || complain "exports what is private:" "$private"
 for name in Exception::BaseException::what Logger::info Core::Log::bindLogger Core::Log::SpdlogDelegate::log OvraBase::bindLoggers logStr \
     OvraBase::FileUtils::copyWithBackup MurmurHash3_x86_32 OvraBase::UrlUtils::toNativePath \

@@ -151,8 +151,7 @@ bool StreamLogger::append(std::string_view bytes) noexcept
 template<class T>
 bool StreamLogger::appendDigits(T number) noexcept
 {
-    static const std::locale &classic = std::locale::classic();
-    if (flags() != (std::ios::skipws | std::ios::dec) || getloc() != classic) {
+    if (flags() != (std::ios::skipws | std::ios::dec) || getloc() != std::locale::classic()) {
         return false;
     }
     std::array<char, std::numeric_limits<T>::digits10 + 2> digits; // and a sign
