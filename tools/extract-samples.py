@@ -17,6 +17,7 @@ change that:
     <!-- sample: private -->    a source file inside the library: compiled, not run
     <!-- sample: private body CODE -->  the same with statements
     <!-- sample: same as PATH -->  the text of a file of the project, which the build compiles
+    <!-- sample: part of PATH -->  lines of such a file, perhaps with another indentation
     <!-- sample: skip REASON -->   not compiled
 
 A comment <!-- check: EXPRESSION --> behind the fence fails the sample when it is false at the end.
@@ -30,7 +31,7 @@ import textwrap
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 HEADERS = "src/ovrabase/include"
 COMMENT = re.compile(r"<!--\s*(before|sample|check):\s*(.*?)-->", re.S)
-KINDS = ("body", "main", "file", "private body", "private", "same as", "skip")
+KINDS = ("body", "main", "file", "private body", "private", "same as", "part of", "skip")
 PRELUDE = "#include \"prelude.h\"\nusing namespace Vyn;\nusing namespace Vyn::OvraBase;\n" \
     "using namespace Vyn::Core::Log;\n"
 
@@ -50,6 +51,10 @@ def text_of(name):
                 and re.match(r"\s*///$", text.split("\n")[number - 1]):
             raise Mistake(f"{name}:{number + 1}: an indented sample: write it between ```cpp and ```")
     return "\n".join(lines)
+
+
+def without_indentation(code):
+    return "\n" + re.sub(r"^ +", "", code, flags=re.M)
 
 
 def samples_of(name):
@@ -120,6 +125,9 @@ def main(folder):
             if kind == "same as":
                 if (ROOT / argument).read_text(encoding="utf-8") != code:
                     raise Mistake(f"{name}:{line}: differs from {argument}")
+            elif kind == "part of":
+                if without_indentation(code) not in without_indentation((ROOT / argument).read_text(encoding="utf-8")):
+                    raise Mistake(f"{name}:{line}: these lines are not in {argument}")
             elif kind == "skip":
                 if not argument:
                     raise Mistake(f"{name}:{line}: skipped without a reason")
