@@ -20,6 +20,10 @@ BEGIN, END = "<!-- begin of the table -->\n", "<!-- end of the table -->"
 # What defines a log site and what carries the records of others (the page says so by hand).
 MACHINERY = {"logging/LogSite.cpp", "logging/Logger.cpp", "logging/QtMessageCapture.cpp"}
 STRING = r'"((?:[^"\\]|\\.)*)"'
+# Placeholders for which the names in the source say too little.
+PLACEHOLDERS = {"known first": "id of the first", "known second description": "description of the first",
+                "read back": "path in that encoding", "type name of object": "type of the object",
+                "type name of parent": "type of the parent"}
 LEVELS = {"Info": "info", "Warning": "warning", "Error": "error"}
 
 
@@ -87,11 +91,15 @@ def name_of(expression):
     alternatives = re.findall(STRING, expression)
     if alternatives:
         return " or ".join(alternatives)
+    member = re.fullmatch(r"\w+(?:\.|->)(\w+)", expression)
+    if member and expression != "known->first":
+        expression = member.group(1)
     words = []
     for word in re.findall(r"[A-Za-z][a-z]*", re.sub(r"(?<!Of)\([^()]*\)|\bm(?=[A-Z])", "", expression)):
         if word.lower() not in words + ["string", "msg"]:
             words.append(word.lower())
-    text = "{" + " ".join(words) + "}"
+    name = " ".join(words)
+    text = "{" + PLACEHOLDERS.get(name, name) + "}"
     return f'"{text}"' if quoted else text
 
 
