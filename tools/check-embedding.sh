@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Builds and runs a project with habits of its own that has ovrabase inside, and looks at what it finds
-# of itself after that.
+# Builds and runs a project that contains ovrabase and has settings of its own (C++ standard, output
+# folders, installation), and checks that ovrabase leaves these settings alone.
 . "$(dirname "$0")/lib.sh"
 
 build=build/parent
@@ -15,10 +15,10 @@ cmake --build "$build" -j "$jobs"
 
 [ -e "$build/libraries/libovrabase.so" ] || fail "not in the output folder of the parent: libovrabase.so"
 ls "$build/programs"
-[ "$(ls "$build/programs")" = $'parent\nplugin.dll' ] || fail "more than the parent's own is built"
+[ "$(ls "$build/programs")" = $'parent\nplugin.dll' ] || fail "programs of ovrabase are built in the parent"
 commands=$(grep '"command"' "$build/compile_commands.json")
-! grep -v -e '-std=[a-z]*++\(23\|2b\)' <<<"$commands" || fail "not compiled with the parent's standard"
-! grep -e '-Werror' <<<"$commands" || fail "warnings are errors"
+! grep -v -e '-std=[a-z]*++\(23\|2b\)' <<<"$commands" || fail "a source is not compiled with the parent's standard"
+! grep -e '-Werror' <<<"$commands" || fail "warnings are errors in the parent"
 ctest --test-dir "$build" -N | grep -q 'Total Tests: 0' || fail "the parent has tests of ovrabase"
 cmake --install "$build" --prefix "$build/stage"
 [ ! -e "$build/stage" ] || fail "installed with the parent: $(find "$build/stage" -type f)"

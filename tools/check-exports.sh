@@ -2,9 +2,9 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Checks what a built library exports: names of the namespace Vyn only, with what the compiler adds
-# to its classes, something of every header, and no data but the singleton of the service locator.
-# The DLL must not be stripped.
+# Checks what a built library exports: only names of the namespace Vyn and what the compiler generates
+# for its classes, some names of each header, and no data except the instance of the service locator and
+# Qt's meta-objects. The DLL must not be stripped.
 #
 #   tools/check-exports.sh build/dev/src/ovrabase/libovrabase.so
 #   tools/check-exports.sh build/windows/bin/libovrabase.dll
@@ -27,7 +27,7 @@ list_exports() {
 exports=$(list_exports | c++filt | sort)
 compilers='(vtable|VTT|typeinfo|typeinfo name|guard variable) for |construction vtable for .*-in-'
 compilers+='|(virtual|non-virtual) thunk to '
-# GCC gives a DLL type information of its own for the imported base of an exported class.
+# For an exported class with an imported base, GCC adds type information of the base to the DLL.
 foreign=$(grep -vE "^. ($compilers)?Vyn::|^. typeinfo (name )?for QObject$" <<<"$exports" || true)
 # Functions are T or W. Qt's meta-object compiler gives each QObject class a staticMetaObject.
 data=$(grep -vE "^[TW] |^. ($compilers)|^. Vyn::.*::staticMetaObject$" <<<"$exports" \
@@ -47,9 +47,9 @@ for name in Exception::BaseException::what Logger::info Core::Log::bindLogger Co
     OvraBase::ServiceLocator::start OvraBase::MessagingService::mute \
     OvraBase::DefaultAsyncRecovery::dumpRegistry future\<void\>::await QObjectDeleteLater::operator \
     OvraBase::loadSharedLibrary OvraBase::ThreadUtils::isMainThread OvraBase::getDisksInfo; do
-    grep -q "^[TW] Vyn::$name" <<<"$exports" || complain "lacks" "$name"
+    grep -q "^[TW] Vyn::$name" <<<"$exports" || complain "does not export" "$name"
 done
-grep -q '^. Vyn::OvraBase::ServiceLocator::mUniqueInstance$' <<<"$exports" || complain "lacks" mUniqueInstance
+grep -q '^. Vyn::OvraBase::ServiceLocator::mUniqueInstance$' <<<"$exports" || complain "does not export" mUniqueInstance
 [ -z "$foreign" ] || complain "exports from outside the namespace Vyn:" "$foreign"
 [ -z "$data" ] || complain "exports data:" "$data"
 [ $status = 0 ] && echo "$library: $(wc -l <<<"$exports") exports, as intended"

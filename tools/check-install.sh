@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Installs a Release build, uses the copy as other projects do, and uninstalls it:
+# Installs a Release build, builds a project with the installed copy, and uninstalls it:
 #   tools/check-install.sh BUILD
 . "$(dirname "$0")/lib.sh"
 build=$1
@@ -15,14 +15,14 @@ for file in include/ovrabase/export.h share/ovrabase/{copyright,translations/ovr
     share/doc/ovrabase/{copyright,README.md,CHANGELOG.md,docs/files.md,docs/images/layers.svg}; do
     [ -s "$stage/usr/$file" ] || fail "not installed: $file"
 done
-! grep -rlF -e "$PWD" -e "$stage" "$stage/usr" || fail "these files tell where they were built"
+! grep -rlF -e "$PWD" -e "$stage" "$stage/usr" || fail "these files contain the path of the build"
 
-# The template for translations has the texts that the sources translate, with their contexts.
+# The template for translations must have the texts and contexts of the sources.
 "$(qmake6 -query QT_HOST_BINS)/lupdate" -silent -no-obsolete -locations none src/ovrabase/include src/ovrabase/src \
     -ts "$stage/ovrabase.ts"
 diff "$stage/ovrabase.ts" "$stage/usr/share/ovrabase/translations/ovrabase.ts"
 
-# A moved package must still be found.
+# The package must work after it is moved.
 cp -a "$stage/usr" "$stage/moved"
 for standard in 20 23; do
     cmake -S tests/consumer -B "$stage/build" -G Ninja -DCMAKE_PREFIX_PATH="$stage/moved" -DCMAKE_CXX_STANDARD=$standard
@@ -49,9 +49,9 @@ refusal=$(by_pkg_config "$stage/moved" c++17 2>&1 || true)
 
 cmake --build "$build" --target uninstall
 left=$(find "$stage/usr" ! -type d -o -name ovrabase)
-[ -z "$left" ] || fail "left by the uninstallation: $left"
+[ -z "$left" ] || fail "not uninstalled: $left"
 
-# A library folder that is not below the prefix.
+# A library folder outside of the prefix.
 cmake -S . -B "$stage/absolute" -G Ninja -DOVRABASE_BUILD_TESTS=OFF -DCMAKE_INSTALL_PREFIX="$stage/prefix" \
     -DCMAKE_INSTALL_LIBDIR="$stage/libraries"
 mv "$stage/moved/lib" "$stage/libraries"

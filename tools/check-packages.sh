@@ -2,16 +2,16 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Installs the packages of tools/package.sh into a clean Debian system in a folder (as root, with
-# chroot): first libovrabase6 alone, for a program that is built elsewhere, then the others, for a
-# project that is built there. The clean system is kept in
+# Installs the packages of tools/package.sh in a clean Debian system in a folder (as root, with chroot).
+# First libovrabase6 alone: a program that is built on this machine must run there. Then the others: a
+# project must build there. The clean system is kept in
 # ${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}.
 . "$(dirname "$0")/lib.sh"
 packages=build/packages
 tools=g++,cmake,ninja-build
 
 if ! chroot / true 2>/dev/null; then
-    echo "  packages are NOT tried in a clean system: chroot is not allowed here"
+    echo "  the packages are NOT tested in a clean system: chroot is not allowed here"
     exit
 fi
 install_packages mmdebstrap
@@ -21,8 +21,8 @@ dependencies() {
     dpkg-deb -f "$packages/$1"_*.deb Depends | tr ',' '\n' | sed 's/(.*//; /ovrabase/d' | tr -d ' ' | sort -u
 }
 
-# make_system TAR PACKAGE...: a system of the essential packages, apt and the tools to build with, which
-# has the archives of other packages, but not their files.
+# make_system TAR PACKAGE...: makes a system with the essential packages, apt and the build tools. The
+# other packages are downloaded, but not installed.
 make_system() {
     local tar=$1
     shift
@@ -35,10 +35,10 @@ make_system() {
         --aptopt="$work/apt.conf" --aptopt='APT::Install-Recommends "false"' \
         --customize-hook="APT_CONFIG=\$MMDEBSTRAP_APT_CONFIG apt-get install -y --download-only $*" \
         bookworm "${tar%.tar}.part.tar" "$work/sources.list"
-    mv "${tar%.tar}.part.tar" "$tar" # a file that is there is complete
+    mv "${tar%.tar}.part.tar" "$tar" # so a file with this name is complete
 }
 
-# Builds the consumer with the unpacked packages of this machine.
+# Builds the consumer on this machine with the unpacked packages.
 build_program() {
     for package in "$packages"/lib*.deb; do
         dpkg-deb -x "$package" "$work/unpacked"

@@ -2,10 +2,10 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Runs the README's ways to install and use the library as they stand there.
+# Runs the commands and projects of the README that install and use the library.
 . "$(dirname "$0")/lib.sh"
 
-# block HEADING LANGUAGE: the first listing in that language below the heading.
+# block HEADING LANGUAGE: prints the first listing in that language below the heading.
 block() {
     awk -v heading="### $1" -v fence="\`\`\`$2" '
         /^#/ { below = $0 == heading }
@@ -14,7 +14,7 @@ block() {
         $0 == fence && below { inside = 1 }' README.md
 }
 
-# run HEADING: writes the project that the heading shows and runs its commands.
+# run HEADING: writes the project of that section, if it has one, and runs the section's commands.
 run() {
     local project commands
     echo "== $1"
@@ -53,15 +53,15 @@ run find_package
 run pkg-config
 run FetchContent
 if command -v vcpkg; then
-    run find_package # its project
+    run find_package # writes the project
     run vcpkg
 else
-    echo "the README's lines for vcpkg are NOT run: no vcpkg here" >&3
+    echo "the README's commands for vcpkg are NOT run: vcpkg is not installed" >&3
 fi
 cd ovrabase
 
 diff <(sed -nE 's/^option\((OVRABASE_[A-Z_]+) .*/\1/p; s/^set\((OVRABASE_[A-Z_]+) .* CACHE .*/\1/p' CMakeLists.txt | sort) \
-    <(sed -nE 's/^\| `(OVRABASE_[A-Z_]+)` .*/\1/p' README.md | sort) || fail "the README's table has other options"
+    <(sed -nE 's/^\| `(OVRABASE_[A-Z_]+)` .*/\1/p' README.md | sort) || fail "the README's table of options differs from CMakeLists.txt"
 
 port=cmake/vcpkg/ovrabase
 version=$(sed -n 's/.*"version": "\(.*\)".*/\1/p' $port/vcpkg.json)

@@ -2,14 +2,14 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Compiles and runs every C++ sample of README, pages and headers as it stands there, and
-# examples/minimal_host on its own, with the library of a build:
+# Compiles and runs every C++ sample of the README, the pages and the headers, and builds
+# examples/minimal_host as a project of its own, all with the library of a build:
 #   tools/check-samples.sh BUILD
 . "$(dirname "$0")/lib.sh"
 build=$1
 
 install_packages python3 "${build_packages[@]}"
-work=$PWD/build/samples # the same at each run, for ccache
+work=$PWD/build/samples # a fixed path, so that ccache finds earlier results
 rm -rf "$work"
 cmake --install "$build" --prefix "$work/usr" >/dev/null
 tools/extract-samples.py "$work/sources"

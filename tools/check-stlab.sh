@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Builds the library with OVRABASE_WITH_STLAB=OFF and, where CMake finds stlab, ON, and checks what a
-# builder and a user are told.
+# Builds the library with OVRABASE_WITH_STLAB=OFF and, if CMake finds stlab, ON. Checks the summary of
+# the configuration, the package's version file and its component "stlab".
 . "$(dirname "$0")/lib.sh"
 
 configure() {
@@ -22,11 +22,11 @@ use() {
 # try SETTING SUMMARY
 try() {
     local build=build/stlab-$1 version
-    configure "$1" | grep "Vyn::future<void> is built on $2" || fail "the summary does not tell of $2"
+    configure "$1" | grep "Vyn::future<void> is built on $2" || fail "the summary does not name $2"
     cmake --build "$build" -j "$jobs"
     cmake --install "$build" --prefix "$build/stage"
     version=$(find "$build/stage" -name ovrabaseConfigVersion.cmake)
-    grep -qx "set(ovrabase_HAS_STLAB $1)" "$version" || fail "$version does not tell $1"
+    grep -qx "set(ovrabase_HAS_STLAB $1)" "$version" || fail "$version does not have ovrabase_HAS_STLAB $1"
     use "$1"
 }
 
@@ -38,6 +38,6 @@ if configure ON; then
     try ON stlab
     use ON stlab
 else
-    grep -q '^stlab_DIR:PATH=stlab_DIR-NOTFOUND$' build/stlab-ON/CMakeCache.txt || fail "stlab is there, but refused"
-    echo "OVRABASE_WITH_STLAB=ON is NOT tried: CMake finds no stlab here" >&3
+    grep -q '^stlab_DIR:PATH=stlab_DIR-NOTFOUND$' build/stlab-ON/CMakeCache.txt || fail "CMake finds stlab, but the configuration fails"
+    echo "OVRABASE_WITH_STLAB=ON is NOT tested: CMake finds no stlab" >&3
 fi

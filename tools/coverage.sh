@@ -2,13 +2,14 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Measures what the tests run of the library: a summary, and pages in build/coverage/html.
-# Fails below 97 % of the lines or 90 % of the branches. gcovr.cfg lists what is left out, and why.
+# Measures which lines and branches of the library the tests run. Prints a summary and writes pages to
+# build/coverage/html. Fails below 97 % of the lines or 90 % of the branches. gcovr.cfg lists what is left
+# out, with the reasons.
 . "$(dirname "$0")/lib.sh"
 
 install_packages "${build_packages[@]}" "${test_packages[@]}" gcovr
 configure_and_build coverage
-find build/coverage -name '*.gcda' -delete # counts of an earlier run
+find build/coverage -name '*.gcda' -delete # the counts of an earlier run
 quietly "tests" ctest --preset coverage -j "$jobs"
 mkdir -p build/coverage/html
 gcovr --config gcovr.cfg --object-directory build/coverage --html-details build/coverage/html/index.html \

@@ -2,15 +2,16 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Builds the site of the library, the pages and every public header, in build/doxygen/html. Fails
-# on every warning, members without a comment included.
+# Builds the site of all pages and public headers in build/doxygen/html. Fails on every warning, for
+# example about a member without a comment.
 #   tools/docs.sh         builds the site
-#   tools/docs.sh --draw  draws the pictures again after a change of their text in docs/images
+#   tools/docs.sh --draw  also draws the pictures of docs/images again, after a change of their text
 . "$(dirname "$0")/lib.sh"
 
 install_packages doxygen graphviz python3
 
-# A picture holds the hash of the text it was drawn from: another Graphviz draws other bytes.
+# Another version of Graphviz draws other bytes, so a picture contains the hash of its text instead of
+# being compared.
 for text in docs/images/*.dot; do
     picture=${text%.dot}.svg
     hash=$(sha256sum <"$text" | cut -c 1-16)

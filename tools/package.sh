@@ -2,7 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Makes the Debian packages libovrabase6, libovrabase-dev and ovrabase-doc in build/packages.
+# Makes the Debian packages libovrabase6, libovrabase-dev and ovrabase-doc in build/packages, and checks
+# them with lintian.
 . "$(dirname "$0")/lib.sh"
 
 install_packages "${build_packages[@]}" dpkg-dev lintian
