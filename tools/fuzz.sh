@@ -2,9 +2,9 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Replays the inputs in fuzz/corpus, then looks for new ones that break a property:
-#   tools/fuzz.sh SECONDS [TARGET...]    each target for that long, all targets without names
-# Inputs that end in a finding are kept in build/clang/findings, new ones that reach more code in
+# Runs the fuzzers: first with the inputs in fuzz/corpus, then with new ones.
+#   tools/fuzz.sh SECONDS [TARGET...]    runs each target for that time; without names, all targets
+# Inputs that fail are kept in build/clang/findings, new inputs that reach more code in
 # build/clang/corpus.
 . "$(dirname "$0")/lib.sh"
 seconds=$1

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Shared by the scripts of this folder; sourced, not run.
+# Functions and settings for the scripts of this folder, which source this file.
 # shellcheck shell=bash
 
 set -euo pipefail
@@ -9,18 +9,18 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 jobs=$(nproc)
 [ "$jobs" -le 2 ] || jobs=$((jobs - 1))
 
-# Compiler results are shared between checkouts.
+# ccache shares its results between checkouts.
 export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-minimal}
 export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-/tmp}
 
-# What the library itself is built with and from.
+# Debian packages that the build of the library needs.
 build_packages=(g++ cmake ninja-build ccache pkg-config
     qt6-base-dev libspdlog-dev libfreeimage-dev libudev-dev)
 test_packages=(libgtest-dev libgmock-dev umockdev e2fsprogs mount)
 
-# quietly TITLE COMMAND...: one line when it goes well, everything when it does not. What the command
-# writes to descriptor 3 is shown in either case.
+# quietly TITLE COMMAND...: runs the command. Prints one line if it succeeds and all of its output if it
+# fails. Output to descriptor 3 is always printed.
 { true >&3; } 2>/dev/null || exec 3>&1
 quietly() {
     local title=$1 begin=$SECONDS log
@@ -38,13 +38,13 @@ quietly() {
     fi
 }
 
-# fail SENTENCE: ends the script.
+# fail SENTENCE: prints the sentence and ends the script with an error.
 fail() {
     echo "$*" >&2
     exit 1
 }
 
-# install_packages PACKAGE...: asks apt for those that are missing, as Debian 12 names them.
+# install_packages PACKAGE...: installs the missing ones with apt. The names are those of Debian 12.
 install_packages() {
     local missing=() package
     for package; do

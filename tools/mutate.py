@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
-"""Plants small faults in the library, one at a time, and runs the tests of their folder.
+"""Puts small faults into the library, one at a time, and runs the tests of their folder.
 
 A fault that no test notices is a survivor: a test is missing, or the code is not needed. Works on a
-copy of the committed sources below build/mutate, so that no interruption leaves a fault behind.
+copy of the committed sources in build/mutate, so that an interruption leaves no fault in the sources.
 """
 
 import argparse
@@ -20,8 +20,8 @@ BUILD = pathlib.Path("build/mutate")
 TREE = BUILD / "tree"
 SOURCES = TREE / "src/ovrabase/src"
 
-# What is searched, and what takes its place. A blank on both sides keeps templates, includes and
-# streams out.
+# The texts that are replaced, and their replacements. The spaces around an operator leave out templates,
+# includes and streams.
 SWAPS = {
     "comparison": [(" == ", " != "), (" != ", " == "), (" < ", " <= "), (" <= ", " < "),
                    (" > ", " >= "), (" >= ", " > ")],
@@ -35,7 +35,7 @@ NO_CODE = re.compile(r"^\s*(//|#|using |namespace |template|static_assert|conste
 
 
 def faults_of(path):
-    """Returns (path, line number, kind, new line) for every fault that the file can take."""
+    """Returns (path, line number, kind, new line) for every possible fault in the file."""
     found = []
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
         if NO_CODE.match(line):
@@ -55,7 +55,7 @@ def faults_of(path):
 
 
 def run(arguments, seconds):
-    """Returns whether the command succeeds in time. Ends all of its processes."""
+    """Returns whether the command succeeds in time. Ends its processes if it does not."""
     with subprocess.Popen(arguments, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                           stdin=subprocess.DEVNULL, start_new_session=True) as process:
         try:
@@ -70,7 +70,7 @@ def build(folder):
 
 
 def targets(folder):
-    """The programs of a folder's tests."""
+    """Returns the targets of a folder's test programs."""
     listing = subprocess.run(["ninja", "-C", BUILD / "build", "-t", "targets", "all"],
                              capture_output=True, text=True, check=True).stdout
     names = re.findall(rf"^({folder}(?:_\w+)?): phony", listing, re.M)
@@ -84,9 +84,9 @@ def test(folder):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("count", type=int, help="how many faults to plant")
-    parser.add_argument("--seed", type=int, default=1, help="another seed picks other faults")
-    parser.add_argument("--only", default="", help="plant only in paths that contain this text")
+    parser.add_argument("count", type=int, help="the number of faults")
+    parser.add_argument("--seed", type=int, default=1, help="the seed of the random choice of faults")
+    parser.add_argument("--only", default="", help="change only files whose path contains this text")
     options = parser.parse_args()
 
     TREE.mkdir(parents=True, exist_ok=True)
@@ -104,7 +104,7 @@ def main():
     random.Random(options.seed).shuffle(faults)
     for folder in sorted({path.relative_to(SOURCES).parts[0] for path in sources}):
         if not (build(folder) and test(folder)):
-            sys.exit(f"the tests of {folder} fail without a fault")
+            sys.exit(f"the tests of {folder} fail without any fault")
 
     caught, survivors = 0, []
     for path, number, kind, changed in faults:
@@ -115,7 +115,7 @@ def main():
         lines = original.splitlines()
         before, lines[number - 1] = lines[number - 1], changed
         path.write_text("\n".join(lines) + "\n", encoding="utf-8")
-        if build(folder):  # what does not compile proves nothing
+        if build(folder):  # a fault that does not compile does not count
             if test(folder):
                 place = f"{path.relative_to(TREE)}:{number}: {kind}"
                 survivors.append(place)
@@ -123,7 +123,7 @@ def main():
             else:
                 caught += 1
         path.write_text(original, encoding="utf-8")
-    print(f"{caught} of {caught + len(survivors)} planted faults were caught")
+    print(f"{caught} of {caught + len(survivors)} faults were caught")
     return 1 if survivors else 0
 
 

@@ -2,12 +2,12 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Builds the library, its tests and its example for Windows with MinGW-w64 and runs them under Wine,
-# without a display. Installs on Debian 12 what is missing (as root); the first call ever builds Qt
-# for Windows, see tools/windows/build-dependencies.sh.
+# Builds the library, its tests and its examples for Windows with MinGW-w64 and runs them under Wine,
+# without a display. Installs what is missing on Debian 12 (as root). The first call builds Qt for
+# Windows, see tools/windows/build-dependencies.sh.
 #
-#   tools/test-windows.sh             everything, and a ZIP of the library in build/packages
-#   tools/test-windows.sh text files  the tests of these folders only
+#   tools/test-windows.sh             runs all tests and makes a ZIP of the library in build/packages
+#   tools/test-windows.sh text files  runs the tests of these folders only
 . "$(dirname "$0")/lib.sh"
 
 install_packages "${build_packages[@]}" build-essential dpkg-dev g++-mingw-w64-x86-64-posix googletest \
@@ -17,7 +17,7 @@ prefix=$(tools/windows/build-dependencies.sh)
 build=build/windows
 mkdir -p "$build/bin/platforms"
 
-# No package brings FreeImage for MinGW.
+# There is no package of FreeImage for MinGW, so the tests use a replacement.
 standIn=tests/windows/freeimage_stand_in
 x86_64-w64-mingw32-g++-posix -std=c++20 -Wall -Wextra -Werror -O2 -shared "$standIn/FreeImage.cpp" \
     -o "$build/bin/libfreeimage.dll"
@@ -27,26 +27,27 @@ quietly "configure windows" cmake --preset windows -DOVRABASE_WINDOWS_PREFIX="$p
 quietly "build windows" cmake --build --preset windows -j "$jobs" ${1:+--target "${@/%/_tests}"}
 quietly "exports" tools/check-exports.sh "$build/bin/libovrabase.dll"
 
-# Windows finds libraries and Qt's platform plugin beside the program.
+# Windows looks for libraries, and Qt for its platform plug-in, in the folder of the program.
 cp -u "$prefix"/bin/{Qt6Core,Qt6Gui,libfmt,libspdlog}.dll "$build/bin"
 cp -u "$prefix/plugins/platforms/qminimal.dll" "$build/bin/platforms"
 for dll in libstdc++-6 libgcc_s_seh-1 libwinpthread-1; do
     cp -u "$(x86_64-w64-mingw32-g++-posix -print-file-name=$dll.dll)" "$build/bin"
 done
 
-# One Windows installation for all checkouts, so one user at a time. The server of Wine outlives its
-# programs: it must neither hold the lock nor the end of this script.
+# All checkouts share one Windows installation, so only one script at a time may use it. The server of
+# Wine continues after its programs end: descriptor 9 is closed for it, so that it does not hold the lock.
 export WINEDEBUG=-all WINEPREFIX=${prefix%/prefix}/wine
 unset DISPLAY WAYLAND_DISPLAY
-export WINEDLLOVERRIDES='mscoree,mshtml=' # else the first start asks for what it lacks
-# Wine hides the variables of this machine's Qt from its programs, but for those that begin like this.
+export WINEDLLOVERRIDES='mscoree,mshtml=' # otherwise the first start asks to install Mono and Gecko
+# Wine hides the variables of Qt on this machine from its programs. It passes a variable on, without the
+# first four letters, if its name begins with "WINEQT_".
 export WINEQT_QPA_PLATFORM=minimal
 exec 9>"$WINEPREFIX.lock"
 flock 9
 mkdir -p "$WINEPREFIX"
 trap 'wineserver -k 9>&- || true' EXIT
-wineserver -k 9>&- || true # left over from a run that was killed
-# Started here, the server and its helpers do not keep the tests' output open behind each test.
+wineserver -k 9>&- || true # ends a server that a killed run left
+# If a test started the server, the server would keep the output of that test open.
 wineserver -p 9>&-
 quietly "start Wine" timeout 300 wine wineboot 9>&-
 quietly "no display" timeout 60 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f 9>&-
@@ -59,7 +60,8 @@ version=$(sed -n 's/^ *VERSION //p' CMakeLists.txt)
 name=ovrabase-$version-win64
 zip=$PWD/build/packages/$name.zip
 
-# The library without the development folder of the tests, and the DLLs that it needs.
+# Packs the DLLs that the library needs and the library itself, built without the development folder that
+# the tests use.
 make_zip() {
     cmake "$build" -DOVRABASE_DEV_RESOURCE_DIR=
     cmake --build "$build" -j "$jobs" --target ovrabase
@@ -71,7 +73,7 @@ make_zip() {
 }
 quietly "make the ZIP" make_zip
 
-# Unpacks the ZIP, builds the consumer with it and runs it beside the DLLs.
+# Unpacks the ZIP, builds the consumer with it and runs it in the folder of the DLLs.
 try_zip() {
     local unpacked=$PWD/$build/unpacked
     rm -rf "$unpacked"

@@ -3,19 +3,19 @@
 # SPDX-License-Identifier: MIT
 #
 # Builds Qt (Core and Gui), fmt and spdlog for Windows from Debian's source packages with MinGW-w64,
-# and prints the folder that they are installed in. They are kept in
-# ${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}, where the next call finds them.
-# From nothing it takes about ten minutes on two cores.
+# and prints the folder in which they are installed. They are kept in
+# ${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase} for the next call. The first call takes
+# about ten minutes on two cores.
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/../.." && pwd)
-# Qt is built with the programs (moc, rcc) of this machine's Qt, so both have one version.
+# The build uses the programs (moc, rcc) of this machine's Qt, so both must have the same version.
 qtVersion=$(dpkg-query -W -f '${Version}' qt6-base-dev | sed 's/[+-].*//')
 cache=${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}/mingw-qt-$qtVersion
-prefix=$cache/prefix # made by a rename at the very end: a folder that is there is complete
+prefix=$cache/prefix # created by a rename at the end, so it is complete if it exists
 work=$cache/work
 
-# A package list of its own with the source packages of the Debian mirrors that this machine uses.
+# Runs apt-get with a package list of its own: the source packages of the machine's Debian mirrors.
 apt_with_sources() {
     apt-get -q -y -o Dir::Etc::SourceList="$work/sources.list" -o Dir::Etc::SourceParts=/dev/null \
         -o Dir::State::Lists="$work/lists" -o APT::Sandbox::User=root "$@"
@@ -35,7 +35,7 @@ get_sources() {
         "qt6-base=$(dpkg-query -W -f '${source:Version}' qt6-base-dev)"
 }
 
-# $1: the name that the unpacked source package begins with; the rest goes to CMake.
+# build NAME [CMAKE OPTION...]: NAME is the beginning of the unpacked source package's name.
 build() {
     local name=$1
     shift
@@ -52,7 +52,8 @@ build_all() {
     get_sources
     build fmtlib -DFMT_TEST=OFF -DFMT_DOC=OFF
     build spdlog -DSPDLOG_FMT_EXTERNAL=ON -DSPDLOG_BUILD_EXAMPLE=OFF
-    # Debian's package has no tablet header (its licence), the host's pkg-config finds host libraries.
+    # Debian's package has no tablet header because of its licence. pkg-config would find libraries of
+    # this machine.
     local features=(sql network dbus widgets xml testlib printsupport concurrent opengl opengl_desktop
         vulkan tabletevent direct2d directwrite directwrite3 pkg_config system_zlib)
     features=("${features[@]/#/-DFEATURE_}")
@@ -66,7 +67,7 @@ exec 9>"$cache/lock"
 flock 9
 if [ ! -d "$prefix" ]; then
     log=$cache/build.log
-    echo "Building Qt $qtVersion for Windows (ten minutes and more), see $log" >&2
+    echo "Building Qt $qtVersion for Windows (ten minutes or more), see $log" >&2
     exec 3>&2
     trap '[ $? = 0 ] || tail -n 30 "$log" >&3' EXIT
     build_all >"$log" 2>&1
