@@ -1,6 +1,8 @@
-# What the site shows of a header: not what every class has, and not what the library keeps for itself.
+# Doxygen reads the public headers through this filter. It leaves out declarations without a comment that
+# the site does not show: copies, moves, using declarations, private macros.
 
-# The declaration under a comment stays, but not what follows the brace of a group.
+# Does not apply the rest of the script to a declaration with a comment. A line that opens or closes a
+# group is not the comment of a declaration.
 /^ *\/\/\// {
     :comment
     /^ *\/\/\/ [\\@][{}]/ b
@@ -8,12 +10,12 @@
     /^ *\/\/\// b comment
     b
 }
-# Copies and moves without a comment do what every copy does.
+# Copy and move functions without a comment.
 s/^ *(OVRABASE_EXPORT )?(\w+)\((const \2 &|\2 &&)\w*\)( noexcept)?( = default)?;$//
 s/^ *(OVRABASE_EXPORT )?(\w+) &operator=\((const \2 &|\2 &&)\w*\)( noexcept)?( = default)?;$//
 s/^ *using \w+::\w+;$//
 s/^extern template .*//
 s/^#define OVRABASE_DETAIL_.*//
-# The forms of logStr() are told once, for each group.
-s|^OVRABASE_EXPORT QString logStr\(.*\);$|/** Returns the form that is told for this group. */ &|
-s|^template<LogStr::HasForm .*>$|/** Returns the form that is told for this group. */ &|
+# The comment of a group describes the forms of all logStr() in it.
+s|^OVRABASE_EXPORT QString logStr\(.*\);$|/** Returns the form that the comment of this group describes. */ &|
+s|^template<LogStr::HasForm .*>$|/** Returns the form that the comment of this group describes. */ &|
