@@ -5,22 +5,22 @@
 
     tools/extract-samples.py FOLDER
 
-A sample is a fenced block that begins with "```cpp". By default it holds statements that run in
-main(), with every public header included, namespaces Vyn, Vyn::OvraBase and Vyn::Core::Log in use
-and an application object made. HTML comments in front of the fence, which readers do not see,
-change that:
+A sample is a fenced block that begins with "```cpp". By default it has statements that run in main(),
+with all public headers, using directives for the namespaces Vyn, Vyn::OvraBase and Vyn::Core::Log,
+and an application object. HTML comments before the fence, which readers do not see, change that:
 
-    <!-- before: CODE -->       CODE goes in front of main(), or of all in a source file
-    <!-- sample: body CODE -->  statements, after the statements CODE
-    <!-- sample: main CODE -->  all of main(argc, argv): no application object is made
-    <!-- sample: file -->       a source file; also when the block begins with #include or namespace
-    <!-- sample: private -->    a source file inside the library: compiled, not run
-    <!-- sample: private body CODE -->  the same with statements
-    <!-- sample: same as PATH -->  the text of a file of the project, which the build compiles
-    <!-- sample: part of PATH -->  lines of such a file, perhaps with another indentation
-    <!-- sample: skip REASON -->   not compiled
+    <!-- before: CODE -->       CODE stands before main(), or at the beginning of a source file
+    <!-- sample: body CODE -->  statements; the statements CODE run before them
+    <!-- sample: main CODE -->  like "body", but the sample makes the application object
+    <!-- sample: file -->       a source file; the default if the block begins with #include or namespace
+    <!-- sample: private -->    a source file that includes private headers: compiled and not run
+    <!-- sample: private body CODE -->  the same for statements
+    <!-- sample: same as PATH -->  must be the whole text of a file of the project
+    <!-- sample: part of PATH -->  must be consecutive lines of such a file; the indentation may differ
+    <!-- sample: skip REASON -->   is not compiled
 
-A comment <!-- check: EXPRESSION --> behind the fence fails the sample when it is false at the end.
+A comment <!-- check: EXPRESSION --> after the fence is evaluated at the end of the sample, which fails
+if the expression is false.
 """
 import pathlib
 import re
@@ -41,7 +41,7 @@ class Mistake(Exception):
 
 
 def text_of(name):
-    """Returns the Markdown text of a page or of a header's comments, line for line."""
+    """Returns the Markdown text of a page or of the comments in a header, with the same line numbers."""
     text = (ROOT / name).read_text(encoding="utf-8")
     if not name.endswith(".h"):
         return text
@@ -49,7 +49,7 @@ def text_of(name):
     for number in range(1, len(lines)):
         if lines[number].startswith("    ") and not lines[number - 1].strip() \
                 and re.match(r"\s*///$", text.split("\n")[number - 1]):
-            raise Mistake(f"{name}:{number + 1}: an indented sample: write it between ```cpp and ```")
+            raise Mistake(f"{name}:{number + 1}: an indented sample is not checked: write it between ```cpp and ```")
     return "\n".join(lines)
 
 
@@ -58,7 +58,7 @@ def without_indentation(code):
 
 
 def samples_of(name):
-    """Yields (line, code, kind, argument of the kind, code before main(), checks)."""
+    """Yields (line, code, kind, argument of the kind, code before main(), checks) of each sample."""
     text = text_of(name)
     for fence in re.finditer(r"^( *)```cpp\n(.*?)^\1```$", text, re.M | re.S):
         line = text.count("\n", 0, fence.start(2)) + 1
@@ -82,7 +82,7 @@ def samples_of(name):
 
 
 def source(name, line, code, kind, setup, before, checks):
-    """Returns a sample as a source file with the positions of the page."""
+    """Returns the source file of a sample. Compiler messages name the line of the page."""
     tests = "".join(
         f'    if (!({check})) {{\n        std::fprintf(stderr, "not true: %s\\n", R"({check})");\n'
         "        return 1;\n    }\n" for check in checks)
@@ -97,7 +97,7 @@ def source(name, line, code, kind, setup, before, checks):
     if kind == "file":
         return f"{PRELUDE}{before}\n{located}{opening}{application}{tests}}}\n"
 
-    # Statements may begin with what belongs in front of main().
+    # Includes and using directives at the beginning of the statements belong before main().
     head = re.match(r"(?:(?:#include|using namespace) .*\n|\n)*", code).group(0)
     body = f'#line {line + head.count(chr(10))} "{name}"\n{code[len(head):]}'
     if kind == "private body":
@@ -138,7 +138,7 @@ def main(folder):
                     source(name, line, code, kind, argument, before, checks), encoding="utf-8")
                 written += 1
     if not written:
-        raise Mistake("no page holds a sample")
+        raise Mistake("no page contains a sample")
     print(f"{written} samples, {skipped} skipped")
 
 

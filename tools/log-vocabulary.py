@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
-"""Writes the table of docs/log-vocabulary.md from the log sites of the source.
+"""Writes the tables of docs/log-vocabulary.md from the log sites of the source.
 
-    tools/log-vocabulary.py           writes the table; the last column is kept, new rows have none
-    tools/log-vocabulary.py --check   fails when the table is not that of the source, or a row does
-                                      not say what to do about its record
+    tools/log-vocabulary.py           writes the tables. The last column, what to do, is written by hand
+                                      and kept; it is empty in new rows, which is an error
+    tools/log-vocabulary.py --check   fails if the tables differ from the source, or if the last column
+                                      of a row is empty
 
-A log site that this script cannot read is an error and never left out.
+A log site that this script cannot read is an error.
 """
 import pathlib
 import re
@@ -17,7 +18,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 SOURCES = ROOT / "src/ovrabase/src"
 PAGE = ROOT / "docs/log-vocabulary.md"
 BEGIN, END = "<!-- begin of the table -->\n", "<!-- end of the table -->"
-# What defines a log site and what carries the records of others (the page says so by hand).
+# Sources that define log sites or forward records of others. The page describes those by hand.
 MACHINERY = {"logging/LogSite.cpp", "logging/Logger.cpp", "logging/QtMessageCapture.cpp"}
 STRING = r'"((?:[^"\\]|\\.)*)"'
 # Placeholders for which the names in the source say too little.
@@ -37,7 +38,7 @@ def without_comments(code):
 
 
 def split(expression, separators):
-    """Splits at separators that stand outside of brackets and literals."""
+    """Splits at the separators that are outside of brackets and literals."""
     parts, depth, begin, at = [], 0, 0, 0
     while at < len(expression):
         literal = re.compile(r'"(?:[^"\\]|\\.)*"|\'(?:[^\'\\]|\\.)+\'').match(expression, at)
@@ -61,7 +62,7 @@ def split(expression, separators):
 
 
 def arguments_at(code, opening):
-    """Returns the arguments of the call whose bracket opens at that index, and where it ends."""
+    """Returns the arguments of the call whose bracket opens at that index, and the index of its end."""
     depth, at = 0, opening
     while True:
         literal = re.compile(r'"(?:[^"\\]|\\.)*"|\'(?:[^\'\\]|\\.)+\'').match(code, at)
@@ -75,7 +76,7 @@ def arguments_at(code, opening):
 
 
 def name_of(expression):
-    """Returns what a placeholder stands for: the expression without conversions, as words."""
+    """Returns the placeholder of an expression: its names as words, without conversions."""
     quoted = expression.startswith("logStr(")
     while True:
         inner = re.fullmatch(r"(?:logStr|view|textOf|QString::\w+|errorMessage|os::\w+)\((.*)\)",
@@ -104,7 +105,7 @@ def name_of(expression):
 
 
 def texts_of(expression, code, header):
-    """Returns the texts that a message expression can have."""
+    """Returns the possible texts of a message expression."""
     choice = split(expression, ["?"])
     if len(choice) == 2:
         branches = split(choice[1], [":"])
@@ -137,7 +138,7 @@ def texts_of(expression, code, header):
         if made:
             return texts_of(made[-1], code, header)
     elif re.fullmatch(r"\w+\.\w+", expression) and "QStringLiteral" in header:
-        # A text that is made in the private header of the source.
+        # The text is a literal in the private header of the source.
         at = header.index("QStringLiteral")
         end = re.search(r"[;}]", header[at:]).start()
         return texts_of(header[at:at + end].strip(), header, "")
@@ -177,14 +178,14 @@ def records_of(path):
                 raise mistake(f"not LOG_CONTEXT, nor a LogPosition of this file: {name.strip()}", at)
         return found
 
-    # Functions of this file that log for their callers: name -> (logger, level, own text or None).
+    # Functions of this file that log for their callers: name -> (logger, level, text, parameters).
     helpers = {}
     for helper in re.finditer(
             r"(\w+)\(\s*(?:const LogPosition &|std::string_view )position\b", code):
         body = code[helper.start():code.index("\n}", helper.start())]
         call = re.search(r"logAt\(", body)
         if not call:
-            raise mistake(f"{helper.group(1)}() takes a position and does not log", helper.start())
+            raise mistake(f"{helper.group(1)}() takes a position but does not log", helper.start())
         where, service, level, message = arguments_at(body, call.end() - 1)[0]
         parameters = arguments_at(body, body.index("("))[0]
         names = [re.search(r"(\w+)$", parameter).group(1) for parameter in parameters]
@@ -214,7 +215,7 @@ def records_of(path):
             yield (where[number % len(where)], service.split("::")[-1],
                    LEVELS[level.split("::")[-1]], text, exception)
 
-    # Messages that are written to a logger.
+    # Messages that are streamed to a logger.
     streams = re.compile(r"(\w+)(\(\w+\))?\s*\.\s*(info|warning|error)\(\s*"
                          r"(LOG_CONTEXT|std::string\((\w+)\.text\))\s*\)")
     for stream in streams.finditer(code):
@@ -226,7 +227,7 @@ def records_of(path):
             raise mistake("cannot read what is written to this message", stream.start())
         yield where, service, stream.group(3), texts_of(written.group(1), code, header)[0], ""
 
-    # Records that are made without a logger.
+    # Records that are filled in without a logger.
     records = re.compile(r"\.level = (\d);\s*\w+\.context = QString::fromStdString\(LOG_CONTEXT\);"
                          r"\s*\w+\.message =\s*([^;]*);")
     for record in records.finditer(code):
@@ -243,12 +244,12 @@ def records_of(path):
 def cell(text):
     if "`" not in text:
         return f"`{text}`" if text else ""
-    # What Doxygen reads neither as code nor as the name of something to link to.
+    # Doxygen must not read this as code or make a link of it.
     return "<code>" + text.replace("`", "&#96;").replace("::", "&#58;&#58;") + "</code>"
 
 
 def table(advice):
-    """Returns the table with what to do about each record, and the positions without that."""
+    """Returns the tables with the advice in the last column, and the records without advice."""
     rows, silent = [], []
     for path in sorted(SOURCES.rglob("*.cpp")):
         if path.relative_to(SOURCES).as_posix() not in MACHINERY:
@@ -272,14 +273,14 @@ def main(*options):
     old, tail = rest.split(END)
     advice = {}
     for row in re.finditer(r"^\| (.+?) \|[^|]*\| `(.*?)` \|[^|]*\| (.*?) \|$", old, re.M):
-        # The second entry is for a text that has changed, where the position has no other.
+        # The second entry keeps the advice if the text of the position has changed.
         for text in (row.group(2), ""):
             advice[row.group(1), text] = row.group(3)
     new, silent = table(advice)
     if options != ("--check",):
         PAGE.write_text(head + BEGIN + new + END + tail, encoding="utf-8")
     elif new != old:
-        raise Mistake("docs/log-vocabulary.md is not what the source logs: run tools/log-vocabulary.py")
+        raise Mistake("docs/log-vocabulary.md differs from the source: run tools/log-vocabulary.py")
     if silent:
         raise Mistake("docs/log-vocabulary.md does not say what to do about\n  " + "\n  ".join(silent))
 
