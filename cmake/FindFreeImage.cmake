@@ -2,11 +2,11 @@
 FindFreeImage
 -------------
 
-Finds the FreeImage library, which brings no CMake package of its own. It is loaded while the
-program runs: nothing links it.
+Finds the FreeImage library, which has no CMake package. There is no imported target, because
+ovrabase loads FreeImage at run time and does not link it.
 
-Result variables: ``FreeImage_FOUND``, ``FreeImage_VERSION``, ``FreeImage_RUNTIME_NAME``, the name by
-which the system's loader finds it; a static library has none.
+Result variables: ``FreeImage_FOUND``, ``FreeImage_VERSION``, and ``FreeImage_RUNTIME_NAME``, the name by
+which the system's loader finds the library. A static library has no such name and is not found.
 Cache variables: ``FreeImage_INCLUDE_DIR``, ``FreeImage_LIBRARY``.
 #]=======================================================================]
 
@@ -25,7 +25,7 @@ endif()
 
 unset(FreeImage_RUNTIME_NAME)
 if(WIN32 AND FreeImage_LIBRARY)
-    # An import library is called like its DLL: FreeImage.lib, libfreeimage.dll.a.
+    # An import library has the name of its DLL: FreeImage.lib, libfreeimage.dll.a.
     cmake_path(GET FreeImage_LIBRARY STEM FreeImage_RUNTIME_NAME)
     string(APPEND FreeImage_RUNTIME_NAME ".dll")
 elseif(FreeImage_LIBRARY)

@@ -1,5 +1,5 @@
-# Installs what people read and translators fill in. Debian looks for the licence beside the pages,
-# vcpkg in the data folder.
+# Installs the pages and the template for translations. The licence is installed twice: Debian expects it
+# beside the pages, vcpkg in the data folder.
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" RENAME copyright
     DESTINATION "${CMAKE_INSTALL_DATADIR}/ovrabase"
     COMPONENT development

@@ -1,4 +1,5 @@
-# The Debian packages that `cpack` makes of a build with the prefix /usr: see tools/package.sh.
+# Describes the Debian packages, which `cpack` makes from a build with the prefix /usr: see
+# tools/package.sh.
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL runtime development documentation)
@@ -16,7 +17,7 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libovrabase${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-# The library loads FreeImage by name, which its list of linked libraries does not show.
+# The library loads FreeImage by name, so dpkg-shlibdeps does not find this dependency.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS libfreeimage3)
 file(WRITE "${PROJECT_BINARY_DIR}/triggers" "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${PROJECT_BINARY_DIR}/triggers")
@@ -31,7 +32,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION}), qt6-base-dev (>= 6.4)"
 )
-# For what the header SpdlogDelegate.h only declares.
+# Callers of SpdlogDelegate need spdlog; the header itself only declares a class of it.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libspdlog-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
 "Errors, logs, services, files, text and storage devices for the modules of an
@@ -49,7 +50,7 @@ application on Qt 6.
 .
 This package has the pages: the architecture and one page per subsystem.")
 
-# Debian asks each package for its licence and its changes.
+# Each Debian package must contain the licence and the changelog.
 find_program(OVRABASE_GZIP gzip)
 mark_as_advanced(OVRABASE_GZIP)
 set(changes "${PROJECT_BINARY_DIR}/changelog.gz")

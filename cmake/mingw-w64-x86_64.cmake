@@ -1,5 +1,5 @@
-# Cross-builds for 64-bit Windows with MinGW-w64 on Debian. The posix thread model is the one that
-# has std::mutex and std::thread.
+# Builds for 64-bit Windows with MinGW-w64 on Debian. The compiler with the posix thread model is used,
+# because the other one has no std::mutex and no std::thread.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
@@ -17,7 +17,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Qt's own programs (moc, rcc) run here: they come with the Qt of this machine.
+# Qt's build programs (moc, rcc) run on this machine, so they are those of its own Qt.
 set(QT_HOST_PATH /usr)
 set(QT_HOST_PATH_CMAKE_DIR "/usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-gnu/cmake")
 

@@ -1,6 +1,6 @@
 # cmake -DBUILD=build -P uninstall.cmake
-# Removes what the last `cmake --install build` wrote: the files of its manifests, then the folders of
-# ovrabase that are empty without them.
+# Removes the files that the last `cmake --install build` listed in its manifests, then the folders of
+# ovrabase that are empty.
 file(GLOB manifests "${BUILD}/install_manifest*.txt")
 if(NOT manifests)
     message(FATAL_ERROR "Nothing is installed from ${BUILD}: it has no install_manifest.txt")
@@ -23,7 +23,7 @@ foreach(manifest IN LISTS manifests)
     endforeach()
 endforeach()
 
-# A folder sorts behind those that it is in.
+# In this order, a folder comes before the folder that contains it.
 list(REMOVE_DUPLICATES folders)
 list(SORT folders ORDER DESCENDING)
 foreach(folder IN LISTS folders)

@@ -1,4 +1,4 @@
-# A port for vcpkg's --overlay-ports that builds the checkout that it is part of.
+# A port for the option --overlay-ports of vcpkg. It builds the checkout that contains this file.
 cmake_path(GET CURRENT_PORT_DIR PARENT_PATH ports)
 cmake_path(SET sources NORMALIZE "${ports}/../..")
 
