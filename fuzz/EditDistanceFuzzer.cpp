@@ -12,8 +12,8 @@
 using namespace Vyn;
 using namespace Vyn::OvraBase;
 
-/// One text, of letters in a row, and another one that is made from it by edits: of unrelated texts
-/// the fuzzer finds no long ones that are near to each other.
+/// Compares the distances of two texts with those of the full table. The second text is made from
+/// the first by edits: from unrelated texts, the fuzzer finds no long texts with a small distance.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider input(data, size);

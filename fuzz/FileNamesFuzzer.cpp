@@ -9,14 +9,15 @@
 
 using Vyn::OvraBase::FileUtils;
 
-/// The input is a name in UTF-8.
+/// The input is a name in UTF-8. Checks that ensureValidFileName() gives valid names and leaves
+/// those unchanged.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QString name =
         QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     const QString valid = FileUtils::ensureValidFileName(name);
     require(FileUtils::isValidFileName(valid));
-    // Only a NUL at the front leaves an empty name.
+    // The answer is empty only for a name that begins with a NUL.
     require(valid.isEmpty() || FileUtils::ensureValidFileName(valid) == valid);
     require(name.isEmpty() || name.contains(QChar::Null) ||
             FileUtils::isValidFileName(name) == (valid == name));

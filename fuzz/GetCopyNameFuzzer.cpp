@@ -11,7 +11,7 @@
 
 namespace {
 
-/// By the expression itself, which serves for short names without line feeds.
+/// Returns the name by the regular expression that defines it. Not for names with line feeds.
 QString expected(const QString &name)
 {
     static const QRegularExpression numbered(QStringLiteral("^(.*) copy (\\d+)$"));

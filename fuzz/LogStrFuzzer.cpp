@@ -19,7 +19,7 @@ QString textFrom(FuzzedDataProvider &provider)
     return QString::fromStdString(provider.ConsumeRandomLengthString(64));
 }
 
-/// A variant as a hostile document might hold it: any type, nested as deep as the input lasts.
+/// Returns a variant of any type, with at most \a depth nested levels.
 QVariant variantFrom(FuzzedDataProvider &provider, int depth)
 {
     switch (provider.ConsumeIntegralInRange(0, 12)) {
@@ -61,6 +61,7 @@ QVariant variantFrom(FuzzedDataProvider &provider, int depth)
 
 } // namespace
 
+/// Checks the beginning and the end of what logStr() returns for any variant and any text.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider provider(data, size);

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// By expressions, pass by pass, which serves for text without unpaired surrogates.
+/// Returns the tag by regular expressions, in several passes. Not for unpaired surrogates.
 QString expected(QString text)
 {
     static const QRegularExpression illegal(QStringLiteral("[^a-zA-Z0-9-_.]"));
@@ -29,7 +29,7 @@ QString expected(QString text)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     using Vyn::OvraBase::StringUtils::makeValidXMLTag;
-    // Letters that matter: in raw bytes the word "xml" is not found.
+    // Few letters, because random bytes almost never contain the word "xml".
     const QString letters = QStringLiteral("xXmMlL19-._a\u00E9 ");
     QString text;
     for (std::size_t i = 0; i < size; ++i) {
@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     require(tag == expected(text));
     require(makeValidXMLTag(tag) == tag);
 
-    // What is no character goes as well, where the expressions match nothing at all.
+    // An unpaired surrogate is removed too. The regular expressions match nothing in such a text.
     require(makeValidXMLTag(QChar(0xD800) + text) == tag);
     return 0;
 }

@@ -12,7 +12,7 @@
 #include <Manifest.h>
 #include <cstdint>
 
-/// The input is a "manifest.json" that the intake finds in its library.
+/// The input is the file "manifest.json" of an asset library.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     static const QTemporaryDir library;
@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     try {
         const Manifest manifest(library.path());
         require(manifest.save());
-        const Manifest again(library.path()); // what was written is ours
+        const Manifest again(library.path()); // must not throw: the manifest wrote this file
     } catch (const Vyn::Exception::FileFormatException &failure) {
         require(failure.subject() == file.fileName());
     }

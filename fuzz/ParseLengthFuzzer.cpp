@@ -25,10 +25,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         return 0;
     }
     require(std::isfinite(*length));
-    // Another term adds to it.
+    // A term of 0 metres must not change the sum.
     const QString longer = text + QStringLiteral(" 0 m");
     require(parseLength(longer, unit, locale).value_or(*length) == *length);
-    // One plain term is what the lenient function finds.
+    // stringToMeter() must give the same length for a text with one term.
     static const QRegularExpression plain(
         QStringLiteral(R"(^\s*[-+]?[\d.]+(e[-+]?\d+)?\s*[a-zA-Z]*\s*$)"));
     if (locale == QLocale::c() && plain.match(text).hasMatch()) {

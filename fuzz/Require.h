@@ -5,7 +5,7 @@
 
 #include <cstdlib>
 
-/// Ends the run, as a finding, when a property does not hold.
+/// Aborts if a property does not hold. libFuzzer reports that as a finding.
 inline void require(bool holds)
 {
     if (!holds) {

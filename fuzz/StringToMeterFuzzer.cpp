@@ -26,7 +26,8 @@ QHash<QString, double> factors()
     return all;
 }
 
-/// By the expression itself, which serves for short texts without unpaired surrogates.
+/// Returns the length by the regular expression that defines it. Not for long texts and unpaired
+/// surrogates.
 double expected(const QString &value, const QString &defaultUnit)
 {
     static const QHash<QString, double> all = factors();

@@ -12,7 +12,8 @@ namespace {
 using Substitutions = std::map<std::string, std::string>;
 using Vyn::OvraBase::StdUtils::substituteInString;
 
-/// Byte by byte. Also tells the keys that it meets.
+/// Returns the text with substitutions, byte by byte. Adds each key of the text to \a identity,
+/// with a value that gives the same text again.
 std::string expected(
     const std::string &text, const Substitutions &substitutions, Substitutions &identity)
 {

@@ -11,7 +11,7 @@
 using Vyn::OvraBase::FileUtils;
 namespace UrlUtils = Vyn::OvraBase::UrlUtils;
 
-/// The input is a url, a path or a scheme in UTF-8.
+/// The input is a URL, a path or a scheme in UTF-8.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QString text =
