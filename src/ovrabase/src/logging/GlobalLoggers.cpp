@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/logging/GlobalLoggers.h"
-
 #include "logging/LomaSink_p.h"
 #include "logging/ModulePin_p.h"
 
+#include <ovrabase/logging/GlobalLoggers.h>
 #include <ovrabase/logging/LogManager.h>
 
 #include <QString>

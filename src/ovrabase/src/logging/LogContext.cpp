@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/logging/LogContext.h"
+#include <ovrabase/logging/LogContext.h>
 
 #include <algorithm>
 #include <cstddef>

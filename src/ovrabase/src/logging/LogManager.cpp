@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/logging/LogManager.h"
-
+#include <ovrabase/logging/LogManager.h>
 #include <ovrabase/logging/Logger.h>
 
 #include <QScopeGuard>

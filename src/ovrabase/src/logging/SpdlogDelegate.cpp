@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/logging/SpdlogDelegate.h"
-
 #include "logging/LogSite_p.h"
 #include "logging/LomaSink_p.h"
 
 #include <ovrabase/errors/Exception.h>
+#include <ovrabase/logging/SpdlogDelegate.h>
 
 #include <spdlog/logger.h>
 

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/logging/logStr.h"
-
+#include <ovrabase/logging/logStr.h>
 #include <ovrabase/text/StringUtils.h>
 
 #include <QBitArray>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/text/LengthUnits.h"
+#include <ovrabase/text/LengthUnits.h>
 
 #include <QHash>
 #include <QStringView>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/text/StringUtils.h"
+#include <ovrabase/text/StringUtils.h>
 
 #include <QCoreApplication>
 #include <QStringView>
