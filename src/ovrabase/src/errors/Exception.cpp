@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/errors/Exception.h"
+#include <ovrabase/errors/Exception.h>
 
 #include <tuple>
 #include <utility>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/files/FileUtils.h"
+#include <ovrabase/files/FileUtils.h>
 
 namespace Vyn::OvraBase {
 

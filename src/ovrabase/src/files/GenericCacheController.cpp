@@ -1,14 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/files/GenericCacheController.h"
-
 #include "files/Entries_p.h"
 #include "files/RemovalSystem_p.h"
 #include "files/Removal_p.h"
 #include "logging/LogSite_p.h"
 
 #include <ovrabase/files/FileUtils.h>
+#include <ovrabase/files/GenericCacheController.h>
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/files/MurmurHash3.h"
-
 #include "files/MurmurHash3_p.h"
+
+#include <ovrabase/files/MurmurHash3.h>
 
 #include <QtEndian>
 

@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/files/UrlUtils.h"
-
 #include "files/UrlUtils_p.h"
 #include "logging/LogSite_p.h"
 
 #include <ovrabase/files/FileUtils.h>
+#include <ovrabase/files/UrlUtils.h>
 
 #include <QFileInfo>
 #include <QUrl>

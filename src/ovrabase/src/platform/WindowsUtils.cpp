@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/platform/WindowsUtils.h"
-
 #include "logging/LogSite_p.h"
 #include "platform/Devices_p.h"
 
 #include <ovrabase/errors/Exception.h>
+#include <ovrabase/platform/WindowsUtils.h>
 
 #include <utility>
 

@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/platform/base.h"
-
 #include "logging/LogSite_p.h"
 #include "platform/SharedLibrary_p.h"
 
 #include <ovrabase/config.h>
+#include <ovrabase/platform/base.h>
 
 #include <QCoreApplication>
 #include <QDir>

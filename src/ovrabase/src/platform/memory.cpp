@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/platform/memory.h"
-
 #include "logging/LogSite_p.h"
+
+#include <ovrabase/platform/memory.h>
 
 #include <QCoreApplication>
 #include <QEvent>

@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/services/DefaultAsyncRecovery.h"
-
 #include "logging/LogSite_p.h"
 
 #include <ovrabase/platform/ThreadUtils.h>
+#include <ovrabase/services/DefaultAsyncRecovery.h>
 #include <ovrabase/services/ServiceLocator.h>
 
 #include <QCoreApplication>

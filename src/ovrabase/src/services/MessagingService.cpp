@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/services/MessagingService.h"
+#include <ovrabase/services/MessagingService.h>
 
 #include <utility>
 
