@@ -18,4 +18,4 @@ s/^extern template .*//
 s/^#define OVRABASE_DETAIL_.*//
 # The comment of a group describes the forms of all logStr() in it.
 s|^OVRABASE_EXPORT QString logStr\(.*\);$|/** Returns the form that the comment of this group describes. */ &|
-s|^template<LogStr::HasForm .*>$|/** Returns the form that the comment of this group describes. */ &|
+s|^template<Detail::HasForm .*>$|/** Returns the form that the comment of this group describes. */ &|

@@ -24,7 +24,7 @@ class StreamLogger;
 /// How a value is written to a message; not for callers. Each concept looks up the stream operators
 /// that the namespaces of the value bring, beside a deleted one that wins or is ambiguous where the
 /// concept does not hold.
-namespace LogStream {
+namespace Detail {
 
 struct Anything {
     template<class T>
@@ -69,7 +69,7 @@ concept Writable = requires(std::ostream &stream, const T &value)
 template<class T>
 concept Text = std::same_as<T, QString> || std::same_as<T, QStringView> ||
     std::same_as<T, QLatin1String> ||
-    (LogStr::isStringBuilder<T> &&std::convertible_to<const T &, QString>);
+    (Detail::isStringBuilder<T> &&std::convertible_to<const T &, QString>);
 
 /// The standard operator writes a T in digits; of one byte are characters and bool.
 template<class T>
@@ -77,7 +77,7 @@ concept WholeNumber = std::integral<T> &&(sizeof(T) > 1);
 
 /// Only logStr() shows a T.
 template<class T>
-concept Shown = !WithoutConversion::Writable<T> && LogStr::HasForm<T>;
+concept Shown = !WithoutConversion::Writable<T> && Detail::HasForm<T>;
 
 /// What goes to the message whatever operators the caller has in scope. The standard ones for wide
 /// characters and strings are deleted and would stand in the way.
@@ -89,7 +89,7 @@ concept Preferred = Text<T> || Exactly::Writable<T> ||
 template<class T>
 concept Other = !Preferred<T> && (Shown<T> || Anyhow::Writable<T>);
 
-} // namespace LogStream
+} // namespace Detail
 
 /// The handle through which code writes log text: a value that holds one delegate.
 ///
@@ -150,7 +150,7 @@ public:
     StreamLogger &operator=(StreamLogger &&other) noexcept;
 
     /// Writes the text of \a value, before any operator of the caller is looked at.
-    template<LogStream::Preferred T>
+    template<Detail::Preferred T>
     friend StreamLogger &operator<<(StreamLogger &message, const T &value)
     {
         return message.write(value);
@@ -159,7 +159,7 @@ public:
     /// Writes a value for which the caller has no operator. The message comes as what it derives
     /// from, of any character type: every other operator for the type of the value is the better
     /// match.
-    template<class C, class Traits, LogStream::Other T>
+    template<class C, class Traits, Detail::Other T>
     friend StreamLogger &operator<<(std::basic_ostream<C, Traits> &message, const T &value)
     {
         return static_cast<StreamLogger &>(message).write(value);
@@ -167,7 +167,7 @@ public:
 
     /// Writes the first value of a statement, which goes on with an lvalue: all operators take one.
     template<class T>
-    requires(LogStream::Preferred<T> || LogStream::Other<T>) friend StreamLogger &operator<<(
+    requires(Detail::Preferred<T> || Detail::Other<T>) friend StreamLogger &operator<<(
         StreamLogger &&message, const T &value)
     {
         return message.write(value);
@@ -236,7 +236,7 @@ private:
             return text && append(std::string_view(text));
         } else if constexpr (std::same_as<T, std::string> || std::same_as<T, std::string_view>) {
             return append(std::string_view(value));
-        } else if constexpr (LogStream::WholeNumber<T>) {
+        } else if constexpr (Detail::WholeNumber<T>) {
             using Widest = std::conditional_t<std::is_signed_v<T>, long long, unsigned long long>;
             return append(static_cast<Widest>(value));
         } else {
@@ -248,14 +248,14 @@ private:
     template<class T>
     StreamLogger &write(const T &value)
     {
-        if constexpr (LogStream::Text<T>) {
+        if constexpr (Detail::Text<T>) {
             if constexpr (std::convertible_to<const T &, QStringView>) {
                 return writeText(value);
             } else {
                 return writeText(QString(value));
             }
-        } else if constexpr (LogStream::Shown<T>) {
-            return writeText(LogStr::Form<T>::of(value));
+        } else if constexpr (Detail::Shown<T>) {
+            return writeText(Detail::Form<T>::of(value));
         } else {
             if (!appendSimple(value)) {
                 static_cast<std::ostream &>(*this) << value;

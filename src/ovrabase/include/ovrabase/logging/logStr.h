@@ -58,7 +58,7 @@ class QTransform;
 class QUrl;
 class QUuid;
 class QVariant;
-template<typename A, typename B>
+template<class A, class B>
 class QStringBuilder;
 class QVector2D;
 class QVector3D;
@@ -209,7 +209,7 @@ OVRABASE_EXPORT QString logStr(const QMap<QString, QVariant> &value);
 /// \}
 
 /// What the functions below are made of; not for callers.
-namespace LogStr {
+namespace Detail {
 
 template<class T, class... Ts>
 inline constexpr bool isOneOf = (std::is_same_v<T, Ts> || ...);
@@ -236,10 +236,10 @@ struct Convertible {
     requires(!isStringBuilder<T>) Convertible(const T &);
 };
 
-} // namespace LogStr
+} // namespace Detail
 
 /// Returns \a value in decimal.
-template<LogStr::Number T>
+template<Detail::Number T>
 QString logStr(T value)
 {
     if constexpr (std::is_signed_v<T>) {
@@ -250,12 +250,12 @@ QString logStr(T value)
 }
 
 /// What has no form of its own must not take that of a bool, a char or a double.
-template<LogStr::Formless T>
+template<Detail::Formless T>
 QString logStr(T value) = delete;
 QString logStr(const volatile void *value) = delete;
-QString logStr(LogStr::Convertible value) = delete;
+QString logStr(Detail::Convertible value) = delete;
 
-namespace LogStr {
+namespace Detail {
 
 /// The logStr() of T, if there is one. Defined below all overloads, so that each finds the others.
 template<class T>
@@ -294,64 +294,64 @@ QString mapOf(const Map &values)
     return joined(u'{', values, entry, u'}');
 }
 
-} // namespace LogStr
+} // namespace Detail
 
 /// \name Lists: "[a, b]" with the logStr() of each value, in the order of the container
 /// \{
-template<LogStr::HasForm T>
+template<Detail::HasForm T>
 QString logStr(const QList<T> &values)
 {
-    return LogStr::listOf<T>(values);
+    return Detail::listOf<T>(values);
 }
-template<LogStr::HasForm T>
+template<Detail::HasForm T>
 QString logStr(const QSet<T> &values)
 {
-    return LogStr::listOf<T>(values);
+    return Detail::listOf<T>(values);
 }
-template<LogStr::HasForm T, class Allocator>
+template<Detail::HasForm T, class Allocator>
 QString logStr(const std::vector<T, Allocator> &values)
 {
-    return LogStr::listOf<T>(values);
+    return Detail::listOf<T>(values);
 }
-template<LogStr::HasForm T, std::size_t N>
+template<Detail::HasForm T, std::size_t N>
 QString logStr(const std::array<T, N> &values)
 {
-    return LogStr::listOf<T>(values);
+    return Detail::listOf<T>(values);
 }
 /// \}
 
 /// \name Maps: "{key: value, key: value}" with the logStr() of each key and value, in key order
 /// \{
-template<LogStr::HasForm Key, LogStr::HasForm T>
+template<Detail::HasForm Key, Detail::HasForm T>
 QString logStr(const QMap<Key, T> &values)
 {
-    return LogStr::mapOf<Key, T>(values.asKeyValueRange());
+    return Detail::mapOf<Key, T>(values.asKeyValueRange());
 }
-template<LogStr::HasForm Key, LogStr::HasForm T, class Compare, class Allocator>
+template<Detail::HasForm Key, Detail::HasForm T, class Compare, class Allocator>
 QString logStr(const std::map<Key, T, Compare, Allocator> &values)
 {
-    return LogStr::mapOf<Key, T>(values);
+    return Detail::mapOf<Key, T>(values);
 }
 /// \}
 
 /// Returns "(a, b)" with the logStr() of both.
-template<LogStr::HasForm A, LogStr::HasForm B>
+template<Detail::HasForm A, Detail::HasForm B>
 QString logStr(const std::pair<A, B> &value)
 {
-    return u'(' + LogStr::Form<A>::of(value.first) + QStringLiteral(", ") +
-           LogStr::Form<B>::of(value.second) + u')';
+    return u'(' + Detail::Form<A>::of(value.first) + QStringLiteral(", ") +
+           Detail::Form<B>::of(value.second) + u')';
 }
 
 /// Returns the list of the one value, or of none: "[a]" or "[]".
-template<LogStr::HasForm T>
+template<Detail::HasForm T>
 QString logStr(const std::optional<T> &value)
 {
-    return value ? QStringLiteral("[%1]").arg(LogStr::Form<T>::of(*value)) : QStringLiteral("[]");
+    return value ? QStringLiteral("[%1]").arg(Detail::Form<T>::of(*value)) : QStringLiteral("[]");
 }
 
 /// Finds the functions above, and others by their argument in the namespace of T.
 template<class T>
-struct LogStr::Form {
+struct Detail::Form {
     static constexpr bool exists = requires(const T &value) { logStr(value); };
 
     static QString of(const T &value) { return logStr(value); }
