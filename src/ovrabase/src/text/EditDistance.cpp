@@ -15,9 +15,11 @@
 #include <utility>
 #include <vector>
 
-// The table has a row for each unit of the pattern and a column for each unit of the text, after a
-// row 0 and a column 0. A cell is the distance between the pattern up to its row and the text up to
-// its column. For "cable" and "calbe":
+// The table
+//
+// The table has a row 0 and a row for each unit of the pattern, a column 0 and a column for each
+// unit of the text. A cell is the distance between the pattern up to its row and the text up to its
+// column. For the pattern "cable" and the text "calbe":
 //
 //           c  a  l  b  e
 //        0  1  2  3  4  5
@@ -27,34 +29,64 @@
 //     l  4  3  2  1  1  2
 //     e  5  4  3  2  2  1
 //
-// Neighbours in a row or a column differ by at most 1. Along a diagonal, down and to the right, a
-// cell stays the same or grows by 1. So 64 rows of a column, a band, fit into the bits of a few
-// words, and a few operations lead to the next column (H. Hyyrö 2003; the names used there stand in
-// brackets below). The lowest bit is the top row. Band::advance() goes from column l to column b
-// like this, the top row on the left:
+// Below, "above" is the cell above a cell, "left" the cell to its left, and "corner" the cell to
+// the left of the one above. Neighbours in a row or a column differ by at most 1, and a cell is
+// equal to its corner or greater by 1. So a column is known from row 0 and one bit per row for each
+// of the differences. A Band holds the bits of 64 rows, the top row in the lowest bit. The names in
+// brackets are those of the paper (H. Hyyrö 2003).
 //
-//     before      downPlus       00001   e is 2, l above it is 1
-//                 downMinus      11000   c is 2 below the 3 of row 0, a is 1 below 2
-//                 same           11011   b is 1, the cell above and to the left of it is 0
-//                 matches        00010   the column's unit is l
-//     on the way  matchesNow     00100   the column's unit is b
-//                 begins         00100   row b and the next one may be a swapped pair
-//                 swapped        00010   they are: row l matched the column before
-//                 costless       00100   equal to the cell above and to the left: the units match
+// The rules
+//
+// Each row of the new column follows from these rules; Band::advance() computes all 64 at once.
+//
+//     same         (D0)   The cell equals its corner: the units match, or the row and the row above
+//                         are a swapped pair, or left is corner - 1, or above is corner - 1.
+//     rightMinus   (HN)   The cell is left - 1: it equals its corner, and left is corner + 1.
+//     rightPlus    (HP)   The cell is left + 1: left is corner - 1, or left equals corner and the
+//                         cell is corner + 1. The code has the inverse, rightNotPlus.
+//     downPlus     (VP)   The cell is above + 1: above is corner - 1, or above equals corner
+//                         and the cell is corner + 1.
+//     downMinus    (VN)   The cell is above - 1: above is corner + 1, and the cell equals corner.
+//
+// "left is corner + 1" is downPlus of the column before, and "left is corner - 1" is its downMinus.
+// "above is corner + 1" is rightPlus of the row above, and "above is corner - 1" is its rightMinus.
+//
+// "Above is corner - 1" holds if the row above is same, and was downPlus in the column before. So
+// same passes from a row that was downPlus to the row below, from there to the next, and so on. The
+// addition of downPlus does this for all rows at once: a carry runs through each sequence of set
+// bits. It starts in a downPlus row that is costless: its unit matches, or it is the first row of
+// the band and the band above ends in a rightMinus row.
+//
+// A swapped pair is a row whose unit is that of the column before, below a row whose unit is that
+// of this column. The swap makes the lower row same only if the upper row was not same in the
+// column before. A swapped row starts no carry, because it was not downPlus: it matched the column
+// before, and the row above was not same there.
+//
+// In the code, rightNotPlus is (same | downPlus) & ~downMinus with the downPlus and downMinus of
+// the column before.
+//
+// An example
+//
+// Band::advance() goes from column l to column b. The top row is written on the left.
+//
+//     before      downPlus       00001   e is 2, and l above it is 1
+//                 downMinus      11000   c is 2, and row 0 above it is 3; a is 1, and c is 2
+//                 same           11011   all but b, which is 1 and whose corner is 0
+//                 matches        00010   row l
+//     on the way  matchesNow     00100   row b
+//                 begins         00100   row b matches now, and was not same
+//                 swapped        00010   row l, below row b, matched the column before
+//                 costless       00100   row b; row 0 is not rightMinus
 //                 sum            00001   costless & downPlus is 0, so that nothing is carried
-//                 rightNotPlus   00111   c and a grew by 1 in this column, the others did not
-//                 rightMinus     00000   no cell is less than the one to its left
-//                 aboveNotPlus   00011   rightNotPlus of the row above; row 0 grew
-//     after       same           11110   e is 2, the cell above and to the left of it is 1
-//                 downPlus       00001   the column is 4 in row 0, then 3, 2, 1, 1, 2
+//                 rightNotPlus   00111   c and a are greater by 1 than in the column before
+//                 rightMinus     00000   no cell is less than in the column before
+//                 aboveNotPlus   00011   rightNotPlus, one row further down; row 0 is rightPlus
+//     after       same           11110   all but e, which is 2 and whose corner is 1
+//                 downPlus       00001   the new column is 4 in row 0, then 3, 2, 1, 1, 2
 //                 downMinus      11100
 //
-// The carry: where a cell equals the one above and to the left, and the cells of the column before
-// rise from row to row, each further cell equals the one above and to the left too. The addition
-// passes that on through all set bits of downPlus at once.
-//
-// A pattern fills its bands from the last row upwards. Rows left over at the top of the first band
-// are idle: they repeat row 0.
+// The last row of the pattern is the last row of its last band. If the pattern does not fill its
+// first band, the top rows of that band are idle: their cells equal row 0.
 
 namespace Vyn::OvraBase::StringUtils {
 namespace {
@@ -70,23 +102,25 @@ std::size_t bandsFor(std::size_t rows)
 
 constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
 
-/// The rows of one band, found by keys of one byte.
+/// Maps a key of one byte to a set of rows of one band.
 class RowsByKey {
 public:
-    /// Removes all keys. Every key has the rows \a idle.
+    /// Maps every key to \a idle.
     void clear(Word idle)
     {
-        // In parts that become plain stores: clearing it all at once is one slow instruction.
+        // In parts, for which the compiler makes plain stores. For the whole array, it makes one
+        // string instruction, which is slower.
         for (std::size_t part = 0; part < mEntries.size(); part += 64) {
             std::memset(&mEntries[part], 0, 64);
         }
         mRows[0] = idle;
     }
 
-    /// Adds \a row to \a key. \a entry is 1 for the first call, then 2, up to 64.
+    /// Adds \a row to the rows of \a key. \a entry is the number of the call, from 1 to 64.
     void add(std::uint8_t key, Word row, std::size_t entry)
     {
-        // A new entry for every row: a branch on whether the key is known would be unpredictable.
+        // A new entry in every call. To reuse the entry of a known key would need a branch that the
+        // processor cannot predict.
         mRows[entry] = mRows[mEntries[key]] | row;
         mEntries[key] = static_cast<std::uint8_t>(entry);
     }
@@ -95,14 +129,15 @@ public:
     Word idle() const { return mRows[0]; }
 
 private:
-    std::array<std::uint8_t, 256> mEntries; ///< of each key; 0 for a key without rows
-    std::array<Word, kBandRows + 1> mRows;  ///< of each entry
+    std::array<std::uint8_t, 256> mEntries; ///< key to entry; 0 if no row was added
+    std::array<Word, kBandRows + 1> mRows;  ///< entry to rows; entry 0 has the idle rows
 };
 
-/// Finds the rows of one band whose unit is a given one.
+/// Maps a unit to the rows of one band that match it.
 class UnitRows {
 public:
-    /// The last rows of the band are \a units, at most 64. The idle rows match every unit.
+    /// \a units are the units of the last rows of the band, at most 64. The rows above them are
+    /// idle, and match every unit.
     explicit UnitRows(QStringView units)
     {
         const char16_t *const unit = units.utf16();
@@ -132,9 +167,10 @@ public:
     }
 
 private:
-    // Units with the same two keys are equal, so the rows that both keys have are exactly those of
-    // the unit: a lookup needs neither a loop nor a branch. Either key alone tells most letters of
-    // a script apart; the high byte would not, and equal keys in a row make the constructor slow.
+    // Units with the same two keys are equal. So the rows of a unit are the rows that both keys
+    // have, and a lookup needs neither a loop nor a branch. The second key is not the high byte,
+    // because that is the same for most letters of a script, and add() is slow for equal keys in
+    // succession: each call then waits for the row that the previous call stored.
     static std::uint8_t lowByte(char16_t unit) { return static_cast<std::uint8_t>(unit); }
     static std::uint8_t bothBytes(char16_t unit)
     {
@@ -142,15 +178,15 @@ private:
     }
 
     RowsByKey mByLowByte;
-    RowsByKey mByBothBytes; ///< not set when mIsLatin
+    RowsByKey mByBothBytes; ///< not initialised if mIsLatin
     bool mIsLatin;          ///< no unit is greater than 0xFF
 };
 
-/// How the last row of a band goes on in one column, a bit each: what the next band has to know.
+/// What the band below needs to know of the last row of a band in one column. Each field is 0 or 1.
 struct Border {
     Word rightNotPlus; ///< the cell is not greater than the one to its left (not HP)
     Word rightMinus;   ///< the cell is less than the one to its left (HN)
-    Word begins;       ///< the row and the next one may be a swapped pair
+    Word begins;       ///< the row and the row below may be a swapped pair
 };
 
 std::uint8_t packed(Border border)
@@ -164,21 +200,21 @@ Border unpacked(std::uint8_t bits)
     return {bits & Word{1}, Word{bits} >> 1 & 1, Word{bits} >> 2};
 }
 
-/// Returns the difference between a cell and the one to its left, modulo 2^64.
+/// Returns the difference between the cell and the one to its left, modulo 2^64.
 std::uint64_t step(Border border)
 {
     return 1 - border.rightNotPlus - border.rightMinus;
 }
 
-/// 64 rows of one column. The default is column 0.
+/// 64 rows of one column, a bit per row. A default-initialised band is column 0.
 struct Band {
     Word downPlus = ~Word{0}; ///< the cell is greater than the one above (VP)
     Word downMinus = 0;       ///< the cell is less than the one above (VN)
-    Word same = 0;            ///< the cell equals the one above and to the left (D0)
-    Word matches = 0;         ///< the row's unit is the column's (PM)
+    Word same = 0;            ///< the cell equals its corner, above and to the left (D0)
+    Word matches = 0;         ///< the unit of the row is the unit of the column (PM)
 
-    /// Goes to the next column, whose unit is that of the rows \a matchesNow. \a above is the
-    /// border of the band above in that column; the answer is the border of this one.
+    /// Goes to the next column. \a matchesNow are the rows that match its unit. \a above is the
+    /// border of the band above in that column. Returns the border of this band.
     Border advance(Word matchesNow, Border above)
     {
         const Word begins = ~same & matchesNow;
@@ -195,21 +231,22 @@ struct Band {
         return {rightNotPlus >> 63, rightMinus >> 63, begins >> 63};
     }
 
-    /// Returns the difference between the lowest of the rows \a counted and the row above the
-    /// highest of them.
-    std::uint64_t rise(Word counted) const
+    /// Returns the sum of the differences between the cell and the one above, over \a rows, modulo
+    /// 2^64.
+    std::uint64_t rise(Word rows) const
     {
-        return static_cast<std::uint64_t>(std::popcount(downPlus & counted)) -
-               static_cast<std::uint64_t>(std::popcount(downMinus & counted));
+        return static_cast<std::uint64_t>(std::popcount(downPlus & rows)) -
+               static_cast<std::uint64_t>(std::popcount(downMinus & rows));
     }
 };
 
-/// One band, or two that go over the text together: their operations overlap (instruction-level
-/// parallelism), so that two take little more time than one.
+/// One band, or two adjacent bands that advance together. The processor overlaps the operations of
+/// the two (instruction-level parallelism), so that two take little more time than one.
 template<std::size_t kCount>
 class BandGroup {
 public:
-    /// \a idle are the idle rows of the first band; \a rows are the UnitRows of each.
+    /// \a idle are the idle rows of the first band. \a rows are the UnitRows of each band, which
+    /// must outlive the group.
     template<class... Rows>
     explicit BandGroup(Word idle, const Rows &...rows)
         : mIdle(idle)
@@ -218,29 +255,30 @@ public:
         mBands[0].downPlus = ~idle;
     }
 
-    /// Goes to the next column, whose unit is \a unit, and returns the border of the last band.
-    template<class Form>
+    /// Goes to the next column, whose unit is \a unit. \a above is the border of the band above.
+    /// Returns the border of the last band.
+    template<class Kind>
     Border advance(char16_t unit, Border above)
     {
-        Border border = mBands[0].advance(Form::matches(mRows[0]->of(unit), mIdle), above);
+        Border border = mBands[0].advance(Kind::matches(mRows[0]->of(unit), mIdle), above);
         for (std::size_t i = 1; i < kCount; ++i) {
             border = mBands[i].advance(mRows[i]->of(unit), border);
         }
         return border;
     }
 
-    /// Returns the difference between the lowest of the last band's rows \a counted and the row
-    /// above the group.
-    std::uint64_t rise(Word counted) const
+    /// Returns the difference between the last of \a lastRows, the rows of the last band down to a
+    /// row, and the row above the group.
+    std::uint64_t rise(Word lastRows) const
     {
-        std::uint64_t result = mBands[kCount - 1].rise(counted);
+        std::uint64_t result = mBands[kCount - 1].rise(lastRows);
         for (std::size_t i = 0; i + 1 < kCount; ++i) {
             result += mBands[i].rise(~Word{0});
         }
         return result;
     }
 
-    /// Returns true if, in \a row of the last band, the cell equals the one above and to the left.
+    /// Returns true if the cell in \a row of the last band equals its corner.
     bool isSame(Word row) const { return (mBands[kCount - 1].same & row) != 0; }
 
 private:
@@ -249,26 +287,27 @@ private:
     std::array<Band, kCount> mBands;
 };
 
-/// Rows of a table, counted from the first row of the pattern's first band, idle rows included.
+/// The rows of a table. They are counted from the top of the first band, with the idle rows, so
+/// that row r is in band r / 64.
 struct RowRange {
-    std::size_t begin;
-    std::size_t end;
+    std::size_t begin; ///< the first row that is not idle
+    std::size_t end;   ///< the row after the last one
 
     std::size_t size() const { return end - begin; }
     std::size_t firstBand() const { return begin / kBandRows; }
     std::size_t endBand() const { return bandsFor(end); }
     std::size_t bands() const { return endBand() - firstBand(); }
-    /// The rows of the first band that are not among these.
+    /// Returns the rows of the first band that are idle.
     Word idle() const { return (Word{1} << begin % kBandRows) - 1; }
-    /// The rows of the last band that are among these.
+    /// Returns the rows of the last band that come before `end`.
     Word counted() const { return ~Word{0} >> (endBand() * kBandRows - end); }
 };
 
-/// The rows and columns of a table, and the greatest distance that the caller wants to know.
+/// A table to compute.
 struct Comparison {
     RowRange rows;
     QStringView text;
-    std::uint64_t limit;
+    std::uint64_t limit; ///< the exact value of a greater distance is not needed
 
     std::size_t columns() const { return static_cast<std::size_t>(text.size()); }
 };
@@ -278,48 +317,53 @@ std::uint64_t capped(std::uint64_t distance, std::uint64_t limit)
     return distance > limit ? limit + 1 : distance;
 }
 
-/// The distance to the whole text: row 0 counts the columns, the last cell is the distance.
+// The two kinds of distances, WholeText and AnyPart, differ in row 0 and in where the distance is
+// found in the table.
+
+/// The distance to the whole text. Row 0 counts the columns. The last cell is the distance.
 class WholeText {
 public:
     static constexpr bool kIsWhole = true;
-    static constexpr Border kTop = {0, 0, 0};
+    static constexpr Border kTop = {0, 0, 0}; ///< the border of row 0: greater in each column
+    /// Returns the rows that match a unit. Idle rows match none, and so grow with row 0.
     static Word matches(Word rows, Word idle) { return rows & ~idle; }
 
-    /// \a corner is the cell in the last column above the last group of bands.
-    WholeText(const Comparison &table, std::uint64_t corner)
-        : mCorner(corner)
+    /// \a base is the cell in the last column of the row above the last group of bands.
+    WholeText(const Comparison &table, std::uint64_t base)
+        : mBase(base)
         , mCounted(table.rows.counted())
     {
     }
 
-    void add(Border /*lastRow*/) {}
+    void addColumn(Border /*lastRow*/) {}
 
     template<class Group>
     std::uint64_t distance(const Group &lastColumn) const
     {
-        return mCorner + lastColumn.rise(mCounted);
+        return mBase + lastColumn.rise(mCounted);
     }
 
 private:
-    std::uint64_t mCorner;
+    std::uint64_t mBase;
     Word mCounted;
 };
 
-/// The distance to any part of the text: row 0 is zero, the least cell of the last row is the
-/// distance.
+/// The least distance to any part of the text. Row 0 is 0 in every column, because a part can begin
+/// anywhere. The least cell of the last row is the distance, because a part can end anywhere.
 class AnyPart {
 public:
     static constexpr bool kIsWhole = false;
-    static constexpr Border kTop = {1, 0, 0};
+    static constexpr Border kTop = {1, 0, 0}; ///< the border of row 0: the same in each column
+    /// Returns the rows that match a unit. Idle rows match all, and so stay 0 like row 0.
     static Word matches(Word rows, Word /*idle*/) { return rows; }
 
-    AnyPart(const Comparison &table, std::uint64_t /*corner*/)
+    AnyPart(const Comparison &table, std::uint64_t /*base*/)
         : mCell(table.rows.size())
         , mLeast(mCell)
     {
     }
 
-    void add(Border lastRow)
+    void addColumn(Border lastRow)
     {
         mCell = mCell + 1 - lastRow.rightNotPlus - lastRow.rightMinus;
         mLeast = std::min(mLeast, mCell);
@@ -332,25 +376,25 @@ public:
     }
 
 private:
-    std::uint64_t mCell;
-    std::uint64_t mLeast;
+    std::uint64_t mCell;  ///< in the last row and the current column
+    std::uint64_t mLeast; ///< in the last row so far
 };
 
-/// Moves \a group, the last one of a table, over \a text, and returns the distance. \a above
-/// returns the border above a column.
-template<class Form, class Group, class Above>
-std::uint64_t finish(QStringView text, Group group, Above above, Form form)
+/// Advances \a group, the last bands of a table, over \a text, and returns the distance. \a above
+/// returns the border of the row above the group in a column.
+template<class Kind, class Group, class Above>
+std::uint64_t finish(QStringView text, Group group, Above above, Kind kind)
 {
     for (qsizetype column = 0; column < text.size(); ++column) {
-        form.add(group.template advance<Form>(text[column].unicode(), above(column)));
+        kind.addColumn(group.template advance<Kind>(text[column].unicode(), above(column)));
     }
-    return form.distance(group);
+    return kind.distance(group);
 }
 
 /// Returns the distance to the whole text, or limit + 1, for a pattern of one band.
 ///
-/// The diagonal that ends in the last cell never falls. So its cells are counted up, until one is
-/// greater than the limit.
+/// Follows the diagonal that ends in the last cell. Each cell of a diagonal equals the one before
+/// or is greater by 1, so that the loop can stop at the first cell that is greater than the limit.
 std::uint64_t followDiagonal(const Comparison &table, const UnitRows &unitRows)
 {
     const std::size_t rows = table.rows.size();
@@ -362,6 +406,8 @@ std::uint64_t followDiagonal(const Comparison &table, const UnitRows &unitRows)
     for (std::size_t column = 0; column < firstColumn; ++column) {
         band.advance<WholeText>(units[column], WholeText::kTop);
     }
+    // The diagonal begins in row 0 or in column 0. There, the cell is the number of the column or
+    // of the row; the other number is 0.
     std::uint64_t cell = firstColumn + firstRow;
     Word row = Word{1} << (table.rows.begin + firstRow) % kBandRows;
     for (std::size_t column = firstColumn; column < columns && cell <= table.limit; ++column) {
@@ -374,28 +420,30 @@ std::uint64_t followDiagonal(const Comparison &table, const UnitRows &unitRows)
 
 /// Returns the distance, or more than the limit, for a pattern of more than two bands.
 ///
-/// Two bands go over the text together; the borders of the lower one are kept for the next two.
-/// With a limit, the distance to the whole text needs only the cells next to the diagonal of the
-/// table: a path to the last cell that leaves them costs more.
-template<class Form, class UnitRowsOf>
+/// Two bands at a time advance over the text. The borders of the lower one in all columns are
+/// stored for the next two bands.
+///
+/// With a limit, the distance to the whole text needs only the cells near the diagonal: column and
+/// row differ by at most the limit. A path through another cell costs more than the limit.
+template<class Kind, class UnitRowsOf>
 std::uint64_t computeManyBands(const Comparison &table, UnitRowsOf unitRows)
 {
     const std::size_t columns = table.columns();
     const char16_t *const units = table.text.utf16();
     const bool isLimited = table.limit < std::max(columns, table.rows.size());
-    std::vector<std::uint8_t> borders(columns, packed(Form::kTop));
+    std::vector<std::uint8_t> borders(columns, packed(Kind::kTop)); // of the last computed row
 
     std::size_t band = table.rows.firstBand();
     Word idle = table.rows.idle();
-    std::size_t rows = 0;   // that are computed
+    std::size_t rows = 0;   // the number of computed rows
     std::size_t from = 0;   // the first column that the next bands need
-    std::uint64_t cell = 0; // in the last computed row, one column before `from`
+    std::uint64_t cell = 0; // in the last computed row, in the column before `from`
     for (; table.rows.endBand() - band > 2; band += 2) {
         const std::size_t newRows = (band + 2) * kBandRows - table.rows.begin - rows;
         rows += newRows;
-        std::size_t end = columns;
-        std::size_t next = 0;
-        if (Form::kIsWhole && isLimited) {
+        std::size_t end = columns; // the column after the last one that these bands need
+        std::size_t next = 0;      // `from` of the next bands
+        if (Kind::kIsWhole && isLimited) {
             end = std::min<std::size_t>(columns, rows + table.limit);
             next = rows > table.limit ? rows - table.limit - 1 : 0;
         }
@@ -404,7 +452,7 @@ std::uint64_t computeManyBands(const Comparison &table, UnitRowsOf unitRows)
         const UnitRows &lower = unitRows(band + 1);
         BandGroup<2> pair(idle, upper, lower);
         for (std::size_t i = from; i < end; ++i) {
-            borders[i] = packed(pair.advance<Form>(units[i], unpacked(borders[i])));
+            borders[i] = packed(pair.advance<Kind>(units[i], unpacked(borders[i])));
         }
         idle = 0;
         cell += newRows;
@@ -415,7 +463,7 @@ std::uint64_t computeManyBands(const Comparison &table, UnitRowsOf unitRows)
         for (; from < next; ++from) {
             cell += step(unpacked(borders[from]));
         }
-        // No path gets from one row to a lower one for less than the least cell of the upper one.
+        // Cells do not get less along a path, and each path to the last row crosses this row.
         std::uint64_t least = cell;
         std::uint64_t last = cell;
         for (std::size_t i = from; i < end; ++i) {
@@ -427,58 +475,59 @@ std::uint64_t computeManyBands(const Comparison &table, UnitRowsOf unitRows)
         }
     }
 
-    std::uint64_t corner = cell;
-    for (std::size_t i = from; Form::kIsWhole && i < columns; ++i) {
-        corner += step(unpacked(borders[i]));
+    std::uint64_t base = cell;
+    for (std::size_t i = from; Kind::kIsWhole && i < columns; ++i) {
+        base += step(unpacked(borders[i]));
     }
-    const Form form(table, corner);
+    const Kind kind(table, base);
     const QStringView text = table.text.sliced(static_cast<qsizetype>(from));
     const auto above = [first = &borders[from]](qsizetype i) { return unpacked(first[i]); };
     const UnitRows &upper = unitRows(band);
     if (table.rows.endBand() - band == 1) {
-        return finish(text, BandGroup<1>(0, upper), above, form);
+        return finish(text, BandGroup<1>(0, upper), above, kind);
     }
     const UnitRows &lower = unitRows(band + 1);
-    return finish(text, BandGroup<2>(0, upper, lower), above, form);
+    return finish(text, BandGroup<2>(0, upper, lower), above, kind);
 }
 
-/// Does so for a pattern of more than one band. Not inlined, which would slow short patterns down.
-template<class Form, class UnitRowsOf>
+/// Returns the distance, or more than the limit, for a pattern of more than one band. Not inlined:
+/// that would make compute() slower for short patterns.
+template<class Kind, class UnitRowsOf>
 Q_NEVER_INLINE std::uint64_t computeBands(const Comparison &table, UnitRowsOf unitRows)
 {
     if (table.rows.bands() > 2) {
-        return computeManyBands<Form>(table, unitRows);
+        return computeManyBands<Kind>(table, unitRows);
     }
-    const auto top = [](qsizetype) { return Form::kTop; };
+    const auto top = [](qsizetype) { return Kind::kTop; };
     const UnitRows &upper = unitRows(table.rows.firstBand());
     const UnitRows &lower = unitRows(table.rows.firstBand() + 1);
     const BandGroup<2> pair(table.rows.idle(), upper, lower);
-    return finish(table.text, pair, top, Form(table, table.columns()));
+    return finish(table.text, pair, top, Kind(table, table.columns()));
 }
 
-/// Returns the distance, or limit + 1. \a unitRows returns the UnitRows of a band, or a reference
-/// to them.
-template<class Form, class UnitRowsOf>
+/// Returns the distance, or limit + 1 if it is greater than the limit. \a unitRows is a function
+/// that returns the UnitRows of a band, by value or by reference.
+template<class Kind, class UnitRowsOf>
 std::uint64_t compute(const Comparison &table, UnitRowsOf unitRows)
 {
     if (table.rows.size() == 0 || table.columns() == 0) {
-        return capped(table.rows.size() + (Form::kIsWhole ? table.columns() : 0), table.limit);
+        return capped(table.rows.size() + (Kind::kIsWhole ? table.columns() : 0), table.limit);
     }
     if (table.rows.bands() > 1) {
-        return capped(computeBands<Form>(table, unitRows), table.limit);
+        return capped(computeBands<Kind>(table, unitRows), table.limit);
     }
     const UnitRows &rows = unitRows(table.rows.firstBand());
-    if (Form::kIsWhole && table.limit != kNoLimit) {
+    if (Kind::kIsWhole && table.limit != kNoLimit) {
         return followDiagonal(table, rows);
     }
-    const auto top = [](qsizetype) { return Form::kTop; };
+    const auto top = [](qsizetype) { return Kind::kTop; };
     const BandGroup<1> band(table.rows.idle(), rows);
-    const Form form(table, table.columns());
-    return capped(finish(table.text, band, top, form), table.limit);
+    const Kind kind(table, table.columns());
+    return capped(finish(table.text, band, top, kind), table.limit);
 }
 
-/// The numbers of units that two texts have in common at their ends. These units do not add to the
-/// distance.
+/// The common prefix and the common suffix of two texts. The distance of the texts is the same
+/// without them.
 struct CommonEnds {
     CommonEnds(QStringView a, QStringView b)
         : front(std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin())
@@ -492,8 +541,8 @@ struct CommonEnds {
         return text.sliced(front, text.size() - front - back);
     }
 
-    qsizetype front;
-    qsizetype back;
+    qsizetype front; ///< the size of the prefix
+    qsizetype back;  ///< the size of the suffix of what follows the prefix
 };
 
 RowRange rowsFor(QStringView pattern)
@@ -503,8 +552,8 @@ RowRange rowsFor(QStringView pattern)
     return {end - size, end};
 }
 
-/// Makes the UnitRows of a band when they are asked for: one or two bands at a time are enough for
-/// a pattern that is used once.
+/// Returns a function that makes the UnitRows of a band. A pattern that is used once needs those of
+/// one or two bands at a time, so that they are not stored for all bands.
 auto unitRowsOf(QStringView pattern)
 {
     return [pattern, idle = static_cast<qsizetype>(rowsFor(pattern).begin)](std::size_t band) {
@@ -520,6 +569,8 @@ std::uint64_t damerauLevenshteinDistance(const QString &a, const QString &b)
     const CommonEnds common(a, b);
     QStringView pattern = common.cutFrom(a);
     QStringView text = common.cutFrom(b);
+    // The distance is symmetric: the text that needs fewer steps as the pattern becomes the
+    // pattern.
     const auto steps = [](QStringView down, QStringView right) {
         return bandsFor(static_cast<std::size_t>(down.size())) *
                static_cast<std::size_t>(right.size());

@@ -15,7 +15,7 @@
 namespace Vyn::OvraBase::StringUtils {
 namespace {
 
-/// The letters that follow the backslash in an escape, by character; 0 for no escape.
+/// kEscapes[c] is the character after the backslash in the escape of c, or 0 if c has no escape.
 constexpr auto kEscapes = [] {
     std::array<char, 128> letters{};
     letters['\\'] = '\\';
@@ -30,8 +30,9 @@ constexpr auto kEscapes = [] {
     return letters;
 }();
 
-// Most text needs few escapes. These tests have neither a table nor a branch, so that the compiler
-// can test many characters with one instruction.
+// These two return true for a character that needs an escape. They use neither the table nor a
+// branch (& and |, not && and ||): the compiler can then test many characters with one instruction
+// (SIMD).
 struct NeededInLiteral {
     constexpr bool operator()(char16_t c) const
     {
@@ -46,7 +47,7 @@ struct NeededInJson {
     }
 };
 
-constexpr bool testsAgreeWithTheTable()
+constexpr bool testsAgreeWithTable()
 {
     for (std::size_t c = 0; c < kEscapes.size(); ++c) {
         const bool inLiteral = kEscapes[c] != 0;
@@ -58,18 +59,21 @@ constexpr bool testsAgreeWithTheTable()
     }
     return true;
 }
-static_assert(testsAgreeWithTheTable());
+static_assert(testsAgreeWithTable());
 
-/// The number of characters that are tested together. It fits a byte, see countEscapes().
+/// The number of characters that are tested together. A counter of one byte must be able to hold
+/// it, see countEscapes().
 constexpr std::size_t kBlock = 64;
 static_assert(kBlock <= 0xFF);
 
+/// Returns the number of characters in \a text for which \a needed returns true.
 template<class Char, class Needed>
 std::size_t countEscapes(std::basic_string_view<Char> text, Needed needed)
 {
     std::size_t count = 0;
     for (std::size_t begin = 0; begin < text.size(); begin += kBlock) {
-        // A counter of the characters' size lets one instruction count as many as a register holds.
+        // The counter has the size of a character. With a larger one, a SIMD instruction would
+        // count fewer characters.
         std::make_unsigned_t<Char> inBlock = 0;
         for (const Char c : text.substr(begin, kBlock)) {
             inBlock = static_cast<decltype(inBlock)>(inBlock + needed(c));
@@ -79,34 +83,35 @@ std::size_t countEscapes(std::basic_string_view<Char> text, Needed needed)
     return count;
 }
 
-/// Writes \a text with its escapes to \a out, which has room for them.
+/// Writes \a text to \a out, with an escape for each character for which \a needed returns true.
+/// \a out has room for text.size() + countEscapes() characters.
 template<class Char, class Needed>
 void writeEscaped(std::basic_string_view<Char> text, Char *out, Needed needed)
 {
-    const Char *run = text.data(); // the first character that is not written yet
+    const Char *unwritten = text.data(); // the first character that is not written yet
     for (std::size_t begin = 0; begin < text.size(); begin += kBlock) {
         const std::basic_string_view<Char> block = text.substr(begin, kBlock);
-        std::array<bool, kBlock> marks;
-        std::transform(block.begin(), block.end(), marks.begin(), needed);
+        std::array<bool, kBlock> isNeeded;
+        std::transform(block.begin(), block.end(), isNeeded.begin(), needed);
 
         for (std::size_t i = 0; i < block.size(); ++i) {
-            if (!marks[i]) {
-                const void *const mark = std::memchr(&marks[i], true, block.size() - i);
-                if (!mark) {
+            if (!isNeeded[i]) {
+                const void *const next = std::memchr(&isNeeded[i], true, block.size() - i);
+                if (!next) {
                     break;
                 }
-                i = static_cast<std::size_t>(static_cast<const bool *>(mark) - marks.data());
+                i = static_cast<std::size_t>(static_cast<const bool *>(next) - isNeeded.data());
             }
             const Char *const special = block.data() + i;
-            if (run != special) { // escapes are often neighbours, and an empty copy costs a call
-                out = std::copy(run, special, out);
+            if (unwritten != special) { // adjacent escapes are common, and an empty copy is a call
+                out = std::copy(unwritten, special, out);
             }
             *out++ = '\\';
             *out++ = static_cast<Char>(kEscapes[static_cast<std::make_unsigned_t<Char>>(*special)]);
-            run = special + 1;
+            unwritten = special + 1;
         }
     }
-    std::copy(run, text.data() + text.size(), out);
+    std::copy(unwritten, text.data() + text.size(), out);
 }
 
 } // namespace

@@ -20,8 +20,8 @@ struct LengthUnit {
     double metersPerUnit;
 };
 
-// The order is that in which users see the units. The factors are, to the bit, the products of
-// their definitions: a foot is 12 * 0.0254 and not 0.3048.
+// The order is the order for display. Each factor has exactly the bits of the product that defines
+// the unit: a foot is 12 * 0.0254, which is not the double 0.3048.
 // clang-format off
 constexpr LengthUnit kUnits[] = {
     {u"Ångström", {u"Å", u"A"}, 1e-10},
@@ -65,10 +65,10 @@ constexpr LengthUnit kUnits[] = {
 };
 // clang-format on
 
-/// Returns the metres per unit of a name or an abbreviation.
+/// Returns the metres per \a unit, a name or an abbreviation. Returns nothing for an unknown unit.
 std::optional<double> factorOf(QStringView unit)
 {
-    // Never destroyed: destructors of static objects may read lengths.
+    // Never destroyed: destructors of static objects may convert lengths.
     static const auto &index = *new const QHash<QStringView, double>([] {
         QHash<QStringView, double> factors;
         for (const LengthUnit &known : kUnits) {
@@ -85,9 +85,10 @@ std::optional<double> factorOf(QStringView unit)
     return found == index.cend() ? std::nullopt : std::optional(*found);
 }
 
+/// A length as it is found in a text.
 struct Length {
-    QStringView number;
-    QStringView unit;
+    QStringView number; ///< empty if there is none
+    QStringView unit;   ///< empty if there is none
 };
 
 bool isDigit(QChar c)
@@ -110,7 +111,7 @@ bool isSpace(QChar c)
     return c == u' ' || (c >= u'\t' && c <= u'\r');
 }
 
-/// Returns the end of the exponent that begins at \a at, or \a at when none does.
+/// Returns the end of the exponent that begins at \a at, or \a at if there is none.
 const QChar *skipExponent(const QChar *at, const QChar *end)
 {
     if (at == end || (*at != u'e' && *at != u'E')) {
@@ -138,9 +139,9 @@ const QChar *skipUnit(const QChar *at, const QChar *end)
     return at;
 }
 
-/// Finds the first match of "([+-]?[\d.]+(?:[eE][-+]?\d+)?)\s*([\pL\pM*]+)?". No part ever has to
-/// give back what it matched, so one pass finds it. QRegularExpression reports no match for long
-/// texts and for unpaired surrogates.
+/// Finds the first match of "([+-]?[\d.]+(?:[eE][-+]?\d+)?)\s*([\pL\pM*]+)?". One pass is enough,
+/// because no part of this expression needs backtracking. QRegularExpression is not used: it finds
+/// no match in very long texts, and none in texts with unpaired surrogates.
 Length findLength(QStringView text)
 {
     const QChar *const end = text.end();
@@ -154,10 +155,10 @@ Length findLength(QStringView text)
     return {{hasSign ? digits - 1 : digits, numberEnd}, {unit, skipUnit(unit, end)}};
 }
 
-/// Finds where numbers end that are written as in one locale.
+/// Finds the end of a number that is written in the form of a locale.
 class NumberSyntax {
 public:
-    /// Expects texts in which each run of white space is one plain space.
+    /// The functions expect texts in which each sequence of white space is one U+0020.
     explicit NumberSyntax(const QLocale &locale)
         : mPoint(locale.decimalPoint())
         , mGroup(locale.groupSeparator())
@@ -173,8 +174,8 @@ public:
         return digitSize(text) > 0 || sizeOf(mPoint, text) > 0;
     }
 
-    /// Returns the size of \a text up to the end of its first number. What stands in front of the
-    /// first digit is included: QLocale decides whether it is a sign.
+    /// Returns the size of \a text up to the end of its first number. Text in front of the number
+    /// is included, because QLocale decides whether it is a sign.
     qsizetype numberEnd(QStringView text) const
     {
         qsizetype end = 0;
@@ -188,8 +189,8 @@ public:
     }
 
 private:
-    /// Returns the size of the digit at the start of \a text, or 0. The digits of some scripts are
-    /// surrogate pairs.
+    /// Returns the size of the digit at the start of \a text, or 0. A digit of some scripts is a
+    /// surrogate pair.
     static qsizetype digitSize(QStringView text)
     {
         if (text.size() > 1 && text[0].isHighSurrogate() && text[1].isLowSurrogate()) {
@@ -204,8 +205,9 @@ private:
         return text.startsWith(part, Qt::CaseInsensitive) ? part.size() : 0;
     }
 
-    /// Returns the size of the digit, the separator or the exponent at the start of \a text, or 0.
-    /// A group separator and an exponent count only with the digit after them.
+    /// Returns the size of the next part of a number at the start of \a text, or 0. A part is a
+    /// digit, a decimal point, a group separator with the digit after it, or the start of an
+    /// exponent with its first digit.
     qsizetype partSize(QStringView text) const
     {
         if (startsNumber(text)) {
@@ -231,7 +233,8 @@ private:
     QString mExponential;
 };
 
-/// Returns the longest name or abbreviation at the start of \a text; empty for none.
+/// Returns the longest name or abbreviation of a unit at the start of \a text. Empty if there is
+/// none.
 QStringView unitAtStart(QStringView text)
 {
     static constexpr qsizetype kLongest = std::max_element(
@@ -245,7 +248,7 @@ QStringView unitAtStart(QStringView text)
     return unit;
 }
 
-/// Returns \a text without its first \a size units and a space after them.
+/// Returns \a text without its first \a size code units, and without one space after them.
 QStringView after(QStringView text, qsizetype size)
 {
     const QStringView rest = text.sliced(size);
@@ -290,7 +293,7 @@ double stringToMeter(const QString &value, const QString &defaultUnit)
     const Length length = findLength(value);
     bool isNumber = false;
     const double converted = length.number.toDouble(&isNumber);
-    const double number = isNumber ? converted : 0.0; // too large a number converts to infinity
+    const double number = isNumber ? converted : 0.0; // an overflow gives infinity and false
     std::optional<double> factor = factorOf(length.unit);
     if (!factor) {
         factor = factorOf(defaultUnit);
@@ -301,8 +304,8 @@ double stringToMeter(const QString &value, const QString &defaultUnit)
 std::optional<double> parseLength(
     const QString &text, const QString &defaultUnit, const QLocale &locale)
 {
-    // White space becomes one plain space: names of several words contain it, and QLocale accepts
-    // it where a group separator is another kind of space.
+    // Each sequence of white space becomes one U+0020. Names of units contain that space, and
+    // QLocale accepts it in place of a group separator that is another kind of space.
     const QString line = text.simplified();
     const NumberSyntax syntax(locale);
     double sum = 0;
@@ -316,7 +319,7 @@ std::optional<double> parseLength(
         if (!isNumber || !(isFirst || syntax.startsNumber(rest))) {
             return {};
         }
-        // "12 m2" is an area, not 12 m and 2 of the default unit.
+        // "12 m2" is an area. It must not be read as 12 m and 2 of the default unit.
         const bool needsUnit = !isFirst && rest.data()[-1].isLetter();
         rest = after(rest, numberEnd);
 

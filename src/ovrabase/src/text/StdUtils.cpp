@@ -53,7 +53,7 @@ void toLowerString(std::string &text)
 
 void trimString(std::string &text, const char *characters)
 {
-    // A table, because find_first_not_of() searches the whole set for each byte.
+    // A table, because std::string::find_first_not_of() searches the whole set for each byte.
     std::array<bool, 256> inSet{};
     for (const char c : std::string_view(characters ? characters : "")) {
         inSet[static_cast<unsigned char>(c)] = true;

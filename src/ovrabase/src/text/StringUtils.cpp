@@ -13,11 +13,11 @@
 namespace Vyn::OvraBase::StringUtils {
 namespace {
 
-// Callers compare option names with these words.
+// Callers recognise errors by these texts.
 constexpr std::string_view kInvalidSyntax = "Invalid syntax";
 constexpr std::string_view kInvalidOption = "Invalid option";
 
-/// The base and the digits of "base copy digits"; null views when \a name has another form.
+/// The parts of a name of the form "base copy digits". Both are null for a name of another form.
 struct NumberedCopy {
     QStringView base;
     QStringView digits;
@@ -45,12 +45,12 @@ NumberedCopy splitCopyName(QStringView name, QStringView copyWord)
     return {base, number};
 }
 
-bool mayStandInXmlName(QChar c)
+bool isXmlNameCharacter(QChar c)
 {
     return isAsciiLetterOrDigit(c) || c == u'-' || c == u'_' || c == u'.';
 }
 
-bool mayBeginXmlName(QChar c)
+bool isXmlNameStart(QChar c)
 {
     return isAsciiLetter(c) || c == u'_';
 }
@@ -75,12 +75,12 @@ QString makeValidXMLTag(const QString &text)
 {
     QString kept;
     kept.reserve(text.size());
-    std::copy_if(text.begin(), text.end(), std::back_inserter(kept), mayStandInXmlName);
+    std::copy_if(text.begin(), text.end(), std::back_inserter(kept), isXmlNameCharacter);
 
     QStringView name = kept;
     for (qsizetype before = -1; before != name.size();) {
         before = name.size();
-        name = QStringView(std::find_if(name.begin(), name.end(), mayBeginXmlName), name.end());
+        name = QStringView(std::find_if(name.begin(), name.end(), isXmlNameStart), name.end());
         if (name.startsWith(u"xml", Qt::CaseInsensitive)) {
             name = name.sliced(3);
         }
@@ -106,7 +106,7 @@ std::pair<std::string, std::vector<std::pair<std::string, std::string>>> parseIn
         } else {
             pairs.emplace_back(name, segment.substr(std::min(space + 1, segment.size())));
         }
-        // The character in front of the option is a separator, whatever it is.
+        // Any character in front of "--" counts as the separator.
         rest = rest.substr(0, position == 0 ? 0 : position - 1);
     }
     return {std::string(rest), std::move(pairs)};

@@ -12,49 +12,52 @@
 #include <optional>
 
 /// \file
-/// Lengths that users see and type: 38 units, each with a name, one to four abbreviations and its
-/// size in metres.
+/// Conversion of lengths between metres and 38 units, for display and input. A unit has a name and
+/// one to four abbreviations.
 ///
-/// Names and abbreviations are compared exactly, case included. All functions may be called from
-/// any thread.
+/// Names and abbreviations are case-sensitive. All functions are thread-safe.
 namespace Vyn::OvraBase {
 
-/// Returns the names of all units, in the order in which users see them.
+/// Returns the names of all units, in the order for display.
 OVRABASE_EXPORT QList<QString> availableLengthUnits();
 
-/// Returns the abbreviations of the unit that is named \a unitName; none for an unknown name, and
-/// an abbreviation is not a name.
+/// Returns the abbreviations of the unit with the name \a unitName. Returns an empty list for an
+/// unknown name; an abbreviation is not a name.
 OVRABASE_EXPORT QList<QString> abbrevations(const QString &unitName);
 
-/// Returns \a meters in \a unit, a name or an abbreviation; 0 for an unknown unit.
+/// Converts \a meters to \a unit, a name or an abbreviation. Returns 0 for an unknown unit.
 OVRABASE_EXPORT double fromMeter(double meters, const QString &unit);
 
-/// Returns the first length in \a value, such as "12.5 cm", in metres.
+/// Finds the first length in \a value, for example "12.5 cm", and returns it in metres.
 ///
-/// A length is a number in digits with a point, perhaps a sign and an exponent, then perhaps a unit
-/// that is made of letters, after spaces or not. Text around it is ignored. An unknown or missing
-/// unit counts as \a defaultUnit (a name or an abbreviation), metres when that is unknown too.
-/// Without a number, and with one that a double cannot hold, the length is 0.
+/// A length is a number, optional white space and an optional unit. The number has digits, a
+/// decimal point, an optional sign and an optional exponent. The unit consists of letters, so that
+/// signs such as " are not units here. Text before and after the length is ignored. If the unit is
+/// missing or unknown, \a defaultUnit (a name or an abbreviation) takes its place, and metres if
+/// that is unknown, too.
+///
+/// Returns 0 if there is no number, or if the first one is malformed ("1.2.3") or out of the range
+/// of double.
 OVRABASE_EXPORT double stringToMeter(const QString &value, const QString &defaultUnit);
 
-/// Returns the length that \a text is, such as "12.5 cm" or "3 ft 6 in", in metres, and nothing for
-/// a text that is not a length. Meant for input fields; stringToMeter() picks a length out of a
-/// text.
+/// Parses the whole of \a text as a length, for example "12.5 cm" or "3 ft 6 in", and returns it in
+/// metres. Returns nothing if \a text is not a length. Meant for input fields; stringToMeter()
+/// finds a length within other text. Takes linear time.
 ///
-/// The text is one or more terms, which are added. A term is a number and a unit: any name or
-/// abbreviation, the signs and the names of several words included. The last term may lack its
-/// unit, which is then \a defaultUnit, a name or an abbreviation: "5' 7" is 5 feet and 7 of the
-/// default unit. White space between the parts is optional, except that a number without a unit
-/// does not follow a letter: "12 m2" is nothing.
+/// The text consists of one or more terms, whose lengths are added. A term is a number and a unit.
+/// The unit is any name or abbreviation; it may contain spaces, and signs such as ' and ". In the
+/// last term, the unit may be missing. \a defaultUnit, a name or an abbreviation, then takes its
+/// place: "5' 7" is 5 feet and 7 of the default unit. White space between numbers and units is
+/// optional. But a number without a unit must not follow a letter: "12 m2" is not a length.
 ///
-/// Numbers are those that QLocale::toDouble() of \a locale accepts, group separators and exponents
-/// included. Any white space separates groups in a locale that uses a space for that. So
-/// "1 234,5 m" is one number in French, and "12,5 cm" is nothing in the "C" locale. A sign is
-/// allowed in front of the first number only; it holds for the sum: "-3 ft 6 in" is -42 inches.
+/// A number has the form that QLocale::toDouble() of \a locale accepts, with optional group
+/// separators and an optional exponent. In a locale whose group separator is a space, any white
+/// space is one. So "1 234,5 m" is one number in a French locale, and "12,5 cm" is not a length in
+/// the "C" locale. Only the first number may have a sign, which applies to the sum: "-3 ft 6 in" is
+/// -42 inches.
 ///
-/// The answer is also nothing for an empty text, for a number without a unit when \a defaultUnit is
-/// unknown, for a number or a sum that a double cannot hold, and for "inf" and "nan". Takes linear
-/// time.
+/// Returns nothing also for an empty text, for "inf" and "nan", for a number or a sum out of the
+/// range of double, and for a number without a unit if \a defaultUnit is unknown.
 OVRABASE_EXPORT std::optional<double> parseLength(
     const QString &text, const QString &defaultUnit, const QLocale &locale = QLocale::c());
 

@@ -9,28 +9,29 @@
 #include <string>
 
 /// \file
-/// Helpers for code that does not use the string classes of Qt. Text is processed byte by byte. All
-/// functions may be called from any thread.
+/// Functions on std::string, for code that does not use Qt. They process text byte by byte. All are
+/// thread-safe.
 namespace Vyn::OvraBase::StdUtils {
 
-/// Returns \a value with six digits after the decimal point, without an exponent. The decimal point
-/// is a point under every global locale.
+/// Returns \a value with six digits after the decimal point, and without an exponent. The decimal
+/// point is "." whatever the global locale is.
 OVRABASE_EXPORT std::string floatToString(float value);
 
-/// Returns \a text with each "{{key}}" replaced by the value of its key, or by nothing if
-/// \a substitutions does not contain the key.
+/// Returns \a text with each "{{key}}" replaced by the value of the key in \a substitutions. An
+/// unknown key is replaced by an empty text.
 ///
-/// A key is all of the text between the braces, spaces included. Values are not searched again.
-/// Opening braces that are never closed stay as they are.
+/// A key is the whole text between the braces, with its spaces. Keys within values are not
+/// replaced.
+/// "{{" without "}}" after it stays unchanged.
 OVRABASE_EXPORT std::string substituteInString(
     const std::string &text, const std::map<std::string, std::string> &substitutions);
 
-/// Makes each byte of \a text lower case by the rules of the C library's locale: ASCII letters in
-/// the "C" locale.
+/// Converts each byte of \a text to lower case with std::tolower(). In the "C" locale, this changes
+/// ASCII letters only.
 OVRABASE_EXPORT void toLowerString(std::string &text);
 
-/// Removes the bytes that occur in the zero-terminated \a characters from both ends of \a text.
-/// Null means no bytes.
+/// Removes all bytes that occur in \a characters from both ends of \a text. \a characters is
+/// zero-terminated. Null counts as an empty set.
 OVRABASE_EXPORT void trimString(std::string &text, const char *characters);
 
 } // namespace Vyn::OvraBase::StdUtils
