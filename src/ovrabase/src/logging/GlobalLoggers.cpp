@@ -20,13 +20,13 @@ namespace {
 
 constexpr std::size_t kLoggerCount = 10;
 
-// Plain data, so that it is there before the first static constructor and after the last
-// destructor.
+// These have no constructor and no destructor, so that they can be used before the first static
+// constructor and after the last static destructor.
 constinit int sCounter = 0;
 constinit std::vector<Logger> *sLoggers = nullptr;
 
-/// The makers' log back-end is closed and not part of this build: this states what it is started
-/// with and starts nothing.
+/// Stands for the initialisation of another logging library, which is not part of this build. Does
+/// nothing. The call below documents the arguments.
 void initLogBackend([[maybe_unused]] const std::string &first,
     [[maybe_unused]] spdlog::level::level_enum level, [[maybe_unused]] bool second,
     [[maybe_unused]] bool third, [[maybe_unused]] int format,
@@ -34,12 +34,13 @@ void initLogBackend([[maybe_unused]] const std::string &first,
 {
 }
 
-/// Appends a new sink to spdlog's default logger, which an application may have taken away.
-void bridgeSpdlog()
+/// Adds a new LomaSink to spdlog's default logger.
+void addSinkToSpdlog()
 {
     os::pinThisModule();
-    static auto &sink = *new spdlog::sink_ptr; // services log until the very end
+    static auto &sink = *new spdlog::sink_ptr; // never destroyed: static destructors log, too
     sink = makeLomaSink();
+    // An application may have set the default logger to null.
     if (const auto spdlogDefault = spdlog::default_logger()) {
         spdlogDefault->sinks().push_back(sink);
     }
@@ -108,7 +109,7 @@ void bindLoggers()
     bindLogger(Support, QStringLiteral("Support: "));
     bindLogger(Debug, QStringLiteral("Debug: "));
     initLogBackend("", spdlog::level::warn, false, false, 0, "");
-    bridgeSpdlog();
+    addSinkToSpdlog();
 }
 
 } // namespace Vyn::OvraBase

@@ -9,14 +9,14 @@
 namespace Vyn::Detail {
 namespace {
 
-constexpr std::size_t kNowhere = std::string_view::npos;
+constexpr std::size_t kNotFound = std::string_view::npos;
 constexpr std::string_view kAbiTag = "[abi:";
 constexpr std::string_view kOperator = "operator";
 constexpr std::string_view kLambda = "<lambda("; // GCC: "f()::<lambda(int)>"
 
 bool isOneOf(char c, std::string_view characters)
 {
-    return characters.find(c) != kNowhere;
+    return characters.find(c) != kNotFound;
 }
 
 bool isWordPart(char c)
@@ -30,7 +30,8 @@ bool endsWithWord(std::string_view text, std::string_view word)
            (text.size() == word.size() || !isWordPart(text[text.size() - word.size() - 1]));
 }
 
-/// Returns the end of the literal that begins at \a at. An apostrophe may be one in a file's name.
+/// Returns the end of the string or character literal that begins at \a at. An apostrophe without a
+/// second one nearby is not a literal but part of a file name; its end is then \a at + 1.
 std::size_t afterLiteral(std::string_view text, std::size_t at)
 {
     constexpr std::size_t kLongestCharacter = 12; // '\U0001F600'
@@ -47,7 +48,7 @@ std::size_t afterLiteral(std::string_view text, std::size_t at)
     return isString ? text.size() : at + 1;
 }
 
-/// Returns the end of the group whose bracket opens at \a at.
+/// Returns the position after the bracket that closes the one at \a at.
 std::size_t afterGroup(std::string_view text, std::size_t at)
 {
     int depth = 0;
@@ -67,7 +68,8 @@ std::size_t afterGroup(std::string_view text, std::size_t at)
     return at;
 }
 
-/// Returns the end of the symbol of an operator that begins at \a at, which may hold "<" and ">".
+/// Returns the end of the operator symbol that begins at \a at, if the symbol contains "<" or ">".
+/// Otherwise returns \a at.
 std::size_t afterSymbol(std::string_view text, std::size_t at)
 {
     for (const std::string_view symbol :
@@ -79,12 +81,12 @@ std::size_t afterSymbol(std::string_view text, std::size_t at)
     return at;
 }
 
-/// Returns where the name begins: behind the last space, "*" or "&" in front of the parameters, or
-/// of the keyword of an operator.
+/// Returns the begin of the qualified name: the position after the last space, "*" or "&" in front
+/// of the parameters or of the keyword "operator".
 std::size_t beginOfName(std::string_view text)
 {
     std::size_t begin = 0;
-    int templates = 0;
+    int templates = 0; // the number of open "<"
     for (std::size_t i = 0; i < text.size();) {
         const char c = text[i];
         const std::string_view before = text.substr(0, i);
@@ -105,7 +107,7 @@ std::size_t beginOfName(std::string_view text)
             i = afterGroup(text, i);
             continue;
         } else if (c == '(') {
-            // A scope without a name: "(anonymous namespace)::f()".
+            // These parentheses are part of a name: "(anonymous namespace)::f()".
             const bool isScope = i == 0 || before.ends_with(':') ||
                                  text.substr(i).starts_with("(anonymous") ||
                                  text.substr(i).starts_with("(unnamed");
@@ -117,7 +119,7 @@ std::size_t beginOfName(std::string_view text)
             if (!isOneOf(before.back(), " *&(")) {
                 break;
             }
-            begin = i + 1; // "int (* f(char))(long)": the name stands inside the type
+            begin = i + 1; // "int (* f(char))(long)": the name is inside the type
         } else if (c == kOperator.front() && text.substr(i).starts_with(kOperator) &&
                    (i == 0 || !isWordPart(before.back()))) {
             const std::size_t symbol = i + kOperator.size();
@@ -134,17 +136,17 @@ std::size_t beginOfName(std::string_view text)
     return begin;
 }
 
-/// Returns where the name that begins at \a begin ends: before the parameters of the last function
-/// that is called \a function, or behind the last lambda.
+/// Returns the end of the qualified name that begins at \a begin: the position of the parameters of
+/// the last function with the name \a function, or the end of the last lambda.
 std::size_t endOfName(std::string_view text, std::size_t begin, std::string_view function)
 {
-    std::size_t end = kNowhere;
+    std::size_t end = kNotFound;
     std::size_t lastParameters = text.size();
     for (std::size_t i = begin; i < text.size();) {
         const char c = text[i];
         const std::string_view before = text.substr(begin, i - begin);
         if (isOneOf(c, ")]}")) {
-            break; // of the type that the name stands in
+            break; // closes a bracket of the type that is around the name
         }
         if (isOneOf(c, "\"'")) {
             i = afterLiteral(text, i);
@@ -163,8 +165,9 @@ std::size_t endOfName(std::string_view text, std::size_t begin, std::string_view
             ++i;
         }
     }
-    // A conversion to a template parameter is not called as the text spells it.
-    return end == kNowhere ? lastParameters : end;
+    // The loop does not find a conversion to a template parameter: its name has the parameter in
+    // one of the two texts, and the argument in the other.
+    return end == kNotFound ? lastParameters : end;
 }
 
 } // namespace
@@ -172,7 +175,7 @@ std::size_t endOfName(std::string_view text, std::size_t begin, std::string_view
 std::string_view qualifiedNameOf(std::string_view signature, std::string_view function)
 {
     if (function.empty() || function == signature) {
-        return signature; // outside of functions, or qualified already
+        return signature; // outside of a function, or the compiler gave a qualified name
     }
     const std::size_t begin = beginOfName(signature);
     return signature.substr(begin, endOfName(signature, begin, function) - begin);
@@ -183,7 +186,7 @@ LogContext::LogContext(
     : mText(new std::string(place.substr(place.find_last_of("/\\") + 1)))
 {
     std::string_view rest = qualifiedNameOf(signature, function);
-    for (std::size_t tag = rest.find(kAbiTag); tag != kNowhere; tag = rest.find(kAbiTag)) {
+    for (std::size_t tag = rest.find(kAbiTag); tag != kNotFound; tag = rest.find(kAbiTag)) {
         mText->append(rest.substr(0, tag));
         rest.remove_prefix(std::min(rest.find(']', tag), rest.size() - 1) + 1);
     }
@@ -193,9 +196,10 @@ LogContext::LogContext(
 std::string LogContext::text() const
 {
     std::string text;
-    // A logger puts a prefix in front of it, or takes the room for a message that is dropped.
-    constexpr std::size_t kRoom = 128;
-    text.reserve(mText->size() + kRoom);
+    // Room that the caller uses: a bound logger inserts a prefix, and a logger without a delegate
+    // uses the string as the buffer of a message that it drops.
+    constexpr std::size_t kExtraCapacity = 128;
+    text.reserve(mText->size() + kExtraCapacity);
     text.append(*mText);
     return text;
 }

@@ -13,7 +13,8 @@
 namespace Vyn::Core::Log {
 namespace {
 
-/// The delegate of a bound logger. A plain pointer, so that the copy in each message is free.
+/// The delegate of a bound logger. It contains only a pointer, because each message makes a copy of
+/// it: std::function copies a pointer without an allocation.
 struct BoundDelegate {
     const std::string *prefix;
 
@@ -27,10 +28,10 @@ struct BoundDelegate {
     }
 };
 
-/// Returns the one copy of \a prefix that lives as long as the process.
-const std::string *keep(const QString &prefix)
+/// Returns a copy of \a prefix that is never destroyed. Equal prefixes share one copy.
+const std::string *permanentCopy(const QString &prefix)
 {
-    // Loggers may be bound until the last static is destroyed.
+    // Never destroyed: static destructors may bind loggers.
     static auto &mutex = *new QMutex;
     static auto &prefixes = *new std::set<std::string>;
     const QMutexLocker lock(&mutex);
@@ -43,7 +44,8 @@ LogDelegate::~LogDelegate() = default;
 
 LogManager *LogManager::instance()
 {
-    // Other modules log until their last static destructor: the manager is closed, not destroyed.
+    // The manager is closed at process exit and never destroyed, because static destructors log,
+    // too.
     static LogManager &manager = *new LogManager;
     static const auto closer = qScopeGuard([] { manager.close(); });
     return &manager;
@@ -54,23 +56,26 @@ void LogManager::log(int level, const QString &context, const QString &message)
     take({level, context, message, nullptr}, false);
 }
 
-/// Queues or delivers \a record; true if a delegate has had it on return.
+/// Delivers \a record, or queues it if this is called inside LogDelegate::log(). Returns true if it
+/// was delivered to at least one delegate.
 bool LogManager::take(LogRecord record, bool isQtMessage) noexcept
 {
     if (mClosed) {
         return false;
     }
     try {
-        // Destroyed after the lock: the destructor of a delegate may wait for a thread that logs.
-        QList<std::shared_ptr<LogDelegate>> ended;
+        // Destroyed after the mutex is unlocked: the destructor of a delegate may wait for a thread
+        // that logs.
+        QList<std::shared_ptr<LogDelegate>> unregistered;
         const QMutexLocker lock(&mMutex);
         if (mBeingDelivered) {
-            queue(std::move(record), isQtMessage); // the loop below us delivers it
+            // This call comes from a delegate. The loop of the outer call delivers the record.
+            queue(std::move(record), isQtMessage);
             return false;
         }
         const auto finished = qScopeGuard([&] {
             mBeingDelivered = nullptr;
-            ended.swap(mEnded);
+            unregistered.swap(mUnregistered);
         });
         const bool delivered = deliver(record);
         while (!mQueue.isEmpty()) {
@@ -78,20 +83,20 @@ bool LogManager::take(LogRecord record, bool isQtMessage) noexcept
         }
         return delivered;
     } catch (...) {
-        return false; // Out of memory: the record is lost, the caller is not.
+        return false; // Out of memory. A log call never throws, so that the record is lost.
     }
 }
 
 void LogManager::queue(LogRecord record, bool isQtMessage)
 {
-    // A delegate that causes a Qt message for every record would otherwise never end.
+    // Without a limit, a delegate that causes a Qt message for every record would never return.
     constexpr int kLongestChain = 100;
-    record.chain = mBeingDelivered->chain;
+    record.chainLength = mBeingDelivered->chainLength;
     if (isQtMessage) {
-        if (!record.chain) {
-            record.chain = std::make_shared<int>(0);
+        if (!record.chainLength) {
+            record.chainLength = std::make_shared<int>(0);
         }
-        const int number = ++*record.chain;
+        const int number = ++*record.chainLength;
         if (number > kLongestChain + 1) {
             return;
         }
@@ -118,7 +123,7 @@ bool LogManager::deliver(const LogRecord &record)
             registration.delegate->log(
                 record.level, QString(record.context), QString(record.message));
         } catch (...) {
-            // The others are served all the same.
+            // The other delegates receive the record all the same.
         }
     }
     return !registrations.isEmpty();
@@ -139,7 +144,7 @@ void LogManager::remove(std::shared_ptr<LogDelegate> delegate)
         mRegistrations.removeIf(
             [&delegate](const Registration &entry) { return entry.delegate == delegate; });
         if (mBeingDelivered) {
-            mEnded.append(std::move(delegate));
+            mUnregistered.append(std::move(delegate));
         }
     }
 }
@@ -147,10 +152,11 @@ void LogManager::remove(std::shared_ptr<LogDelegate> delegate)
 void LogManager::close() noexcept
 {
     mClosed = true;
-    QList<Registration> registrations; // destroyed without the lock, as in take()
-    // A thread that delivers may be stuck, or dead: Windows ends the others before it comes here.
-    constexpr int kPatience = 100; // ms
-    if (mMutex.tryLock(kPatience)) {
+    QList<Registration> registrations; // destroyed after the mutex is unlocked, as in take()
+    // Another thread may hold the mutex and never unlock it: it may be blocked, and Windows ends
+    // all other threads before it destroys statics.
+    constexpr int kTimeout = 100; // ms
+    if (mMutex.tryLock(kTimeout)) {
         mQueue.clear();
         registrations.swap(mRegistrations);
         mMutex.unlock();
@@ -174,7 +180,7 @@ ScopedPushLogDelegate::~ScopedPushLogDelegate()
 
 void bindLogger(Vyn::Logger &logger, const QString &prefix)
 {
-    logger.setDelegate(BoundDelegate{keep(prefix)});
+    logger.setDelegate(BoundDelegate{permanentCopy(prefix)});
 }
 
 } // namespace Vyn::Core::Log

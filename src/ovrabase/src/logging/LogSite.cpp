@@ -13,7 +13,8 @@ void logAt(std::string_view position, LogService service, Logger::LogSeverity se
     try {
         logger(service).log(severity, std::string(position)) << message.toStdString();
     } catch (...) {
-        // Out of memory: what comes next (mostly a throw) is worth more than its record.
+        // Out of memory. The caller goes on, normally with a throw: that exception must not be
+        // replaced by this one.
     }
 }
 

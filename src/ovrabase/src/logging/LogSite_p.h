@@ -12,12 +12,13 @@
 #include <utility>
 
 /// \file
-/// What a place in the library that logs or fails is written with.
+/// Functions with which the library logs and fails.
 namespace Vyn::OvraBase {
 
-/// The stable name of a log site, written out in full: "File.cpp:12 qualified::function()".
-/// Log readers filter by it, so it stays when the code around it moves. Only a literal makes one.
-/// A site without such a name passes LOG_CONTEXT.
+/// The fixed name of a log site, for example "File.cpp:12 qualified::function()".
+///
+/// Log readers filter by this name. So it does not change when the code moves, and is made of a
+/// string literal only. A new site passes LOG_CONTEXT instead.
 struct LogPosition {
     template<std::size_t N>
     consteval LogPosition(const char (&literal)[N])
@@ -30,13 +31,13 @@ struct LogPosition {
     std::string_view text;
 };
 
-/// Writes \a message to the logger of \a service; \a position, a LogPosition or LOG_CONTEXT, is
-/// the context of the record.
+/// Writes \a message to the logger of \a service. \a position, a LogPosition or LOG_CONTEXT,
+/// becomes the context of the record. If memory runs out, the record is lost.
 void logAt(std::string_view position, LogService service, Logger::LogSeverity severity,
     const QString &message) noexcept;
 
-/// Logs \a message as an error on Debug at \a position, then throws an E made from it and, for
-/// input/output failures, \a subject. The only way in which the library throws.
+/// Logs \a message as an error on Debug at \a position. Then throws an E with \a message and, for
+/// an IOException, with \a subject. All exceptions of the library are thrown here.
 template<class E, class... Subject>
 [[noreturn]] void fail(std::string_view position, const QString &message, Subject &&...subject)
 {

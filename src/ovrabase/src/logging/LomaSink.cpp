@@ -60,8 +60,9 @@ protected:
     void flush_() override {}
 };
 
+/// Returns true if \a sink is a dist_sink that contains a LomaSink.
 template<class Mutex>
-bool handsOnToLomaSink(spdlog::sinks::sink *sink)
+bool distributesToLomaSink(spdlog::sinks::sink *sink)
 {
     auto *const distributor = dynamic_cast<spdlog::sinks::dist_sink<Mutex> *>(sink);
     return distributor && hasLomaSink(distributor->sinks());
@@ -77,8 +78,9 @@ spdlog::sink_ptr makeLomaSink()
 bool hasLomaSink(const std::vector<spdlog::sink_ptr> &sinks)
 {
     return std::any_of(sinks.begin(), sinks.end(), [](const spdlog::sink_ptr &sink) {
-        return dynamic_cast<LomaSink *>(sink.get()) || handsOnToLomaSink<std::mutex>(sink.get()) ||
-               handsOnToLomaSink<spdlog::details::null_mutex>(sink.get());
+        return dynamic_cast<LomaSink *>(sink.get()) ||
+               distributesToLomaSink<std::mutex>(sink.get()) ||
+               distributesToLomaSink<spdlog::details::null_mutex>(sink.get());
     });
 }
 

@@ -9,11 +9,11 @@
 
 namespace Vyn::OvraBase {
 
-/// Makes the sink that writes spdlog's records to the Debug logger, as
-/// "name [file:line function()] payload".
+/// Makes the sink that connects spdlog with the log manager ("loma"). It writes each record of
+/// spdlog to the Debug logger, as "name [file:line function()] payload".
 spdlog::sink_ptr makeLomaSink();
 
-/// True if a sink of makeLomaSink() is among \a sinks or among those that one of them hands on to.
+/// Returns true if a sink of makeLomaSink() is among \a sinks, or in a dist_sink among them.
 bool hasLomaSink(const std::vector<spdlog::sink_ptr> &sinks);
 
 } // namespace Vyn::OvraBase

@@ -12,9 +12,10 @@
 
 namespace Vyn::Core::Log {
 
-/// Turns Qt's messages into records of the manager.
+/// Sends Qt's messages to the log manager.
 class QtMessageCapture {
 public:
+    /// The Qt message handler.
     static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
     {
         const Route route = routeOf(type);
@@ -30,12 +31,13 @@ public:
         }
     }
 
-    static constinit std::atomic<int> sMask;
+    static constinit std::atomic<int> sMask; ///< see setQtMessageMask()
 
 private:
+    /// How a type of messages is sent.
     struct Route {
-        int level;
-        int bit;
+        int level; ///< of the record
+        int bit;   ///< of the mask
     };
 
     static Route routeOf(QtMsgType type)

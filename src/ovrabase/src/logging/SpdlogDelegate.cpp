@@ -39,7 +39,8 @@ void SpdlogDelegate::log(int level, const QString &context, const QString &messa
     if (hasLomaSink(mLogger->sinks())) {
         return;
     }
-    // The context is part of the text, as an asynchronous logger keeps only a pointer to a source.
+    // The context is part of the text. An asynchronous logger stores only pointers to the texts of
+    // a source_loc, and may read them after this call.
     std::string text;
     if (!context.isEmpty()) {
         text = '[' + context.toStdString() + "] ";

@@ -15,15 +15,17 @@ class LogManager;
 }
 
 /// \file
-/// The ten loggers that everybody shares. Including this file keeps them alive for as long as the
-/// statics of the including file live: logging from static constructors and destructors is safe.
+/// The ten global loggers, which all modules of the process share.
+///
+/// A source that includes this file keeps the loggers alive during the lifetime of its statics, so
+/// that its static constructors and destructors can log.
 namespace Vyn::OvraBase {
 
-/// The global loggers. bindLoggers() binds the first three; the application may bind the others.
+/// The global loggers. bindLoggers() binds the first three. The application may bind the others.
 enum LogService : int {
-    UI = 0,      ///< the application
+    UI = 0,      ///< records of the application
     Support = 1, ///< warnings of the library
-    Debug = 2,   ///< errors and notices of the library, and all that comes through spdlog
+    Debug = 2,   ///< errors and notices of the library, and the records of spdlog
     Service3,
     Service4,
     Service5,
@@ -33,8 +35,11 @@ enum LogService : int {
     Service9
 };
 
-/// Counted owner of the global loggers: the first instance makes them, the last one's end destroys
-/// them. Copies count. Not thread-safe: instances live in static storage.
+/// A counted owner of the global loggers. The first instance creates the loggers, and the last
+/// instance destroys them.
+///
+/// Each source that includes this file has one instance, see the end of the file. Not thread-safe:
+/// instances belong in static storage, which one thread initialises and destroys.
 class GlobalLoggersInstanciator {
     OVRABASE_EXPORT static std::vector<Vyn::Logger> *&table() noexcept;
 
@@ -44,37 +49,45 @@ public:
     GlobalLoggersInstanciator &operator=(const GlobalLoggersInstanciator &) = default;
     OVRABASE_EXPORT ~GlobalLoggersInstanciator();
 
-    /// Returns the number of instances.
+    /// Returns the number of instances in the process.
     OVRABASE_EXPORT static int &counter();
 
-    /// The ten loggers, null while no instance exists. Each module has a reference of its own to
-    /// the one pointer, as functions cross a library's border safely and data does not. It is there
-    /// from the first static of an including file on; logger() may be called earlier.
+    /// The ten loggers, or null if there is no instance.
+    ///
+    /// Each module has its own reference to the library's one pointer, because data is not exported
+    /// across a DLL. The reference is initialised before the other statics of a source that
+    /// includes this file. Code that runs earlier must call logger() instead.
     OVRABASE_NO_EXPORT static inline std::vector<Vyn::Logger> *&loggers = table();
 };
 
-/// Returns the logger of \a service, which must be one of the ten. Thread-safe. Outside the life
-/// of the global loggers a logger that drops everything.
+/// Returns the logger of \a service. If the global loggers do not exist (yet or any more), returns
+/// a logger that drops every message. A \a service that is not one of the ten is undefined
+/// behaviour. Thread-safe.
 OVRABASE_EXPORT const Vyn::Logger &logger(LogService service);
 
-/// Returns the log manager, made on first use.
+/// Returns the log manager. The first call creates it. Thread-safe.
 OVRABASE_EXPORT Vyn::Core::Log::LogManager *logManagerInstance();
 
-/// Binds \a logger to the log manager; the same as Vyn::Core::Log::bindLogger().
+/// Binds \a logger to the log manager. The same as Vyn::Core::Log::bindLogger().
 OVRABASE_EXPORT void bindLogger(Vyn::Logger &logger, const QString &prefix);
 
-/// Binds the global logger of \a service, for those that bindLoggers() leaves unbound.
-/// Call it at start-up, before other threads log.
+/// Binds the global logger of \a service to the log manager. Does nothing if the global loggers do
+/// not exist.
+///
+/// Meant for the loggers that bindLoggers() does not bind. Call it at start-up, before other
+/// threads log.
 OVRABASE_EXPORT void bindLogger(LogService service, const QString &prefix);
 
-/// Binds UI, Support and Debug with the prefixes "UI: ", "Support: " and "Debug: ", and brings the
-/// records of spdlog's default logger to Debug.
+/// Binds UI, Support and Debug to the log manager, with the prefixes "UI: ", "Support: " and
+/// "Debug: ". Also adds a sink to spdlog's default logger that writes its records to Debug.
 ///
-/// Call it once at start-up, before other threads log: a second call doubles spdlog's records.
+/// Call it once, at start-up, before other threads log. After a second call, each record of spdlog
+/// arrives twice.
 OVRABASE_EXPORT void bindLoggers();
 
 namespace {
+/// The instance of the including source.
 [[maybe_unused]] const GlobalLoggersInstanciator globalLoggersInstanciator;
-}
+} // namespace
 
 } // namespace Vyn::OvraBase

@@ -9,28 +9,31 @@
 #include <string_view>
 
 /// \file
-/// The place of a log call as text. Include Logger.h; LOG_CONTEXT is all that callers need.
+/// The macro LOG_CONTEXT, which names the place of a log call. Logger.h includes this file. All
+/// else in it is for the macro only.
 namespace Vyn::Detail {
 
-/// Returns the qualified name out of \a signature, the compiler's pretty text of a function:
-/// without return type, parameters, qualifiers and constraints of that function. Those of functions
-/// that it stands in are kept. \a function is its name alone; an empty one leaves the signature as
-/// it is. Takes any text, in time proportional to its length.
+/// Returns the qualified name in \a signature, the text of __PRETTY_FUNCTION__ in a function.
+///
+/// The name has neither the return type nor the parameters, qualifiers and constraints of the
+/// function. Those of an enclosing function, as for a lambda, are kept. \a function is the text of
+/// __FUNCTION__. If it is empty, the answer is all of \a signature. Accepts any text. Takes linear
+/// time.
 OVRABASE_EXPORT std::string_view qualifiedNameOf(
     std::string_view signature, std::string_view function);
 
-/// Where a log call stands. Made once for each call site, and never destroyed: static destructors
-/// log too.
+/// The text of a LOG_CONTEXT, which is composed only once for each place in the source.
 class OVRABASE_EXPORT LogContext {
 public:
-    /// \a place is "path:line "; the texts are literals of the compiler.
+    /// \a place is "path:line " with the text of __FILE__. The other two are the arguments of
+    /// qualifiedNameOf().
     LogContext(std::string_view place, std::string_view signature, std::string_view function);
 
     /// Returns "file:line qualified::function()".
     std::string text() const;
 
 private:
-    std::string *mText; // is left to the end of the process
+    std::string *mText; ///< never deleted, because static destructors log, too
 };
 
 } // namespace Vyn::Detail
@@ -38,15 +41,17 @@ private:
 #define OVRABASE_DETAIL_TEXT_OF(x) #x
 #define OVRABASE_DETAIL_TEXT(x) OVRABASE_DETAIL_TEXT_OF(x)
 #if defined(_MSC_VER) && !defined(__clang__)
-// Qualified, and without types.
+// The qualified name without types: qualifiedNameOf() has nothing to do.
 #define OVRABASE_DETAIL_FUNCTION __FUNCTION__, ""
 #else
 #define OVRABASE_DETAIL_FUNCTION __PRETTY_FUNCTION__, __FUNCTION__
 #endif
 
-/// The place of the call as a std::string: "file.cpp:12 ns::Widget::draw()", with the file's name
-/// without its folders and the function's qualified name as the compiler spells operators,
-/// templates and lambdas, but without return type, parameters and ABI tags.
+/// The place in the source as a std::string, for example "file.cpp:12 ns::Widget::draw()".
+///
+/// The text has the name of the file without its folders, the line, and the qualified name of the
+/// function without return type, parameters and ABI tags. Operators, templates and lambdas are
+/// spelled as the compiler spells them.
 #define LOG_CONTEXT                                                                                \
     ([](std::string_view ovrabasePlace, std::string_view ovrabaseSignature,                        \
          std::string_view ovrabaseFunction) {                                                      \

@@ -17,45 +17,50 @@ namespace Vyn {
 
 class Logger;
 
-/// The process-wide dispatcher of log records.
+/// The log manager, which delivers log records to the registered delegates.
 namespace Core::Log {
 
-/// A receiver of log records, registered by ScopedPushLogDelegate.
+/// Receives log records. Registered by ScopedPushLogDelegate.
 struct OVRABASE_EXPORT LogDelegate {
     virtual ~LogDelegate();
 
-    /// Takes one record; \a level is 0 (info), 1 (warning) or 2 (error). The texts are copies that
-    /// only this delegate sees.
+    /// Receives a record. \a level is 0 (info), 1 (warning) or 2 (error). The texts are copies for
+    /// this call, so that they may be moved to another thread. An exception is ignored.
     ///
-    /// Called on the thread that logged, never for two records at once. All other threads that log,
-    /// register or unregister wait meanwhile, so it must not wait for one of them: no join(), no
-    /// Qt::BlockingQueuedConnection, no event loop. It must not log through a spdlog logger that
-    /// has the library's bridge, as spdlog's default logger has it after bindLoggers(): a record
-    /// that came from spdlog would wait for its own thread, any other would come back for ever.
+    /// The manager calls this function on the thread that logged, and delivers one record at a
+    /// time. Other threads that log, register or unregister meanwhile wait until the function
+    /// returns. So it must not wait for such a thread: no join(), no Qt::BlockingQueuedConnection,
+    /// no event loop.
     ///
-    /// It may log, register and unregister: its record follows after this one. A Qt message that it
-    /// causes after installQtMessageHandler() follows as a record too. When 100 such messages have
-    /// followed from one another, a warning says so, and further ones are dropped. A fatal message
-    /// goes to standard error at once, as the process ends before its record is delivered.
+    /// The function may log, register and unregister. Its records are delivered after the current
+    /// one. After installQtMessageHandler(), so are the Qt messages that it causes. If the delivery
+    /// of a Qt message causes another one, and so on 100 times, a warning is delivered in place of
+    /// the next message, and all further ones are dropped. A fatal Qt message is written to
+    /// standard error, because the process ends before the message could be delivered.
     ///
-    /// What this function throws is dropped.
+    /// The function must not log through a spdlog logger with the library's sink. After
+    /// bindLoggers(), spdlog's default logger has that sink. During a record that came from spdlog,
+    /// the call would deadlock. During any other record, it would cause an endless sequence of
+    /// records.
     virtual void log(int level, const QString &context, const QString &message) = 0;
 };
 
-/// Hands each record to every registered delegate, in the order of arrival.
+/// Delivers each log record to all registered delegates, in the order of arrival.
 ///
-/// All calls are thread-safe, and log() throws nothing. The manager stops at process exit: later
-/// records are dropped.
+/// All functions are thread-safe, and log() throws nothing. At process exit the manager is closed,
+/// and drops all later records.
 class OVRABASE_EXPORT LogManager {
 public:
     LogManager(const LogManager &) = delete;
     LogManager &operator=(const LogManager &) = delete;
 
-    /// Returns the one manager, made on the first call. Never null.
+    /// Returns the manager. The first call creates it. Never null.
     static LogManager *instance();
 
-    /// Queues a record and, unless called from inside a delegate, delivers all that are queued.
-    /// Waits while another thread's record is being delivered.
+    /// Delivers a record. Waits while another thread delivers one.
+    ///
+    /// A record that is logged inside LogDelegate::log() is queued. It is delivered when all
+    /// delegates have received the current record.
     void log(int level, const QString &context, const QString &message);
 
 private:
@@ -65,9 +70,13 @@ private:
         int level;
         QString context;
         QString message;
-        std::shared_ptr<int> chain; ///< of what follows from a delegate's Qt message: their count
+        /// The number of Qt messages in the chain of this record. A record that a delegate causes
+        /// is in the chain of the record that is being delivered, and shares its counter. A Qt
+        /// message that a delegate causes begins a chain. Null outside of a chain.
+        std::shared_ptr<int> chainLength;
     };
 
+    /// The number tells a delegate from the same delegate registered again.
     struct Registration {
         std::shared_ptr<LogDelegate> delegate;
         quint64 number;
@@ -83,29 +92,33 @@ private:
     void remove(std::shared_ptr<LogDelegate> delegate);
     void close() noexcept;
 
-    QRecursiveMutex mMutex;
+    QRecursiveMutex mMutex; ///< guards all members below except mClosed
     QList<Registration> mRegistrations;
     quint64 mLastNumber = 0;
-    const LogRecord *mBeingDelivered = nullptr;
-    QList<LogRecord> mQueue;
-    QList<std::shared_ptr<LogDelegate>> mEnded; ///< unregistered during a record, not yet released
+    const LogRecord *mBeingDelivered = nullptr; ///< null if no record is being delivered
+    QList<LogRecord> mQueue; ///< logged by delegates during the delivery of another record
+    /// Unregistered during a delivery, and released after it.
+    QList<std::shared_ptr<LogDelegate>> mUnregistered;
     std::atomic<bool> mClosed = false;
 };
 
-/// Registers a delegate for as long as this object lives.
+/// Registers a delegate during the lifetime of this object.
 ///
-/// A delegate registered while a record is delivered is served from the next record on; one whose
-/// registration ends meanwhile is not called again. The end of one registration ends all of the
-/// same delegate. A null delegate is ignored.
+/// A delegate that is registered during the delivery of a record receives the next one. A delegate
+/// that is unregistered during a delivery is not called again. If a delegate is registered more
+/// than once, the first destructor ends all its registrations.
 ///
-/// The begin and the end wait for a record that another thread delivers: hold no lock meanwhile
-/// that a delegate takes. After the end no other thread runs the delegate. When a delegate ends a
-/// registration inside log(), the delegate of that registration is released after the queued
-/// records and without a lock, so that its destructor may wait for a thread that logs.
+/// Constructor and destructor wait while another thread delivers a record. So do not call them with
+/// a lock that a delegate takes. After the destructor, no other thread runs the delegate.
+///
+/// A registration may end inside LogDelegate::log(). Its delegate is then released after all queued
+/// records are delivered, and without a lock, so that the destructor of the delegate may wait for a
+/// thread that logs.
 class OVRABASE_EXPORT ScopedPushLogDelegate {
 public:
-    /// Begins the registration.
+    /// Registers \a delegate. Does nothing for null.
     explicit ScopedPushLogDelegate(std::shared_ptr<LogDelegate> delegate);
+    /// Ends the registration.
     virtual ~ScopedPushLogDelegate();
 
     ScopedPushLogDelegate(const ScopedPushLogDelegate &) = delete;
@@ -115,19 +128,24 @@ private:
     std::shared_ptr<LogDelegate> mDelegate;
 };
 
-/// Makes \a logger deliver to the manager: the record's context is \a prefix followed by the
-/// message's context, its level the severity (above 2 counts as 2). Text is read as UTF-8, and the
-/// prefix must be text that UTF-8 can hold. Each different prefix is kept until the process ends.
+/// Sets the delegate of \a logger to one that sends each message to the log manager.
+///
+/// The context of the record is \a prefix followed by the context of the message. The level is the
+/// severity; a severity above 2 counts as 2. Texts are decoded from UTF-8. \a prefix must not have
+/// unpaired surrogates, which UTF-8 cannot encode. Each different prefix stays in memory until the
+/// process ends. Must not run while another thread uses \a logger.
 OVRABASE_EXPORT void bindLogger(Vyn::Logger &logger, const QString &prefix);
 
-/// Sends Qt's own messages (qWarning() and the like) to the manager, as "file(line): message" with
-/// the context "Default". The handler only logs a fatal message, or prints it to standard error if
-/// no delegate can take it; Qt ends the process after it. The library is never unloaded after this.
-/// Returns the handler that was installed before. Thread-safe.
+/// Installs a Qt message handler that sends Qt's messages (qWarning() and so on) to the log
+/// manager. Returns the handler that was installed before. Thread-safe.
+///
+/// The text of a record is "file(line): message", and its context is "Default". Qt ends the process
+/// after a fatal message; the handler itself does not. A fatal message that no delegate can receive
+/// is written to standard error. The library is not unloaded from then on.
 OVRABASE_EXPORT QtMessageHandler installQtMessageHandler();
 
-/// Sets which Qt messages are sent: bit n stands for the QtMsgType of value n. At first all but
-/// debug messages (0x1e). Thread-safe.
+/// Sets the types of Qt messages that are sent to the log manager. Bit n of \a mask is for the
+/// QtMsgType with the value n. The default is 0x1e, all types except debug messages. Thread-safe.
 OVRABASE_EXPORT void setQtMessageMask(int mask);
 
 } // namespace Core::Log
