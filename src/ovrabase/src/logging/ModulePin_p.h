@@ -5,8 +5,9 @@
 
 namespace Vyn::OvraBase::os {
 
-/// Keeps this library loaded until the process ends, whoever unloads it: what it has handed to
-/// spdlog or to Qt is called by them later. Reports nothing.
+/// Keeps this library loaded until the process ends, even if its users unload it. Call it before a
+/// sink is given to spdlog or a message handler to Qt: they may call it after the users are
+/// unloaded.
 void pinThisModule();
 
 } // namespace Vyn::OvraBase::os

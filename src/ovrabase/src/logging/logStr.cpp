@@ -125,7 +125,7 @@ QString logStr(char16_t value)
 
 QString logStr(char32_t value)
 {
-    // Not as a text, which would lose its byte order mark.
+    // QString::fromUcs4() is not used: it would remove a byte order mark.
     const bool isValid = value <= QChar::LastValidCodePoint;
     const auto units = QChar::fromUcs4(isValid ? value : char32_t{QChar::ReplacementCharacter});
     return characterLiteral(QStringView(units).toString());

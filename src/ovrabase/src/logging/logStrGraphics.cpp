@@ -42,7 +42,7 @@ QString logStr(const QBrush &value)
 QString logStr(const QPalette &value)
 {
     const auto color = [&value](QPalette::ColorRole role) { return logStr(value.color(role)); };
-    // Readers of logs know the base colour in the place of the window's.
+    // "window" shows the colour of Base on purpose: log readers know this form.
     return QStringLiteral("{windowText: %1, button: %2, light: %3, dark: %4, mid: %5, text: %6, "
                           "bright_text: %7, base: %8, window: %8}")
         .arg(color(QPalette::WindowText), color(QPalette::Button), color(QPalette::Light),

@@ -54,14 +54,15 @@ QString format(const QVariant &variant)
     return logStr(variant.value<T>());
 }
 
-/// Makes a table that is never destroyed: services log until the very end.
+/// Makes a table that is never destroyed, because static destructors log, too.
 template<class... Types>
 const QHash<int, Formatter> &formattersOf()
 {
     return *new QHash<int, Formatter>{{QMetaType::fromType<Types>().id(), &format<Types>}...};
 }
 
-/// Returns how a variant of \a type is written that holds no variants itself, or null.
+/// Returns the function that formats a variant of the type \a type, or null for an unknown type.
+/// Types that contain variants are not in the table: VariantFormatter handles them.
 Formatter formatterOf(int type)
 {
     static const auto &formatters = formattersOf<bool, int, uint, qlonglong, qulonglong, double,
@@ -73,33 +74,35 @@ Formatter formatterOf(int type)
     return formatters.value(type);
 }
 
-/// What is written before and after a value of each container.
-QString before(QVariantList::const_iterator /*value*/)
+/// Returns the text before a value of a list, a map and a hash.
+QString textBefore(QVariantList::const_iterator /*value*/)
 {
     return {};
 }
-QString before(QVariantMap::const_iterator value)
+QString textBefore(QVariantMap::const_iterator value)
 {
     return u'(' + logStr(value.key()) + QStringLiteral(", ");
 }
-QString before(QVariantHash::const_iterator value)
+QString textBefore(QVariantHash::const_iterator value)
 {
     return value.key() + QStringLiteral(": ");
 }
+/// True if each entry of the container is in parentheses.
 template<class Container>
 constexpr bool isParenthesised = std::is_same_v<Container, QVariantMap>;
+/// True if the container is in braces, false if it is in brackets.
 template<class Container>
 constexpr bool isBraced = std::is_same_v<Container, QVariantHash>;
 
-/// Writes a variant and those that are nested in it. The containers that are open are kept on the
-/// heap, as a thread's stack may be too small for a function that calls itself for each.
-class Writer {
+/// Formats a variant and the variants that are nested in it. Not recursive: the stack of a thread
+/// may be too small for one call per level. The open containers are on the heap instead.
+class VariantFormatter {
 public:
-    QString written(const QVariant &value)
+    QString format(const QVariant &value)
     {
         write(value);
         while (!mOpen.empty()) {
-            std::visit([this](auto &container) { goOn(container); }, mOpen.back());
+            std::visit([this](auto &container) { writeNext(container); }, mOpen.back());
         }
         return std::move(mText);
     }
@@ -107,6 +110,7 @@ public:
 private:
     static constexpr std::size_t kMaxDepth = 1000;
 
+    /// A container whose entries are being written.
     template<class Container>
     struct Open {
         typename Container::const_iterator next;
@@ -114,6 +118,7 @@ private:
         bool isFirst = true;
     };
 
+    /// Writes \a value. Of a container, writes only what comes before its first entry.
     void write(const QVariant &value)
     {
         switch (const int type = value.typeId(); type) {
@@ -148,9 +153,10 @@ private:
         mOpen.push_back(Open<Container>{values.cbegin(), values.cend()});
     }
 
-    /// Writes what follows in \a container, which may open another one and so move this one.
+    /// Writes the next entry of \a container, or its end. The last statement may open another
+    /// container, which moves the elements of mOpen: \a container is then invalid.
     template<class Container>
-    void goOn(Open<Container> &container)
+    void writeNext(Open<Container> &container)
     {
         const bool isFirst = std::exchange(container.isFirst, false);
         if (isParenthesised<Container> && !isFirst) {
@@ -166,7 +172,7 @@ private:
             mText += QStringLiteral(", ");
         }
         const auto value = container.next++;
-        mText += before(value);
+        mText += textBefore(value);
         write(*value);
     }
 
@@ -193,7 +199,7 @@ QString namedVariants(const Container &values)
 
 QString logStr(const QVariant &value)
 {
-    return Writer().written(value);
+    return VariantFormatter().format(value);
 }
 
 QString logStr(const QHash<QString, QVariant> &value)

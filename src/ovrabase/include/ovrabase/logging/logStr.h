@@ -66,21 +66,21 @@ class QVector4D;
 QT_END_NAMESPACE
 
 /// \file
-/// logStr() shows a value in a log message, in a short text that never changes: tools read it.
+/// logStr() returns the short text for a value in a log message. The form of the text does not
+/// change between releases, because tools read it.
 ///
-/// An overload takes its type and nothing that merely converts to it: a pointer is no bool and an
-/// enumeration no number, the call does not compile. All functions may be called from any thread
-/// but for the one of QCursor (in a variant, too), and none fails.
+/// An overload accepts its own type only. A type that merely converts to it, for example a pointer
+/// to bool or an enumeration to int, is a compile error. All functions are thread-safe, except the
+/// one for QCursor, and the one for QVariant with a QCursor in it. None fails.
 ///
-/// A type of your own joins in with a function `QString logStr(const Type &)` in its own namespace.
-/// The containers below then have a logStr() too, as long as all of what they hold has one. Types
-/// of the standard library that are not listed here are written out by the caller: they have no
-/// form, and their namespace takes no functions of yours.
+/// For a type of your own, define `QString logStr(const Type &)` in the namespace of the type. The
+/// containers below then accept the type as well. For a type of the standard library that is not
+/// listed here, write the text yourself: a program must not add functions to the namespace std.
 namespace Vyn {
 
-/// \name Text, as a literal: quoted and escaped by StringUtils::asStringLiteral()
-/// Bytes are read as UTF-8. Pointers are to zero-terminated text; null gives "<null string>". A
-/// path keeps the separators that it has.
+/// \name Text: a literal that StringUtils::asStringLiteral() quotes and escapes
+/// Bytes are decoded from UTF-8. A pointer is to zero-terminated text; null gives "<null string>".
+/// The separators of a path are unchanged.
 /// \{
 OVRABASE_EXPORT QString logStr(const QString &value);
 OVRABASE_EXPORT QString logStr(QStringView value);
@@ -98,8 +98,8 @@ OVRABASE_EXPORT QString logStr(const char32_t *value);
 OVRABASE_EXPORT QString logStr(const wchar_t *value);
 /// \}
 
-/// \name One character, as a literal in single quotes
-/// A byte is read as UTF-8.
+/// \name Characters: a literal in single quotes
+/// A byte is decoded from UTF-8.
 /// \{
 OVRABASE_EXPORT QString logStr(char value);
 OVRABASE_EXPORT QString logStr(unsigned char value);
@@ -109,23 +109,25 @@ OVRABASE_EXPORT QString logStr(char32_t value);
 OVRABASE_EXPORT QString logStr(wchar_t value);
 /// \}
 
-/// \name Truth and numbers
-/// A float shows up to 8 digits, a double up to 6.
+/// \name Booleans and floating-point numbers
+/// "true" or "false". A float has up to 8 significant digits, and a double up to 6.
 /// \{
 OVRABASE_EXPORT QString logStr(bool value);
 OVRABASE_EXPORT QString logStr(float value);
 OVRABASE_EXPORT QString logStr(double value);
 /// \}
 
-/// \name Bytes and bits: percent-encoded; "[0110]"
+/// \name Bytes and bits
+/// Bytes are percent-encoded. Bits are in brackets, the bit with the index 0 first: "[0110]".
 /// \{
 OVRABASE_EXPORT QString logStr(const QByteArray &value);
 OVRABASE_EXPORT QString logStr(const QBitArray &value);
 /// \}
 
-/// \name Names, dates and expressions
-/// "2024-02-29", "23:59:58.007", both with a space between; "/pattern/ims" with a letter per
-/// option; the others as their class writes them.
+/// \name Dates, locales, identifiers and regular expressions
+/// A date is "2024-02-29", a time "23:59:58.007", and a date with time has both with a space
+/// between them. A locale is its name. A URL and a UUID are their toString(). A regular expression
+/// is in slashes, with a letter for each option: "/pattern/ims".
 /// \{
 OVRABASE_EXPORT QString logStr(const QDate &value);
 OVRABASE_EXPORT QString logStr(const QTime &value);
@@ -137,15 +139,17 @@ OVRABASE_EXPORT QString logStr(const QRegularExpression &value);
 /// \}
 
 /// \name Model indexes
-/// "()" for an invalid one, "(row, column)", below the top "(row, column, depth=ancestors)".
+/// An invalid index is "()". A top-level index is "(row, column)". Any other index is
+/// "(row, column, depth=n)", where n is the number of its ancestors.
 /// \{
 OVRABASE_EXPORT QString logStr(const QModelIndex &value);
 OVRABASE_EXPORT QString logStr(const QPersistentModelIndex &value);
 /// \}
 
 /// \name Geometry
-/// Points "(x,y)", sizes "wxh", rectangles "(xxy)wh(wxh)", lines "(x,y)--(x,y)". A polygon and the
-/// spline of an easing curve join their points by "--", a region its rectangles by " U ".
+/// A point is "(1,2)", a size "3x4", a rectangle "(1x2)wh(3x4)" and a line "(1,2)--(3,4)". A
+/// polygon is its points, joined by "--", and an easing curve the points of its spline. A region is
+/// its rectangles, joined by " U ".
 /// \{
 OVRABASE_EXPORT QString logStr(const QPoint &value);
 OVRABASE_EXPORT QString logStr(const QPointF &value);
@@ -162,8 +166,8 @@ OVRABASE_EXPORT QString logStr(const QEasingCurve &value);
 /// \}
 
 /// \name Vectors and matrices
-/// Vectors "(x,y)", a quaternion "1 + 2i + 3j + 4k", matrices row by row in brackets. A transform
-/// shows its transpose, and says so by "^t" at the end.
+/// A vector is "(1,2,3)", and a quaternion "1 + 2i + 3j + 4k". A matrix is its rows, each in
+/// brackets, in brackets. A QTransform is its transpose, with "^t" at the end.
 /// \{
 OVRABASE_EXPORT QString logStr(const QVector2D &value);
 OVRABASE_EXPORT QString logStr(const QVector3D &value);
@@ -173,9 +177,10 @@ OVRABASE_EXPORT QString logStr(const QMatrix4x4 &value);
 OVRABASE_EXPORT QString logStr(const QTransform &value);
 /// \}
 
-/// \name Colours and looks
-/// "#rrggbb", or "invalid". A palette shows the colour of its Base role in the place of Window too.
-/// An icon gives its theme name, without one its sizes.
+/// \name Colours, fonts, icons and key sequences
+/// A colour is "#rrggbb", or "invalid". A brush is its colour. A palette is a list of the colours
+/// of its roles; its "window" has the colour of Base, not of Window. An icon is its theme name, or
+/// else a list of its sizes. A font and a key sequence are their toString().
 /// \{
 OVRABASE_EXPORT QString logStr(const QColor &value);
 OVRABASE_EXPORT QString logStr(const QBrush &value);
@@ -185,52 +190,59 @@ OVRABASE_EXPORT QString logStr(const QIcon &value);
 OVRABASE_EXPORT QString logStr(const QKeySequence &value);
 /// \}
 
-/// \name Images: "640x480:32bpp"
-/// Null ones give "<null image>", "<null bitmap>" and, for a pixmap, "null".
+/// \name Images: the size and the bits per pixel, "640x480:32bpp"
+/// A null QImage is "<null image>", a null QBitmap "<null bitmap>", and a null QPixmap "null".
 /// \{
 OVRABASE_EXPORT QString logStr(const QImage &value);
 OVRABASE_EXPORT QString logStr(const QBitmap &value);
 OVRABASE_EXPORT QString logStr(const QPixmap &value);
-/// Shows the bitmap of the cursor and where the mouse pointer is now. For the GUI thread only.
+/// Returns the text of the cursor's bitmap and the current position of the mouse pointer. Call it
+/// on the GUI thread only.
 OVRABASE_EXPORT QString logStr(const QCursor &value);
 /// \}
 
-/// Returns "QVariant(text as type)", with the logStr() of what \a value holds, "<?>" for a type
-/// that is not known here; "QVariant(Null)" for a null variant of such a type. Lists, maps and
-/// hashes of variants show up to 1000 of them nested; for one that is nested deeper stands "…".
+/// Returns "QVariant(text as type)". The text is the logStr() of the value in the variant.
+///
+/// For a type without a logStr() above, the text is "<?>"; a null variant of such a type gives
+/// "QVariant(Null)". Lists, maps and hashes of variants are formatted up to 1000 levels deep; a
+/// deeper one is "…".
 OVRABASE_EXPORT QString logStr(const QVariant &value);
 
-/// \name Named variants: "{key: value, key: value}" with the keys without quotes
-/// In the order of the hash, or of the keys. In a variant a map has another form:
-/// "[("key", value), ("key", value)]".
+/// \name Variants by name: "{key: value, key: value}", with the keys without quotes
+/// A QHash has its own order, and a QMap the order of its keys. Within a variant, a QMap is
+/// "[("key", value), ("key", value)]" instead.
 /// \{
 OVRABASE_EXPORT QString logStr(const QHash<QString, QVariant> &value);
 OVRABASE_EXPORT QString logStr(const QMap<QString, QVariant> &value);
 /// \}
 
-/// What the functions below are made of; not for callers.
+/// Parts of the functions below. Not for callers.
 namespace Detail {
 
 template<class T, class... Ts>
 inline constexpr bool isOneOf = (std::is_same_v<T, Ts> || ...);
 
-/// The integers that count; those that hold a character show one, or are refused.
+/// An integer type that is not bool and not a character type.
 template<class T>
 concept Number = std::integral<T> && !isOneOf<T, bool, char, signed char, unsigned char, wchar_t,
     decltype(u8' '), char16_t, char32_t>;
 
-/// The enumerations, the odd number types and the pointers to what is no object.
+/// A scalar type that is neither a Number nor a pointer to an object: an enumeration, bool, a
+/// character type, a floating-point type, a pointer to a function or to a member. For bool, char
+/// and others, there is an overload above, which is preferred to the deleted template below.
 template<class T>
-concept Formless =
+concept OtherScalar =
     std::is_scalar_v<T> && !Number<T> && !std::convertible_to<T, const volatile void *>;
 
+/// True for the type of an expression of strings with the operator %, or + with QStringBuilder.
 template<class T>
 inline constexpr bool isStringBuilder = false;
 template<class A, class B>
 inline constexpr bool isStringBuilder<QStringBuilder<A, B>> = true;
 
-/// Whatever converts to the type of an overload converts to this as well, which is ambiguous; but
-/// not a sum of strings, which is text.
+/// Makes a call ambiguous whose argument needs a conversion to the type of an overload, because the
+/// argument converts to this type as well. A string builder does not, so that it can become
+/// QString.
 struct Convertible {
     template<class T>
     requires(!isStringBuilder<T>) Convertible(const T &);
@@ -249,24 +261,26 @@ QString logStr(T value)
     }
 }
 
-/// What has no form of its own must not take that of a bool, a char or a double.
-template<Detail::Formless T>
+// A value without an overload of its own must not convert to bool, char or double.
+template<Detail::OtherScalar T>
 QString logStr(T value) = delete;
 QString logStr(const volatile void *value) = delete;
 QString logStr(Detail::Convertible value) = delete;
 
 namespace Detail {
 
-/// The logStr() of T, if there is one. Defined below all overloads, so that each finds the others.
+/// Calls logStr() for a T. Defined after all overloads, so that it finds each of them.
 template<class T>
 struct Form;
 
+/// There is a logStr() for T.
 template<class T>
 concept HasForm = Form<T>::exists;
 
-/// Joins what \a shown makes of each of \a values.
+/// Returns the texts that \a textOf returns for \a values, joined by ", ", between \a open and
+/// \a close.
 template<class Range, class Function>
-QString joined(QChar open, const Range &values, const Function &shown, QChar close)
+QString joined(QChar open, const Range &values, const Function &textOf, QChar close)
 {
     QString text(open);
     bool isFirst = true;
@@ -274,7 +288,7 @@ QString joined(QChar open, const Range &values, const Function &shown, QChar clo
         if (!std::exchange(isFirst, false)) {
             text += QStringLiteral(", ");
         }
-        text += shown(value);
+        text += textOf(value);
     }
     return text += close;
 }
@@ -296,7 +310,7 @@ QString mapOf(const Map &values)
 
 } // namespace Detail
 
-/// \name Lists: "[a, b]" with the logStr() of each value, in the order of the container
+/// \name Lists: "[a, b]", with the logStr() of each value, in the order of the container
 /// \{
 template<Detail::HasForm T>
 QString logStr(const QList<T> &values)
@@ -320,7 +334,7 @@ QString logStr(const std::array<T, N> &values)
 }
 /// \}
 
-/// \name Maps: "{key: value, key: value}" with the logStr() of each key and value, in key order
+/// \name Maps: "{key: value, key: value}", with the logStr() of each key and value, in key order
 /// \{
 template<Detail::HasForm Key, Detail::HasForm T>
 QString logStr(const QMap<Key, T> &values)
@@ -334,7 +348,7 @@ QString logStr(const std::map<Key, T, Compare, Allocator> &values)
 }
 /// \}
 
-/// Returns "(a, b)" with the logStr() of both.
+/// Returns "(a, b)", with the logStr() of both values.
 template<Detail::HasForm A, Detail::HasForm B>
 QString logStr(const std::pair<A, B> &value)
 {
@@ -342,14 +356,14 @@ QString logStr(const std::pair<A, B> &value)
            Detail::Form<B>::of(value.second) + u')';
 }
 
-/// Returns the list of the one value, or of none: "[a]" or "[]".
+/// Returns "[a]" with the logStr() of the value, or "[]" if there is none.
 template<Detail::HasForm T>
 QString logStr(const std::optional<T> &value)
 {
     return value ? QStringLiteral("[%1]").arg(Detail::Form<T>::of(*value)) : QStringLiteral("[]");
 }
 
-/// Finds the functions above, and others by their argument in the namespace of T.
+// Finds the functions above, and by argument-dependent lookup those in the namespace of T.
 template<class T>
 struct Detail::Form {
     static constexpr bool exists = requires(const T &value) { logStr(value); };

@@ -7,7 +7,7 @@ namespace Vyn::OvraBase::os {
 
 void pinThisModule()
 {
-    // The library is linked with "-z nodelete".
+    // Nothing to do: the library is linked with "-z nodelete".
 }
 
 } // namespace Vyn::OvraBase::os
