@@ -21,7 +21,8 @@ namespace {
 constexpr LogPosition kKnownFuture{
     "DefaultAsyncRecovery.cpp:49 Vyn::OvraBase::DefaultAsyncRecovery::registerRecoverable()"};
 
-/// Waits for \a future unless the application is past the point where somebody recovers from it.
+/// Waits for \a future. Does nothing after ServiceLocator::stop(), and if no recovery service is
+/// registered.
 void awaitRecoverable(const Vyn::future<void> &future)
 {
     if (!future.valid() || !ServiceLocator::started() ||
@@ -32,11 +33,12 @@ void awaitRecoverable(const Vyn::future<void> &future)
         future.await();
         return;
     }
-    // The operation may need the main thread to finish: blocking here would block both.
+    // The operation may need the main thread to finish. A blocking wait would then never end.
     while (!future.isReady()) {
         QCoreApplication::processEvents(
             QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
-        // Events alone never run the deferred deletes of the loop level that the wait began at.
+        // processEvents() skips calls of deleteLater() that were made in the same event loop as
+        // this call.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 }
@@ -47,7 +49,7 @@ DefaultAsyncRecovery::DefaultAsyncRecovery() = default;
 
 DefaultAsyncRecovery::~DefaultAsyncRecovery()
 {
-    // A copy: events that are handled meanwhile may unregister operations.
+    // A copy, because events that are processed during a wait may unregister operations.
     const Registry pending = mRegistry;
     for (const auto &[id, recoverable] : pending) {
         awaitRecoverable(recoverable.future);
@@ -57,8 +59,8 @@ DefaultAsyncRecovery::~DefaultAsyncRecovery()
 void DefaultAsyncRecovery::registerRecoverable(
     std::size_t id, Vyn::future<void> future, const QString &description)
 {
-    // Outlives the lock, like what unregisterRecoverable() removes: the end of a future may run
-    // foreign code.
+    // Destroyed after the lock is released: the destructor of a future may run code of the caller,
+    // which may call this registry.
     Recoverable added{std::move(future), description.toStdString()};
     QString refusal;
     {
@@ -74,13 +76,14 @@ void DefaultAsyncRecovery::registerRecoverable(
                       .arg(description, QString::number(known->first),
                           QString::fromStdString(known->second.description));
     }
-    // Without the lock: a log delegate may call this registry.
+    // After the lock is released: a log delegate may call this registry.
     logAt(kKnownFuture, Debug, Logger::Error, refusal);
 }
 
 void DefaultAsyncRecovery::unregisterRecoverable(std::size_t id)
 {
-    Registry::node_type removed;
+    Registry::node_type
+        removed; // destroyed after the lock is released, as in registerRecoverable()
     const std::lock_guard lock(mLock);
     removed = mRegistry.extract(id);
     mSize = mRegistry.size();

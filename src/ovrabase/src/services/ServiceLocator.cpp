@@ -1,17 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// First, so that services destroyed at the end of the process can still log.
+// Included first: its statics are then destroyed after those of this file, so that services can log
+// in their destructors at the end of the process.
 #include <ovrabase/logging/GlobalLoggers.h>
 #include <ovrabase/services/ServiceLocator.h>
 
 namespace Vyn::OvraBase {
-// Ready before the first static constructor runs.
+// Initialised before the first static constructor runs.
 constinit std::unique_ptr<ServiceLocator> ServiceLocator::mUniqueInstance;
 
 namespace {
 
-/// Stops the locator before mUniqueInstance ends, whose destructor would let services still see it.
+/// Calls stop() before mUniqueInstance is destroyed. Otherwise that destructor would destroy the
+/// services while started() still returns true.
 struct StopAtExit {
     ~StopAtExit() { ServiceLocator::stop(); }
 };
@@ -52,7 +54,8 @@ bool ServiceLocator::add(std::size_t id, std::unique_ptr<Service> service)
     if (!service) {
         return false;
     }
-    // try_emplace() leaves a refused service to its parameter, which outlives the lock.
+    // If the id is taken, try_emplace() does not move from the parameter. The refused service is
+    // then destroyed after the lock is released.
     const std::lock_guard lock(mLock);
     return mServices.try_emplace(id, std::move(service)).second;
 }

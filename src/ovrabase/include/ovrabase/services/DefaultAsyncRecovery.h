@@ -17,8 +17,9 @@
 
 namespace Vyn::OvraBase {
 
-/// Keeps account of the asynchronous operations that are under way. All calls but the destructor
-/// may come from any thread.
+/// A list of asynchronous operations. Its destructor can wait for them.
+///
+/// All functions but the destructor are thread-safe.
 class OVRABASE_EXPORT DefaultAsyncRecovery : public Service {
 public:
     OVRABASE_SERVICE_TYPE_ID(Vyn::OvraBase::DefaultAsyncRecovery)
@@ -26,46 +27,57 @@ public:
     /// A registered operation.
     struct Recoverable {
         Vyn::future<void> future; ///< the operation
-        std::string description;  ///< UTF-8
+        std::string description;  ///< the text given to registerRecoverable(), in UTF-8
     };
 
-    /// Nothing is registered.
+    /// Makes an empty list.
     DefaultAsyncRecovery();
 
-    /// Waits for every registered operation before whose wait the ServiceLocator is started and
-    /// holds a DefaultAsyncRecovery. The main thread handles events meanwhile, except the user's
-    /// and those of sockets, and deletes what deleteLater() was called for, also in the event loop
-    /// that the wait began in; any other thread blocks. Else waits for none, so a registry that
-    /// ServiceLocator::stop() destroys returns at once (unless it held the last copy of a
-    /// std::async() future).
+    /// Waits for each registered operation in turn if the ServiceLocator is started and holds a
+    /// DefaultAsyncRecovery, this one or another. Checks both again before each operation, and
+    /// skips the operation if either does not hold. No other call may run at the same time.
+    ///
+    /// On the main thread, the wait is a busy loop. It processes events, except user input and
+    /// socket events, and carries out calls of deleteLater(), also those made before the wait. On
+    /// any other thread, the wait blocks.
+    ///
+    /// ServiceLocator::stop() does not wait for the operations of the list that it destroys,
+    /// because the locator is no longer started then. The exception is a future of std::async(),
+    /// whose last copy always waits.
     ~DefaultAsyncRecovery() override;
 
     DefaultAsyncRecovery(const DefaultAsyncRecovery &) = delete;
     DefaultAsyncRecovery &operator=(const DefaultAsyncRecovery &) = delete;
 
-    /// Registers an operation under an \a id of the caller's choice. An operation that is
-    /// registered already, under whatever id, changes nothing and is logged as an error; an id that
-    /// is taken changes nothing.
+    /// Registers the operation of \a future under \a id, a number that the caller chooses.
+    ///
+    /// Does nothing if \a id is taken. If the same operation is registered already, under any id,
+    /// logs an error on Debug and does nothing else. Takes time in proportion to the number of
+    /// registered operations.
     void registerRecoverable(std::size_t id, Vyn::future<void> future, const QString &description);
 
-    /// Forgets the operation of that id, which goes on; does nothing for an unknown id.
-    /// Operations that have ended stay registered until this is called.
+    /// Removes the entry \a id. Does nothing for an unknown id.
+    ///
+    /// The operation is neither cancelled nor waited for. An operation that has ended stays
+    /// registered until this function is called.
     void unregisterRecoverable(std::size_t id);
 
-    /// Returns the number of operations at this moment, without waiting for a lock.
+    /// Returns the number of registered operations. Takes no lock.
     std::size_t registrySize() const;
 
-    /// Returns a line "id: description" for each operation, in no particular order. UTF-8.
+    /// Returns a line "id: description" for each registered operation, in unspecified order and in
+    /// UTF-8. Each line ends in a line feed.
     std::string dumpRegistry() const;
 
 private:
     using Registry = std::unordered_map<std::size_t, Recoverable>;
 
+    /// Returns the entry of the same operation. The caller holds the lock.
     Registry::const_iterator findRecoverable(const Vyn::future<void> &future) const;
 
-    Registry mRegistry{8}; ///< room for eight
-    mutable std::mutex mLock;
-    std::atomic<std::size_t> mSize = 0; ///< of the registry, readable without the lock
+    Registry mRegistry{8};              ///< begins with 8 buckets
+    mutable std::mutex mLock;           ///< guards mRegistry
+    std::atomic<std::size_t> mSize = 0; ///< the size of mRegistry, for readers without the lock
 };
 
 } // namespace Vyn::OvraBase

@@ -10,25 +10,27 @@
 
 namespace Vyn::OvraBase {
 
-/// Shows messages to the user. The application derives its service from this class and registers it
-/// in the ServiceLocator; the library itself shows nothing.
+/// Shows messages to the user.
+///
+/// The application derives its service from this class and registers it in the ServiceLocator. The
+/// library shows nothing itself: of the virtual functions, it calls beginMute() and endMute() only.
 class OVRABASE_EXPORT MessagingService : public Service {
 public:
     OVRABASE_SERVICE_TYPE_ID(Vyn::OvraBase::MessagingService)
 
-    /// Keeps a service muted while it lives. It may be moved, not copied.
+    /// Mutes a service during the lifetime of this object. Can be moved, but not copied.
     class OVRABASE_EXPORT MuteScope {
     public:
-        /// Makes an empty scope, to move a mute into.
+        /// Makes an empty scope, which mutes nothing. A mute can be moved into it.
         MuteScope() = default;
-        /// Takes the mute of \a other, which is empty then.
+        /// Takes over the mute of \a other, which becomes empty.
         MuteScope(MuteScope &&other) noexcept;
-        /// Takes the mute of \a other. Move into empty scopes only: a mute that this one held
-        /// before is never ended.
+        /// Takes over the mute of \a other, which becomes empty. Assign to empty scopes only: a
+        /// mute that this scope held before never ends. Self-assignment changes nothing.
         MuteScope &operator=(MuteScope &&other) noexcept;
         MuteScope(const MuteScope &) = delete;
         MuteScope &operator=(const MuteScope &) = delete;
-        /// Ends the mute, if this scope holds one.
+        /// Calls endMute() of the service, unless this scope is empty.
         ~MuteScope();
 
     private:
@@ -40,22 +42,23 @@ public:
 
     ~MessagingService() override;
 
-    /// Shows an information. The application decides how; the library never calls this and the
-    /// next three.
+    /// Shows \a text as information, under \a title.
     virtual void showInformation(const QString &title, const QString &text) = 0;
-    /// Shows a warning.
+    /// Shows \a text as a warning, under \a title.
     virtual void showWarning(const QString &title, const QString &text) = 0;
-    /// Shows an error.
+    /// Shows \a text as an error, under \a title.
     virtual void showError(const QString &title, const QString &text) = 0;
-    /// Returns whether the user agreed.
+    /// Asks the user the yes-or-no question \a text, under \a title. Returns true if the user
+    /// agrees.
     virtual bool askQuestion(const QString &title, const QString &text) = 0;
 
-    /// Begins to suppress messages. Several mutes may be alive at once.
+    /// Suppresses messages until the matching endMute(). Several mutes may be active at a time.
     virtual void beginMute() = 0;
-    /// Undoes one beginMute(). Called from a destructor: it must not throw.
+    /// Ends one beginMute(). Must not throw, because the destructor of MuteScope calls it.
     virtual void endMute() = 0;
 
-    /// Mutes this service for as long as the returned scope lives. The service must outlive it.
+    /// Calls beginMute(), and returns a scope whose destructor calls endMute(). The service must
+    /// outlive the scope.
     [[nodiscard]] MuteScope mute();
 };
 

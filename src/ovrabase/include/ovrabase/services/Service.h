@@ -11,7 +11,7 @@
 
 namespace Vyn::OvraBase {
 
-/// The base of everything that the ServiceLocator owns.
+/// The base class of the services that the ServiceLocator owns.
 class OVRABASE_EXPORT Service {
 public:
     Service() = default;
@@ -20,8 +20,9 @@ public:
     virtual ~Service();
 };
 
-/// Returns the type id of the class with that fully qualified name: its 64-bit FNV-1a hash
-/// (Fowler, Noll and Vo, 1991). The same in every run, build and module, on every system.
+/// Returns the type id of the class \a qualifiedName: the 64-bit FNV-1a hash (Fowler, Noll and Vo,
+/// 1991) of its fully qualified name. The id is the same in every run, build and module, and on
+/// every system.
 constexpr std::size_t serviceTypeId(std::string_view qualifiedName)
 {
     static_assert(sizeof(std::size_t) == sizeof(std::uint64_t), "type ids have 64 bits");
@@ -34,7 +35,8 @@ constexpr std::size_t serviceTypeId(std::string_view qualifiedName)
 
 } // namespace Vyn::OvraBase
 
-/// Gives a service class its id; stands in the class's public part with its fully qualified name:
+/// Defines the static member function typeId() of a service class. Write it in the public part of
+/// the class, with the fully qualified name of the class:
 ///
 /// ```cpp
 /// namespace Paint {
@@ -45,7 +47,7 @@ constexpr std::size_t serviceTypeId(std::string_view qualifiedName)
 /// }
 /// ```
 ///
-/// The name of another class, or of none, does not compile.
+/// Any other name is a compile error.
 #define OVRABASE_SERVICE_TYPE_ID(QualifiedName)                                                    \
     static std::size_t typeId()                                                                    \
     {                                                                                              \

@@ -26,32 +26,35 @@ namespace Vyn::OvraBase {
 /// ServiceLocator::stop();
 /// ```
 ///
-/// One locator serves every module of the process between start() and stop(). The main thread
-/// starts and stops it while no other thread uses it; services may be registered and looked up from
+/// All modules of the process share one locator between start() and stop(). Call these two on the
+/// main thread, while no other thread uses the locator. Services can be registered and looked up on
 /// any thread.
 class ServiceLocator {
 public:
-    /// Makes an empty locator. Applications use start().
+    /// Makes an empty locator of the caller's own. Applications call start() instead.
     OVRABASE_EXPORT ServiceLocator();
-    /// Destroys the services, each once.
+    /// Destroys the registered services.
     OVRABASE_EXPORT ~ServiceLocator();
     ServiceLocator(const ServiceLocator &) = delete;
     ServiceLocator &operator=(const ServiceLocator &) = delete;
 
-    /// Makes the process's locator, empty. Does nothing when there is one.
+    /// Makes the locator of the process, without services. Does nothing if it exists.
     OVRABASE_EXPORT static void start();
-    /// Tells whether there is a locator.
+    /// Returns true between start() and stop().
     OVRABASE_EXPORT static bool started();
-    /// Empties instance(), then destroys the locator with its services: they see started() false.
-    /// Does nothing without a locator. The end of the process stops a locator that still runs.
+    /// Destroys the locator of the process and its services. Does nothing if there is no locator.
+    ///
+    /// instance() is empty and started() returns false before the first service is destroyed. The
+    /// end of the process calls this function, too.
     OVRABASE_EXPORT static void stop();
-    /// Returns the process's locator, empty before start() and after stop().
+    /// Returns the locator of the process. The pointer is null before start() and after stop().
     OVRABASE_EXPORT static const std::unique_ptr<ServiceLocator> &instance();
 
-    /// Registers \a service under the id of T, which may be a base class of the object.
+    /// Registers \a service under the type id of T. T is the class of the object or a base class of
+    /// it. Returns true if the service is registered. Thread-safe.
     ///
-    /// False when that id is taken: the earlier service stays, so that pointers to it stay valid,
-    /// and \a service is destroyed. False for null, too. Thread-safe.
+    /// Returns false if the id is taken. The earlier service then stays, so that pointers to it
+    /// stay valid, and \a service is destroyed. Returns false for null, too.
     template<class T>
     bool registerService(std::unique_ptr<T> service)
     {
@@ -59,8 +62,8 @@ public:
         return add(T::typeId(), std::move(service));
     }
 
-    /// Returns the service registered under the id of T, null when there is none. The pointer is
-    /// valid until stop(). Thread-safe; takes one lock, which is free while the service is used.
+    /// Returns the service that is registered under the type id of T, or null. The pointer is valid
+    /// until stop(). Thread-safe. The lock of the locator is held during the lookup only.
     template<class T>
     T *service()
     {
@@ -69,12 +72,14 @@ public:
     }
 
 private:
-    // Out of line, so that all modules work on one table with the code of one build.
+    // Defined in the library, so that only code of one build works on the table, whatever build the
+    // calling module is of.
     OVRABASE_EXPORT bool add(std::size_t id, std::unique_ptr<Service> service);
     OVRABASE_EXPORT Service *find(std::size_t id);
 
-    std::unordered_map<std::size_t, std::unique_ptr<Service>> mServices{8}; ///< room for eight
-    std::mutex mLock;
+    /// The services by type id. Begins with 8 buckets.
+    std::unordered_map<std::size_t, std::unique_ptr<Service>> mServices{8};
+    std::mutex mLock; ///< guards mServices
 
     OVRABASE_EXPORT static std::unique_ptr<ServiceLocator> mUniqueInstance;
 };

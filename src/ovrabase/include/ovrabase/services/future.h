@@ -19,44 +19,47 @@ namespace Vyn {
 template<class T>
 class future;
 
-/// A pending operation without a result. Copies stand for the same operation.
+/// A handle to an asynchronous operation without a result. Copies refer to the same operation.
 ///
-/// It wraps stlab's future where the library was built with stlab, else the standard library's, and
-/// looks the same over both. Const calls are thread-safe. The last copy of a std::async() future
-/// waits for its operation when it goes, as the standard has it; no other future does.
+/// It wraps stlab::future<void> if the library was built with stlab, and std::shared_future<void>
+/// otherwise. The interface is the same for both. Const calls are thread-safe.
+///
+/// The destructor of the last copy of a future of std::async() waits for the operation, as the C++
+/// standard requires. All other destructors return at once.
 template<>
 class future<void> {
 public:
-    /// What this class wraps.
+    /// The type that this class wraps.
 #if OVRABASE_HAS_STLAB
     using backend_type = stlab::future<void>;
 #else
     using backend_type = std::shared_future<void>;
 #endif
 
-    /// Makes an invalid future: no operation.
+    /// Makes an invalid future, which refers to no operation.
     future() = default;
-    /// Wraps \a backend; what is not valid makes an invalid future.
+    /// Wraps \a backend. If \a backend is not valid, neither is this future.
     OVRABASE_EXPORT future(backend_type backend);
 
-    /// Tells whether there is an operation.
+    /// Returns true if this future refers to an operation.
     bool valid() const
     {
         return mBackend != nullptr;
     }
 
-    /// Tells whether the operation has ended, well or not. One that only starts when it is waited
-    /// for counts as ended. False for an invalid future.
+    /// Returns true if the operation has ended, with success or with an error. A deferred operation
+    /// (std::launch::deferred), which starts only when it is waited for, counts as ended. Returns
+    /// false for an invalid future.
     OVRABASE_EXPORT bool isReady() const;
 
-    /// Blocks until the operation has ended; at once for an invalid future. How it ended is not
-    /// told: the error of a failed operation stays with the backend. Must not be called by a worker
-    /// of the pool that the operation still needs.
+    /// Blocks until the operation has ended. Returns at once for an invalid future. Does not report
+    /// an error of the operation: the wrapped future keeps it. Calling this on a thread of the pool
+    /// that the operation still needs can deadlock.
     OVRABASE_EXPORT void await() const;
 
-    /// Tells whether both are the same operation. Invalid futures are none, so they are not equal
-    /// even to themselves. Standard futures know their operation only through copies of one
-    /// Vyn::future: two that are made from one std::shared_future differ.
+    /// Returns true if both refer to the same operation. An invalid future is not equal to any
+    /// future, not even to itself. With std::shared_future, only copies of one Vyn::future are
+    /// equal: two Vyn::future that are made from one std::shared_future are not.
     friend bool operator==(const future &a, const future &b)
     {
         return a.isSameOperation(b);
