@@ -9,9 +9,9 @@
 #include <vector>
 
 /// \file
-/// What the system is asked about devices: one side in windows/, one in posix/. It fills records
-/// and answers with the system's codes; it does not judge, log or throw (but for std::bad_alloc),
-/// and calls nothing of the public interface.
+/// The seam for devices, implemented in windows/Devices.cpp and posix/Devices.cpp. The functions
+/// fill records and return the system's error codes. They do not log, and throw std::bad_alloc
+/// only.
 namespace Vyn::OvraBase {
 
 struct DeviceInfo;
@@ -19,26 +19,30 @@ struct USBInfo;
 
 namespace os {
 
-/// A set of devices, or why the system does not open it.
+/// A list of devices, or the reason why the system cannot list them.
 template<class Info>
 struct DeviceSet {
-    std::uint32_t error = 0; ///< the system's code; 0 when the set could be opened
-    std::vector<Info> devices;
+    std::uint32_t error = 0;   ///< the system's code; 0 on success
+    std::vector<Info> devices; ///< empty on failure
 };
 
+/// Returns what getDisksInfo() returns, and the error.
 DeviceSet<DeviceInfo> disks();
+/// Returns what getUSBInfo() returns, and the error.
 DeviceSet<USBInfo> usbDevices();
+/// Returns what getUnknownDevicesInfo() returns, and the error.
 DeviceSet<DeviceInfo> unknownDevices();
 
+/// Why a volume is not ejected.
 struct EjectFailure {
-    bool opened;         ///< whether the volume could be opened, so that ejecting it failed
+    bool opened;         ///< true if the volume was opened and could not be ejected
     std::uint32_t error; ///< the system's code
 };
 
-/// Ejects the volume at \a path ("\\.\X:"). Nothing comes back when it went well.
+/// Ejects the medium of the volume \a path ("\\.\X:"). Returns nothing on success.
 std::optional<EjectFailure> eject(const std::string &path);
 
-/// The system's text for \a code, empty when it has none.
+/// Returns the system's text for the error \a code, or an empty text if the code is unknown.
 std::string errorText(std::uint32_t code);
 
 } // namespace os

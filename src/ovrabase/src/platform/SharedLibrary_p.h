@@ -5,15 +5,18 @@
 
 class QString;
 
-/// The system's library loader. It reports and does not judge: nothing is logged, and a failure is
-/// null with the system's text in \a error, which success leaves alone.
+/// \file
+/// The seam for the system's library loader, implemented in windows/SharedLibrary.cpp and
+/// posix/SharedLibrary.cpp. The functions log nothing. On failure, they return null and set
+/// \a error to the system's text. On success, they do not change \a error.
 namespace Vyn::OvraBase::os {
 
-/// Loads the file at the absolute \a path.
+/// Loads the library at the absolute \a path, and returns its handle.
 void *openLibrary(const QString &path, QString &error);
 
-/// Both take a handle of openLibrary() that is not null.
+/// Returns the address of the symbol \a name. \a library is a handle of openLibrary(), not null.
 void *findSymbol(void *library, const char *name, QString &error);
+/// Releases \a library, a handle of openLibrary(), not null.
 void closeLibrary(void *library);
 
 } // namespace Vyn::OvraBase::os

@@ -82,7 +82,7 @@ std::vector<DeviceInfo> getUnknownDevicesInfo()
 
 void ejectUsbDrive(char driveLetter)
 {
-    // On every system: the path is the subject of the failure.
+    // The path is the subject of the exception on every system.
     const std::string path = std::string("\\\\.\\") + driveLetter + ':';
     if (const auto failure = os::eject(path)) {
         const QString message = failure->opened ? QStringLiteral("Failed to eject volume: ")

@@ -22,17 +22,17 @@ constexpr LogPosition kBoundFromInstallation{
     "base.cpp:162 Vyn::OvraBase::registerExternalResource()"};
 constexpr LogPosition kNoResource{"base.cpp:166 Vyn::OvraBase::registerExternalResource()"};
 
-// Never destroyed: services use it until the very end.
+// Never destroyed: services may use it in their destructors, at the end of the process.
 const QString &kSharedLibraryExtension = *new QString(QStringLiteral(".dll"));
 
-/// Returns the files beside the application that are called \a name, whatever stands behind its
-/// second point.
+/// Returns the files in the application's folder that match \a name up to its second dot, sorted by
+/// name.
 QFileInfoList libraryFiles(const QString &name)
 {
     const QString folder = QCoreApplication::applicationDirPath();
     const QString fileName = QFileInfo(name).fileName();
-    // Without an application object QDir would list the current folder, and every file would match
-    // an empty name.
+    // QDir would list the current folder for an empty path (there is no application object), and
+    // every file would match an empty name.
     if (folder.isEmpty() || fileName.isEmpty()) {
         return {};
     }
@@ -150,7 +150,7 @@ bool registerExternalResource(const QString &fileName)
     const QString developmentFile = QDir(development).filePath(fileName);
     const QString installedFile = QDir(installation).filePath(fileName);
 
-    // Without a folder there is no file: not that of the same name in the current folder.
+    // QDir would take an empty path for the current folder.
     if (!development.isEmpty() && QFileInfo(developmentFile).isFile()) {
         return bindResource(
             kBoundFromDevelopment, fileName, developmentFile, QStringLiteral("dev environment"));

@@ -28,36 +28,40 @@ QString typeNameOf(const QObject &object)
 
 std::function<void(QObject *)> &ownershipHook()
 {
-    static auto &hook = *new std::function<void(QObject *)>; // services use it until the very end
+    // Never destroyed: services may use it in their destructors, at the end of the process.
+    static auto &hook = *new std::function<void(QObject *)>;
     return hook;
 }
 
-/// Whether objects may wait for the main thread's event loop.
-constinit std::atomic<bool> sMayWait = false;
-/// Whether an object began to wait since this was last cleared.
-constinit std::atomic<bool> sAnyWaits = false;
+/// True between the start and the end of an application object: objects can wait for its thread.
+constinit std::atomic<bool> sCanWait = false;
+/// True if an object began to wait after the last time this was set to false.
+constinit std::atomic<bool> sHasWaiting = false;
 
-/// Deletes what still waits, and what that gives up in turn. Deleting the objects one by one would
-/// search the whole event queue for each.
+/// Deletes the waiting objects, and those that begin to wait while others are deleted.
+///
+/// All are deleted together: Qt searches the whole event queue for each object that is deleted on
+/// its own.
 void deleteWaitingObjects()
 {
     do {
-        sAnyWaits = false;
-        // The calls queued for the application own the objects of other threads. None of them runs
-        // any more: the application's destructor would drop them too.
+        sHasWaiting = false;
+        // The functors that are queued for the application own the objects of other threads.
+        // Removing the events destroys the functors. The destructor of the application would remove
+        // all these events, too.
         QCoreApplication::removePostedEvents(QCoreApplication::instance(), QEvent::MetaCall);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    } while (sAnyWaits);
-    sMayWait = false;
+    } while (sHasWaiting);
+    sCanWait = false;
 }
 
-/// Runs at the start of each application object. Its post routine runs before the GUI goes.
-void followApplication()
+/// Runs when an application object is made. Qt runs post routines before it destroys the GUI.
+void startWaiting()
 {
-    sMayWait = true;
+    sCanWait = true;
     qAddPostRoutine(deleteWaitingObjects);
 }
-Q_COREAPP_STARTUP_FUNCTION(followApplication)
+Q_COREAPP_STARTUP_FUNCTION(startWaiting)
 
 } // namespace
 
@@ -79,15 +83,15 @@ void QObjectDeleteLater::operator()(QObject *object) const
     }
 
     QCoreApplication *application = QCoreApplication::instance();
-    if (!application || !sMayWait) {
+    if (!application || !sCanWait) {
         delete object;
         return;
     }
-    sAnyWaits = true;
+    sHasWaiting = true;
     if (object->thread() == application->thread()) {
         object->deleteLater();
     } else {
-        // The functor owns the object: it also dies if the functor is dropped without a call.
+        // The functor owns the object, which is also deleted if the functor is never called.
         QMetaObject::invokeMethod(
             application, [owner = std::shared_ptr<QObject>(object)]() mutable { owner.reset(); },
             Qt::QueuedConnection);
@@ -103,7 +107,7 @@ void setForbidStealingOwnershipFuction(std::function<void(QObject *)> fn)
 
 void forbidStealingOwnership(QObject *object)
 {
-    if (const auto hook = ownershipHook()) { // a copy, as it may clear the one that is set
+    if (const auto hook = ownershipHook()) { // a copy, because the hook may replace itself
         hook(object);
     }
 }

@@ -7,8 +7,8 @@
 
 namespace Vyn::OvraBase::ThreadUtils {
 
-/// Tells whether the caller runs on the main thread: the one that the application object lives in.
-/// Without an application object false, which is logged as an error. Thread-safe.
+/// Returns true if the calling thread is the main thread, which is the thread of the application
+/// object. Without an application object, logs an error on Debug and returns false. Thread-safe.
 OVRABASE_EXPORT bool isMainThread();
 
 } // namespace Vyn::OvraBase::ThreadUtils

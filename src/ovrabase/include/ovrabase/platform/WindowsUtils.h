@@ -12,13 +12,14 @@
 #include <vector>
 
 /// \file
-/// Storage devices: lists of what is attached, ejecting a USB drive, the system's error texts.
+/// Lists of the attached devices, ejection of a USB drive, and the error texts of the system.
 ///
-/// The home of these functions is Windows. On Linux the devices are those of udev, and an error
-/// code is an errno. All functions are thread-safe and block while the system answers.
+/// On Windows, the devices come from SetupAPI, and an error code is one of GetLastError(). On
+/// Linux, the devices come from udev, and an error code is one of errno. All functions are
+/// thread-safe, and block while the system answers.
 namespace Vyn::OvraBase {
 
-/// One device as the system describes it. A text that the system does not know is empty.
+/// A device as the system describes it. A text that the system does not know is empty.
 struct OVRABASE_EXPORT DeviceInfo {
     DeviceInfo();
     DeviceInfo(const DeviceInfo &);
@@ -27,21 +28,21 @@ struct OVRABASE_EXPORT DeviceInfo {
     DeviceInfo &operator=(DeviceInfo &&) noexcept;
     virtual ~DeviceInfo();
 
-    /// Returns all fields as lines of "label: <value>".
+    /// Returns a line "label: <value>" for each field; the address has no angle brackets.
     virtual QString toString() const;
 
-    QString pdo;              ///< physical device object; on Linux the path of the device node
-    QString instanceId;       ///< on Linux the path below the mount point of sysfs
-    QString deviceClass;      ///< setup class; on Linux the subsystem
-    QString name;             ///< friendly name
-    QString description;      ///< what kind of device it is
-    QString manufacturer;     ///< who made it
-    QString service;          ///< the driver that serves it
-    QString parentInstanceId; ///< instanceId of the device that it is attached to
-    std::int32_t address = 0; ///< on its bus
+    QString pdo;              ///< name of the physical device object; on Linux, of the device node
+    QString instanceId;       ///< device instance id; on Linux, the path below /sys
+    QString deviceClass;      ///< device setup class; on Linux, the subsystem
+    QString name;             ///< friendly name; on Linux, of the product
+    QString description;      ///< kind of device; on Linux, the model in udev's database
+    QString manufacturer;     ///< name of the manufacturer
+    QString service;          ///< name of the driver
+    QString parentInstanceId; ///< instanceId of the device that this one is attached to
+    std::int32_t address = 0; ///< address on the bus; 0 if unknown
 };
 
-/// A device on the USB.
+/// A USB device.
 struct OVRABASE_EXPORT USBInfo : DeviceInfo {
     USBInfo();
     USBInfo(const USBInfo &);
@@ -50,41 +51,45 @@ struct OVRABASE_EXPORT USBInfo : DeviceInfo {
     USBInfo &operator=(USBInfo &&) noexcept;
     ~USBInfo() override;
 
-    /// Returns the text of DeviceInfo, the number of children and, when known, the USB number.
+    /// Returns DeviceInfo::toString() and the number of children. A known USB number follows.
     QString toString() const override;
 
-    std::vector<QString> children; ///< instanceId of each device directly below
-    std::int32_t usbNumber = 0;    ///< generation at which it runs (1, 2 or 3); 0 when unknown
+    std::vector<QString> children; ///< instanceId of each device that is attached to this one
+    std::int32_t usbNumber = 0;    ///< USB generation of the connection: 1, 2, 3, or 0 if unknown
 };
 
-/// Returns the disks. Empty, with an error logged on Debug, when the system does not list them (on
-/// Linux: without sysfs).
+/// Returns the disk drives. If the system cannot list them (on Linux, without sysfs), logs an error
+/// on Debug and returns an empty list.
 ///
-/// A disk is a drive of fixed or exchangeable disks, also without a medium (a card reader), and
-/// a virtual disk: on Windows what offers the disk interface, on Linux loop devices, compressed
-/// memory, network disks and arrays that are in use. Partitions, logical volumes (device-mapper),
-/// optical drives and floppies are none.
+/// A drive for removable media is listed even without a medium. A virtual disk is listed on Windows
+/// if it has the disk interface, and on Linux (a loop device, zram, a network block device, a RAID
+/// array) if it is in use. Partitions, device-mapper volumes, optical drives and floppy drives are
+/// not listed.
 OVRABASE_EXPORT std::vector<DeviceInfo> getDisksInfo();
 
 /// Returns the USB devices with their children. Fails as getDisksInfo() does.
 OVRABASE_EXPORT std::vector<USBInfo> getUSBInfo();
 
-/// Returns the devices that no driver serves. Fails as getDisksInfo() does. On Linux those of a bus
-/// alone, and of the firmware's table (ACPI) those without another entry on a bus.
+/// Returns the devices without a driver. Fails as getDisksInfo() does.
+///
+/// On Linux, only devices on a bus are listed. A node of the ACPI table is listed only if it has no
+/// physical device, because drivers bind to the physical device.
 OVRABASE_EXPORT std::vector<DeviceInfo> getUnknownDevicesInfo();
 
 /// Ejects the medium of the volume with the letter \a driveLetter.
 ///
-/// The volume is neither locked nor dismounted first: files that are still open or written are the
-/// caller's to close. On Linux no volume has a letter, so this always fails as for a missing one.
+/// Neither locks nor dismounts the volume: close all files on it before the call. On Linux, a
+/// volume has no letter, so that this always fails as for a missing volume.
 ///
-/// \throws Vyn::Exception::DriveUnmountException  The volume cannot be opened, or does not eject;
-/// the subject is its path ("\\.\X:").
+/// \throws Vyn::Exception::DriveUnmountException  The volume cannot be opened or ejected. The
+///     subject is its path ("\\.\X:").
 OVRABASE_EXPORT void ejectUsbDrive(char driveLetter);
 
-/// Returns the system's text for the error \a code (GetLastError() on Windows, errno on Linux), as
-/// it comes (on Windows with a line end) and in the local 8-bit encoding. A code that the system
-/// does not know has a text too.
+/// Returns the system's text for the error \a code, in the local 8-bit encoding. \a code comes from
+/// GetLastError() on Windows and from errno on Linux.
+///
+/// The text is unchanged, so that it ends in a line end on Windows. An unknown code has a text,
+/// too.
 OVRABASE_EXPORT std::string errorMessage(std::uint32_t code);
 
 } // namespace Vyn::OvraBase

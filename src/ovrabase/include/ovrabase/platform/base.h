@@ -10,8 +10,8 @@
 #include <vector>
 
 /// \file
-/// Who the application is, the plug-in libraries beside it and its resource files.
-/// Nothing here throws.
+/// The names and the version of the application, its shared libraries (plug-ins) and its resource
+/// files. None of these functions throws.
 namespace Vyn::OvraBase {
 
 /// Returns the short name of the application, "Tessik".
@@ -20,52 +20,57 @@ OVRABASE_EXPORT QString applicationName();
 OVRABASE_EXPORT QString applicationSulvaneName();
 /// Returns "Ardel " followed by applicationSulvaneName().
 OVRABASE_EXPORT QString applicationArdelName();
-/// Returns the name that licences are issued for, the same as applicationName().
+/// Returns the name that licences are issued for. It is the same as applicationName().
 OVRABASE_EXPORT QString applicationLicenseName();
 
 /// Returns the version of this build as "major.minor.patch".
 OVRABASE_EXPORT QString getApplicationVersionString();
 
-/// Returns the environment variable USER or, where that is unset or empty, USERNAME, read in the
-/// local code page. Empty when neither is set.
+/// Returns the value of the environment variable USER, decoded from the local 8-bit encoding. If
+/// USER is unset or empty, returns the value of USERNAME. If both are unset, returns an empty text.
 OVRABASE_EXPORT QString getCurrentUserName();
 
-/// Returns ".dll", the product's extension of shared libraries on every system.
+/// Returns ".dll" on every system: the file extension of the application's shared libraries.
 OVRABASE_EXPORT const QString &getSharedLibraryExtension();
 
-/// Loads the library of that name from the application's folder and returns its handle.
+/// Loads the shared library \a name from the folder of the application, and returns its handle.
 ///
-/// Only the file name in \a name counts, never its folder, and of that the part up to the second
-/// point: "a.b.c.dll" loads the first file (by name) that matches "a.b*", so that a version behind
-/// the extension need not be known. Folders never match. Null when nothing matches, which is logged
-/// as an error, and when the system refuses the file. Runs the library's start-up code.
+/// A folder in \a name is ignored, and so is everything from the second dot of the file name on:
+/// "a.b.c.dll" loads the alphabetically first file that matches "a.b*". So a caller need not know a
+/// version number after the extension.
+///
+/// Returns null if no file matches, which is logged as an error on Debug. Returns null without a
+/// log record if the system cannot load the file. Runs the initialisation code of the library.
 /// Thread-safe.
 OVRABASE_EXPORT void *loadSharedLibrary(const QString &name);
 
-/// The same, and sets \a error to why the library is not loaded: the system's text or, when nothing
-/// matches, that of the record. Success empties it. A null \a error is allowed.
+/// Does what loadSharedLibrary(name) does. On failure, sets \a error to the reason: the system's
+/// text, or the text of the log record if no file matches. On success, sets it to an empty text.
+/// \a error may be null.
 OVRABASE_EXPORT void *loadSharedLibrary(const QString &name, QString *error);
 
-/// Returns the address of \a symbol in a loaded library; null for a null library and an unknown
-/// symbol. Thread-safe.
+/// Returns the address of \a symbol in \a library, a handle of loadSharedLibrary(). Returns null if
+/// \a library is null or has no such symbol. Thread-safe.
 OVRABASE_EXPORT void *loadSymbol(void *library, const QString &symbol);
 
-/// The same, and sets \a error to why there is no address, in the system's text. Success empties
-/// it. A null \a error is allowed.
+/// Does what loadSymbol(library, symbol) does. On failure, sets \a error to the reason, normally
+/// the system's text. On success, sets it to an empty text. \a error may be null.
 OVRABASE_EXPORT void *loadSymbol(void *library, const QString &symbol, QString *error);
 
-/// Gives back a library of loadSharedLibrary(); its symbols must not be used any more.
-/// Null is ignored. Thread-safe.
+/// Releases \a library, a handle of loadSharedLibrary(). The caller must not use its symbols
+/// afterwards. Ignores null. Thread-safe.
 OVRABASE_EXPORT void closeSharedLibrary(void *library);
 
-/// Registers a binary Qt resource file by its name.
+/// Registers the binary Qt resource file \a fileName (.rcc). Returns true if Qt accepts it.
 ///
-/// The development build's resource folder is searched first, then the folder "Resources" beside
-/// the application; the first file found is taken, whether or not Qt accepts it. True when Qt did.
-/// Logs what was bound, or as a warning that nothing was found. Call it on the main thread.
+/// Searches the resource folder of the development build, then the folder "Resources" in the folder
+/// of the application. Registers the first file that exists: if Qt refuses it, the other folder is
+/// not searched. Logs the file and the result on Debug, or a warning if neither folder has the
+/// file. Call it on the main thread.
 OVRABASE_EXPORT bool registerExternalResource(const QString &fileName);
 
-/// Registers every file in turn, past failures too. True when all succeeded.
+/// Calls registerExternalResource() for each of \a fileNames, also after one fails. Returns true if
+/// all succeed.
 OVRABASE_EXPORT bool registerExternalResource(const std::vector<QString> &fileNames);
 
 } // namespace Vyn::OvraBase

@@ -10,10 +10,10 @@
 class QObject;
 
 /// \file
-/// Rules for objects that several owners or threads share.
+/// Base classes and a deleter for objects that several owners or threads share.
 namespace Vyn {
 
-/// The common base of objects that shared pointers hold.
+/// A base class with a virtual destructor, for objects that shared pointers own.
 struct OVRABASE_EXPORT SharedObjectBase {
     SharedObjectBase();
     SharedObjectBase(const SharedObjectBase &other);
@@ -21,10 +21,11 @@ struct OVRABASE_EXPORT SharedObjectBase {
     virtual ~SharedObjectBase();
 };
 
-/// A namespace of its own keeps the functions of Vyn out of the look-up of derived classes.
+/// Contains noncopyable only. Argument-dependent lookup for a class derived from it then does not
+/// find the functions of Vyn.
 namespace noncopyable_ {
 
-/// Forbids copying of the classes that derive from it.
+/// A base class that makes derived classes non-copyable.
 class noncopyable {
 public:
     noncopyable(const noncopyable &) = delete;
@@ -37,33 +38,36 @@ protected:
 
 } // namespace noncopyable_
 
-/// The deleter of shared pointers to QObjects: the object dies on the main thread, whichever
-/// thread gave up the last pointer.
+/// A deleter for shared pointers to QObjects. It deletes the object on the main thread, whichever
+/// thread releases the last pointer.
 ///
 /// ```cpp
 /// std::shared_ptr<QObject> shared(new QTimer, QObjectDeleteLater());
 /// ```
 ///
-/// An object of the main thread dies through deleteLater(), any other when the main thread's event
-/// loop next runs. The end of the application object first deletes what still waits, in linear
-/// time and while the GUI is there, with all else that deleteLater() was called for. From then on,
-/// and without an application object, an object dies at once on the calling thread. A parent that
-/// deletes the object too is a mistake: an object that has one is logged as an error and still
-/// deleted. Null is ignored. Callable on any thread, as long as the application object is not being
-/// destroyed at the same time. Throws nothing.
+/// An object that lives in the main thread is deleted by deleteLater(), an object of another thread
+/// by a call that is queued in the main thread's event loop. When the application object is
+/// destroyed, the objects that still wait are deleted first, while the GUI still exists, together
+/// with all other objects for which deleteLater() was called. This takes linear time. Afterwards,
+/// and as long as there is no application object, an object is deleted at once on the calling
+/// thread.
 struct QObjectDeleteLater {
-    /// Deletes \a object as the class says.
+    /// Deletes \a object as described for the class. Ignores null. Throws nothing.
+    ///
+    /// Logs an error on Debug if \a object has a parent, because the parent would delete it again.
+    /// \a object is deleted all the same. Can be called on any thread; while the application object
+    /// is being destroyed, on the main thread only.
     OVRABASE_EXPORT void operator()(QObject *object) const;
 };
 
 namespace OvraBase {
 
-/// Replaces the hook that forbidStealingOwnership() calls; an empty \a fn clears it.
-/// Not thread-safe: install it once at start-up.
+/// Sets the function that forbidStealingOwnership() calls. An empty \a fn removes it. Not
+/// thread-safe: call it once, at start-up.
 OVRABASE_EXPORT void setForbidStealingOwnershipFuction(std::function<void(QObject *)> fn);
 
-/// Asks the application to keep other owners (a script engine, say) from taking \a object, by
-/// calling its hook. Does nothing without a hook.
+/// Calls the application's function with \a object. That function makes sure that no other owner,
+/// for example a script engine, takes \a object over. Does nothing if no function is set.
 OVRABASE_EXPORT void forbidStealingOwnership(QObject *object);
 
 } // namespace OvraBase

@@ -32,8 +32,9 @@ QString text(const char *value)
     return QString::fromUtf8(value).trimmed();
 }
 
-/// The first text that there is: of attributes, which are the device's own words (some give a
-/// number instead), then of properties, which udev's rules add.
+/// Returns the first non-empty text. \a attributes are tried first, because their texts come from
+/// the device itself; one that is a hexadecimal number is skipped. \a properties come from udev's
+/// rules and database.
 QString firstOf(udev_device *device, std::initializer_list<const char *> attributes,
     std::initializer_list<const char *> properties)
 {
@@ -50,7 +51,7 @@ QString firstOf(udev_device *device, std::initializer_list<const char *> attribu
 
 void fill(DeviceInfo &info, udev_device *device)
 {
-    udev_device *const parent = udev_device_get_parent(device); // lives as long as the device
+    udev_device *const parent = udev_device_get_parent(device); // owned by the device
     info.description = firstOf(device, {}, {"ID_MODEL_FROM_DATABASE"});
     info.deviceClass = text(udev_device_get_subsystem(device));
     info.manufacturer = firstOf(
@@ -64,11 +65,12 @@ void fill(DeviceInfo &info, udev_device *device)
     info.address = firstOf(device, {"devnum"}, {}).toInt();
 }
 
-/// Visits the devices that \a narrow leaves in a search. Returns an errno, 0 when all went well.
-template<class Narrow, class Visit>
-std::uint32_t enumerateDevices(udev *context, Narrow narrow, Visit visit)
+/// Calls \a visit for each device that passes the filters that \a addFilters adds to a search.
+/// Returns 0, or an error of errno.
+template<class AddFilters, class Visit>
+std::uint32_t enumerateDevices(udev *context, AddFilters addFilters, Visit visit)
 {
-    // udev takes a machine without sysfs for one without devices.
+    // Without sysfs, udev finds no devices and reports no error.
     if (::access("/sys/devices", F_OK) != 0) {
         return static_cast<std::uint32_t>(errno);
     }
@@ -77,14 +79,14 @@ std::uint32_t enumerateDevices(udev *context, Narrow narrow, Visit visit)
     if (!search) {
         return static_cast<std::uint32_t>(errno != 0 ? errno : ENOMEM);
     }
-    narrow(search.get());
+    addFilters(search.get());
     if (const int result = udev_enumerate_scan_devices(search.get()); result < 0) {
         return static_cast<std::uint32_t>(-result);
     }
     udev_list_entry *entry = nullptr;
     udev_list_entry_foreach(entry, udev_enumerate_get_list_entry(search.get()))
     {
-        // Null for a device that was unplugged meanwhile.
+        // Null if the device was unplugged after the scan.
         if (const Owner<udev_device> device{
                 udev_device_new_from_syspath(context, udev_list_entry_get_name(entry))}) {
             visit(device.get());
@@ -99,7 +101,8 @@ bool isOfType(udev_device *device, const char *type)
     return actual && std::strcmp(actual, type) == 0;
 }
 
-/// A block device has no driver of its own: it is served by that of the device that it is found on.
+/// Returns the driver of \a device or of its nearest ancestor that has one. A block device has no
+/// driver itself.
 QString driverAbove(udev_device *device)
 {
     const char *driver = nullptr;
@@ -110,7 +113,7 @@ QString driverAbove(udev_device *device)
     return text(driver);
 }
 
-/// Whether a block device served by \a driver counts as a disk.
+/// Returns true if the block device \a device with the driver \a driver is a disk drive.
 bool isDisk(udev_device *device, const QString &driver)
 {
     if (!isOfType(device, "disk") || udev_device_get_sysattr_value(device, "dm/name")) {
@@ -119,15 +122,15 @@ bool isDisk(udev_device *device, const QString &driver)
     if (driver == QLatin1String("sr") || driver == QLatin1String("floppy")) {
         return false;
     }
-    // Loop devices, compressed memory and network disks are there before they are used. A card
-    // reader is a drive even without its card.
+    // Linux makes loop, zram and network block devices before they are used. Their size is then 0.
+    // The size of a card reader without a card is 0 too, but it is not virtual, and counts.
     const bool isVirtual =
         text(udev_device_get_devpath(device)).startsWith(QLatin1String("/devices/virtual/"));
     return !isVirtual || firstOf(device, {"size"}, {}) != QLatin1String("0");
 }
 
-/// Whether \a device is a node of the firmware's table that no driver is looked up for: drivers
-/// bind to its physical node, or it is one that Linux adds to structure the table.
+/// Returns true if \a device is a node of the ACPI table to which no driver binds: either drivers
+/// bind to its physical device, or Linux added the node itself ("LNX…") to structure the table.
 bool isPassiveAcpiNode(udev_device *device)
 {
     return QFileInfo::exists(QFile::decodeName(udev_device_get_syspath(device)) +
@@ -135,8 +138,8 @@ bool isPassiveAcpiNode(udev_device *device)
            firstOf(device, {"modalias"}, {}).startsWith(QLatin1String("acpi:LNX"));
 }
 
-/// Whether \a device is one that drivers are looked up for, and none was found. The devices of a
-/// class never have a driver, they are what drivers offer.
+/// Returns true if \a device is on a bus and no driver is bound to it. A device of a class (in
+/// /sys/class and not on a bus) never has a driver: drivers create it.
 bool lacksDriver(udev_device *device)
 {
     const QString subsystem = text(udev_device_get_subsystem(device));
@@ -154,16 +157,16 @@ std::vector<QString> childrenOf(udev *context, udev_device *device)
             udev_enumerate_add_match_subsystem(search, "usb");
             udev_enumerate_add_match_parent(search, device);
         },
-        [&](udev_device *below) {
-            udev_device *const parent = udev_device_get_parent(below);
+        [&](udev_device *descendant) {
+            udev_device *const parent = udev_device_get_parent(descendant);
             if (parent && path == udev_device_get_syspath(parent)) {
-                children.push_back(text(udev_device_get_devpath(below)));
+                children.push_back(text(udev_device_get_devpath(descendant)));
             }
         });
     return children;
 }
 
-/// The generation from the negotiated speed in Mbit/s.
+/// Returns the USB generation for the negotiated speed, which sysfs gives in Mbit/s.
 std::int32_t usbNumberOf(udev_device *device)
 {
     const double speed = firstOf(device, {"speed"}, {}).toDouble();
@@ -230,7 +233,7 @@ DeviceSet<DeviceInfo> unknownDevices()
 
 std::optional<EjectFailure> eject(const std::string & /*path*/)
 {
-    // No volume has a letter here. A file may have such a name, but is none.
+    // No volume has a letter on Linux. The path is not opened: a file may have such a name.
     return EjectFailure{false, ENOENT};
 }
 

@@ -12,7 +12,8 @@ namespace Vyn::OvraBase::os {
 
 void *openLibrary(const QString &path, QString &error)
 {
-    // All symbols at once: a library that misses some is refused here, not in the middle of a call.
+    // RTLD_NOW resolves all symbols. A library with a missing symbol then fails here, and not when
+    // one of its functions is called.
     void *const library = ::dlopen(QFile::encodeName(path).constData(), RTLD_NOW | RTLD_LOCAL);
     if (!library) {
         error = QString::fromLocal8Bit(::dlerror());

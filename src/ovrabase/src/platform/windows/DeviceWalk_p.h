@@ -7,30 +7,31 @@
 
 namespace Vyn::OvraBase::os {
 
-/// A set that is broken as a whole can fail at every index and never say that there are no more.
-/// Indices are dense, so no machine comes near a gap of this length between two devices.
+/// The walk ends after this number of failures in a row. Without this bound, it would never end if
+/// SetupAPI failed at every index and never returned ERROR_NO_MORE_ITEMS. SetupAPI numbers devices
+/// without gaps, so that so many failures between two devices are not to be expected.
 inline constexpr DWORD kLongestGap = 1024;
 
-/// Asks for the devices 0, 1, 2, … and visits each that is there. A single device that fails (just
-/// unplugged, say) is skipped.
+/// Visits the devices 0, 1, 2 and so on. A device that fails, for example because it was unplugged,
+/// is skipped.
 ///
-/// \a next takes an index, makes the device at it current and answers 0 or the system's error,
-/// which is ERROR_NO_MORE_ITEMS behind the last device. \a visit takes nothing and looks at the
-/// current device.
-template<class Next, class Visit>
-void walkDevices(Next &&next, Visit &&visit)
+/// \a select takes an index and makes the device with that index the current one. It returns 0, or
+/// the system's error, which is ERROR_NO_MORE_ITEMS after the last device. \a visit is then called
+/// without an argument for the current device.
+template<class Select, class Visit>
+void walkDevices(Select &&select, Visit &&visit)
 {
-    DWORD gap = 0;
-    for (DWORD index = 0; gap < kLongestGap; ++index) {
-        const DWORD error = next(index);
+    DWORD failures = 0;
+    for (DWORD index = 0; failures < kLongestGap; ++index) {
+        const DWORD error = select(index);
         if (error == ERROR_NO_MORE_ITEMS) {
             return;
         }
         if (error != ERROR_SUCCESS) {
-            ++gap;
+            ++failures;
             continue;
         }
-        gap = 0;
+        failures = 0;
         visit();
     }
 }

@@ -48,7 +48,8 @@ struct FreeLocal {
     void operator()(void *block) const { ::LocalFree(block); }
 };
 
-/// SetupAPI and kernel32 say "none" with a handle of their own.
+/// Returns an owner of \a handle. It is null for INVALID_HANDLE_VALUE, with which SetupAPI and
+/// CreateFile report a failure.
 template<class Owner, class Handle>
 Owner owned(Handle handle)
 {
@@ -61,8 +62,8 @@ FileHandle openFile(const char *path, DWORD access)
         path, access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
 }
 
-/// The bytes of a property, however many they are; none when it cannot be read or is of another
-/// type.
+/// Returns the bytes of a property. Returns none if the property cannot be read or its type is not
+/// \a wanted.
 std::vector<BYTE> property(
     HDEVINFO set, SP_DEVINFO_DATA &device, const DEVPROPKEY &key, DEVPROPTYPE wanted)
 {
@@ -71,7 +72,8 @@ std::vector<BYTE> property(
     DWORD size = 0;
     while (!::SetupDiGetDevicePropertyW(
         set, &device, &key, &type, bytes.data(), static_cast<DWORD>(bytes.size()), &size, 0)) {
-        // The value may grow between two calls, so ask until it fits; it never asks for less.
+        // A loop, because the value may grow between two calls. The test of the size makes sure
+        // that the loop ends.
         if (::GetLastError() != ERROR_INSUFFICIENT_BUFFER || size <= bytes.size()) {
             return {};
         }
@@ -81,7 +83,7 @@ std::vector<BYTE> property(
     return bytes;
 }
 
-/// The texts of a property that ends each with a null; the last may lack it.
+/// Returns the texts in \a bytes, which are zero-terminated. The last zero may be missing.
 std::vector<QString> texts(const std::vector<BYTE> &bytes)
 {
     std::vector<QString> list;
@@ -125,7 +127,7 @@ void fill(DeviceInfo &info, HDEVINFO set, SP_DEVINFO_DATA &device)
     info.address = addressOf(set, device);
 }
 
-/// The physical device object of the device with that instance id, empty when it has none.
+/// Returns the physical device object of the device \a instanceId, or an empty text.
 QString pdoOf(const QString &instanceId)
 {
     const auto set = owned<DeviceSetHandle>(::SetupDiCreateDeviceInfoList(nullptr, nullptr));
@@ -138,10 +140,10 @@ QString pdoOf(const QString &instanceId)
     return textProperty(set.get(), device, DEVPKEY_Device_PDOName);
 }
 
-/// Asks the hub for the device at its \a port: the generation that the connection runs at.
+/// Returns the USB generation of the connection at \a port of \a hub, or 0 if it is unknown.
 std::int32_t usbNumberAt(HANDLE hub, ULONG port)
 {
-    // The answer is followed by one entry for each open pipe, of which a device has 30 at most.
+    // The structure ends in one entry for each open pipe. A device has at most 30 pipes.
     constexpr std::size_t kSize =
         sizeof(USB_NODE_CONNECTION_INFORMATION_EX) + 30 * sizeof(USB_PIPE_INFO);
     alignas(USB_NODE_CONNECTION_INFORMATION_EX) std::array<std::byte, kSize> buffer{};
@@ -151,7 +153,7 @@ std::int32_t usbNumberAt(HANDLE hub, ULONG port)
     const bool hasFirst = ::DeviceIoControl(hub, IOCTL_USB_GET_NODE_CONNECTION_INFORMATION_EX,
         buffer.data(), kSize, buffer.data(), kSize, &size, nullptr);
 
-    // A second question, new in Windows 8, because the first knows no speed above high speed.
+    // The first request knows no speed above high speed. This one exists from Windows 8 on.
     USB_NODE_CONNECTION_INFORMATION_EX_V2 second{};
     second.ConnectionIndex = port;
     second.Length = sizeof second;
@@ -176,22 +178,22 @@ std::int32_t usbNumberOf(const USBInfo &info)
         return 0;
     }
     const QByteArray path = "\\\\?\\Global\\GLOBALROOT" + parent.toLocal8Bit();
-    // The questions need no right on the hub: asking for none spares the caller to be an
-    // administrator.
+    // The requests need no access right. With an access right, only an administrator could open the
+    // hub.
     const FileHandle hub = openFile(path.constData(), 0);
     return hub ? usbNumberAt(hub.get(), static_cast<ULONG>(info.address)) : 0;
 }
 
-/// 0, or the code of the call that just failed.
+/// Returns 0 if the last call of the system \a succeeded, and its error otherwise, never 0.
 DWORD errorOf(BOOL succeeded)
 {
     const DWORD code = succeeded ? ERROR_SUCCESS : ::GetLastError();
     return succeeded || code != ERROR_SUCCESS ? code : ERROR_GEN_FAILURE;
 }
 
-/// Fills \a device with the device behind an interface. The path in the detail is not needed, but
-/// the two come together.
-bool deviceBehind(HDEVINFO set, SP_DEVICE_INTERFACE_DATA &entry, SP_DEVINFO_DATA &device)
+/// Sets \a device to the device of the interface \a entry. SetupAPI gives the device only together
+/// with the path of the interface, which is not needed.
+bool deviceOfInterface(HDEVINFO set, SP_DEVICE_INTERFACE_DATA &entry, SP_DEVINFO_DATA &device)
 {
     DWORD size = 0;
     ::SetupDiGetDeviceInterfaceDetailA(set, &entry, nullptr, 0, &size, nullptr);
@@ -207,8 +209,9 @@ bool deviceBehind(HDEVINFO set, SP_DEVICE_INTERFACE_DATA &entry, SP_DEVINFO_DATA
     return ::SetupDiGetDeviceInterfaceDetailA(set, &entry, detail.get(), size, nullptr, &device);
 }
 
-/// Visits the devices of a setup class, or those with an interface of a class, that are attached
-/// now. Returns why the set cannot be opened, else 0.
+/// Calls \a visit for each attached device of the setup class \a classOrInterface or, if
+/// \a byInterface is true, with that interface. Returns 0, or the error if SetupAPI cannot list the
+/// devices.
 template<class Visit>
 DWORD enumerateDevices(const GUID &classOrInterface, bool byInterface, Visit visit)
 {
@@ -230,7 +233,7 @@ DWORD enumerateDevices(const GUID &classOrInterface, bool byInterface, Visit vis
                     set.get(), nullptr, &classOrInterface, index, &entry));
             },
             [&] {
-                if (deviceBehind(set.get(), entry, device)) {
+                if (deviceOfInterface(set.get(), entry, device)) {
                     visit(set.get(), device);
                 }
             });

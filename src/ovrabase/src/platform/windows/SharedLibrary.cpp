@@ -12,7 +12,7 @@
 namespace Vyn::OvraBase::os {
 namespace {
 
-/// The text of the last error, with \a subject where the system leaves a place for it.
+/// Returns the text of the last error, with \a subject in place of "%1", which some texts contain.
 QString lastError(const QString &subject)
 {
     QString text = QString::fromLocal8Bit(errorText(::GetLastError())).trimmed();
@@ -24,7 +24,7 @@ QString lastError(const QString &subject)
 void *openLibrary(const QString &path, QString &error)
 {
     const QString native = QDir::toNativeSeparators(path);
-    // A damaged file is an answer to the caller, not a message box to the user.
+    // Without this mode, Windows may show a message box when it cannot load a file.
     DWORD callersMode = 0;
     ::SetThreadErrorMode(SEM_FAILCRITICALERRORS, &callersMode);
     HMODULE library = ::LoadLibraryW(native.toStdWString().c_str());
