@@ -44,7 +44,7 @@ const char *BaseException::what() const noexcept
     try {
         mWhat = mMessage.str();
     } catch (...) {
-        // Out of memory: the text of the last call is still the best answer.
+        // Out of memory. mWhat still holds the text of the previous call.
     }
     return mWhat.c_str();
 }
@@ -95,9 +95,11 @@ template class OVRABASE_DETAIL_DEFINED Exception<11, IOException>;
 template class OVRABASE_DETAIL_DEFINED Exception<0, ParameterException>;
 template class OVRABASE_DETAIL_DEFINED Exception<1, ParameterException>;
 
-/// Copies one of each class. The classes have no virtual function that is defined in a source, so
-/// their tables and type information are made where objects are: here too, to be exported, also
-/// those of classes that the library itself never throws.
+/// Makes the compiler emit the virtual function table and the type information of each class, so
+/// that the library exports them.
+///
+/// The compiler emits those of a class without an out-of-line virtual function only in sources that
+/// create objects of the class, and the library creates none of some classes.
 template<class... Failures>
 struct Emitted {
     static std::tuple<Failures...> copiesOf(const Failures &...failures) { return {failures...}; }

@@ -12,77 +12,81 @@
 #include <string>
 
 /// \file
-/// The failures that the library reports, as one tree of classes under BaseException.
+/// The exception classes of the library. BaseException is the root of the tree.
 ///
 /// A category (InternalException, IOException, ParameterException) and a sub-code identify a
-/// failure. Catch a concrete class for one failure, a category for its kind, BaseException or
-/// std::exception for all. The library logs each failure on the Debug logger, then throws it by
-/// value. An exception object belongs to one thread at a time.
+/// failure. Catch a concrete class for one failure, a category for all failures of a kind, and
+/// BaseException or std::exception for all failures. The library logs each failure on Debug and
+/// then throws it by value. Two threads must not use the same exception object at the same time.
 namespace Vyn::Exception {
 
-/// The root of the tree: a message that traces may be written over.
+/// The root of the tree. Holds the text of the failure.
 class OVRABASE_EXPORT BaseException : public std::exception {
 public:
-    /// Takes \a message as it is; text for other software is UTF-8.
+    /// Holds \a message, which should be UTF-8. Its bytes are not changed.
     explicit BaseException(const std::string &message);
-    /// Takes \a message as UTF-8.
+    /// Holds \a message in UTF-8.
     explicit BaseException(const QString &message);
-    /// Takes the zero-terminated \a message; null counts as empty.
+    /// Holds the zero-terminated \a message, which should be UTF-8. Null counts as an empty text.
     explicit BaseException(const char *message);
 
-    /// Copies the text. The next addTrace() on the copy writes at its beginning again.
+    /// Copies the text. The first addTrace() of the copy writes at the beginning of the text.
     BaseException(const BaseException &other);
     BaseException(BaseException &&other) noexcept;
     BaseException &operator=(const BaseException &other);
     BaseException &operator=(BaseException &&other) noexcept;
     ~BaseException() override;
 
-    /// Returns the current text, valid until the next call on this object or its end.
+    /// Returns the text. The pointer is valid until the next call of a member function, and no
+    /// longer than this object.
     const char *what() const noexcept override;
 
-    /// Returns the number of the failure in its category, 0 for the categories themselves.
+    /// Returns the number of the failure within its category. Returns 0 for an object whose class
+    /// is a category.
     virtual unsigned int errorSubCode() const;
 
-    /// Writes " <" and \a trace over the text, from its beginning on; a second call goes on where
-    /// the first stopped. What is longer than the text extends it.
+    /// Writes " <" and then \a trace over the text. The first call writes at the beginning of the
+    /// text, and each further call after the previous one. The text grows if necessary.
     void addTrace(const std::string &trace);
 
 private:
-    std::stringstream mMessage;
-    mutable std::string mWhat;
+    std::stringstream mMessage; ///< overwritten by addTrace() from its put position on
+    mutable std::string mWhat;  ///< the text that what() returned last
 };
 
-/// A fault of the program itself.
+/// A mistake in the program.
 class OVRABASE_EXPORT InternalException : public BaseException {
 public:
     using BaseException::BaseException;
 };
 
-/// A file, folder, drive or network resource that did not do what was asked of it.
+/// A failed operation on a file, a folder, a drive or a network resource.
 class OVRABASE_EXPORT IOException : public BaseException {
 public:
-    /// \a subject names what failed: a path, a drive or a network resource. It is no part of
-    /// what().
+    /// Holds \a message, which should be UTF-8, and \a subject: the path, the drive or the network
+    /// resource that the operation failed on. what() does not contain \a subject.
     IOException(const std::string &message, QString subject);
-    /// The same, with \a message as UTF-8.
+    /// Holds \a message in UTF-8, and \a subject as described above.
     IOException(const QString &message, QString subject);
-    /// The same, with the zero-terminated \a message; null counts as empty.
+    /// Holds the zero-terminated \a message, which should be UTF-8, and \a subject as described
+    /// above. A null \a message counts as an empty text.
     IOException(const char *message, QString subject);
 
-    /// Returns the path, drive or network resource that the failure concerns.
+    /// Returns the path, the drive or the network resource that the operation failed on.
     const QString &subject() const noexcept { return mSubject; }
 
 private:
     QString mSubject;
 };
 
-/// An argument that a function cannot work with.
+/// An argument that a function does not accept.
 class OVRABASE_EXPORT ParameterException : public BaseException {
 public:
     using BaseException::BaseException;
 };
 
-/// Failure number N of its Category; each concrete class below derives from one instance.
+/// The failure with the sub-code N in Category. Each concrete class below derives from one
+/// instance.
 template<unsigned int N, class Category>
 class Exception : public Category {
 public:
@@ -92,15 +96,17 @@ private:
     unsigned int errorSubCode() const override;
 };
 
-// Not in the class: GCC exports no inline function of a template from a DLL, and tables of derived
-// classes in other modules point here.
+// Defined outside the class, and so not inline: GCC does not export an inline member of a class
+// template from a DLL, but the virtual function tables of derived classes in other modules point to
+// this function.
 template<unsigned int N, class Category>
 unsigned int Exception<N, Category>::errorSubCode() const
 {
     return N;
 }
 
-// MSVC exports an instance where it is defined, other compilers where it is declared.
+// MSVC wants the export attribute at the definition of an explicit instance, and other compilers
+// want it at the declaration.
 #if defined(_MSC_VER) && defined(ovrabase_EXPORTS)
 #define OVRABASE_DETAIL_DECLARED
 #define OVRABASE_DETAIL_DEFINED OVRABASE_EXPORT
@@ -126,19 +132,19 @@ extern template class OVRABASE_DETAIL_DECLARED Exception<11, IOException>;
 extern template class OVRABASE_DETAIL_DECLARED Exception<0, ParameterException>;
 extern template class OVRABASE_DETAIL_DECLARED Exception<1, ParameterException>;
 
-/// Code that contradicts itself.
+/// A state that correct code cannot reach.
 class OVRABASE_EXPORT LogicErrorException : public Exception<0, InternalException> {
 public:
     using Exception::Exception;
 };
 
-/// A condition that only shows while running.
+/// An error that can only be detected at run time.
 class OVRABASE_EXPORT RuntimeErrorException : public Exception<1, InternalException> {
 public:
     using Exception::Exception;
 };
 
-/// A value outside the domain of a computation.
+/// A value outside the domain of a function.
 class OVRABASE_EXPORT DomainErrorException : public Exception<2, InternalException> {
 public:
     using Exception::Exception;
@@ -150,7 +156,7 @@ public:
     using Exception::Exception;
 };
 
-/// A file that opens but cannot be read.
+/// A file that can be opened but not read.
 class OVRABASE_EXPORT FileReadingException : public Exception<1, IOException> {
 public:
     using Exception::Exception;
@@ -180,7 +186,7 @@ public:
     using Exception::Exception;
 };
 
-/// A folder that cannot be made.
+/// A folder that cannot be created.
 class OVRABASE_EXPORT FolderCreationException : public Exception<6, IOException> {
 public:
     using Exception::Exception;
@@ -192,7 +198,7 @@ public:
     using Exception::Exception;
 };
 
-/// A folder that cannot be removed, or not with all its content.
+/// A folder that cannot be removed completely.
 class OVRABASE_EXPORT FolderDeletionException : public Exception<8, IOException> {
 public:
     using Exception::Exception;
@@ -216,13 +222,13 @@ public:
     using Exception::Exception;
 };
 
-/// A null where an object is needed.
+/// A null argument of a function that needs an object.
 class OVRABASE_EXPORT NullParameterException : public Exception<0, ParameterException> {
 public:
     using Exception::Exception;
 };
 
-/// An argument that has no meaning for the function.
+/// An argument with a value that the function does not accept.
 class OVRABASE_EXPORT InvalidArgumentException : public Exception<1, ParameterException> {
 public:
     using Exception::Exception;
