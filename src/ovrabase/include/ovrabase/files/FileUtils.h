@@ -17,25 +17,27 @@
 
 namespace Vyn {
 
-/// Whether a folder walk descends into sub-folders.
+/// Tells a function whether to enter sub-folders.
 enum class Recursion { NonRecursive = 0, Recursive = 1 };
 
 } // namespace Vyn
 
 namespace Vyn::OvraBase {
 
-/// Questions about paths and files, and the operations on them.
+/// Functions on paths, files and folders.
 ///
-/// All functions are static, keep no state and may be called from any thread. Paths are absolute or
-/// relative to the current folder, with "/" or the system's separator. What touches the file system
-/// blocks until it answers. A path that no system accepts (empty, with a NUL, far too long) counts
-/// as the path of something that does not exist. A soft failure answers false or an empty value;
-/// exceptions are named where they are thrown, and are logged first.
+/// All functions are static and thread-safe. A path is absolute, or relative to the current folder,
+/// and contains "/" or the system's separator. Nothing exists at an invalid path: an empty one, one
+/// with a NUL, and one that is too long for the system. Functions that access the file system block
+/// until it answers.
+///
+/// A function reports a failure by an exception, which is logged first, only if its comment names
+/// the exception. Otherwise it returns false or an empty value, or ignores the failure.
 class OVRABASE_EXPORT FileUtils : public QObject {
     Q_OBJECT
 
 public:
-    /// For the meta-object only: everything here is static.
+    /// Exists for the meta-object only. Callers need no object, because all functions are static.
     explicit FileUtils(QObject *parent = nullptr);
     ~FileUtils() override;
 
@@ -47,7 +49,8 @@ public:
     /// Returns ';', which separates the paths of a list.
     static char getPathListSeparator();
 
-    /// Returns the folder that holds \a path, without a separator at its end; "." for a bare name.
+    /// Returns the folder of \a path, without a separator at the end. Returns "." for a file name
+    /// without a folder.
     static QString extractFolderPath(const QString &path);
     /// Returns the file name up to its first dot.
     static QString getBaseName(const QString &path);
@@ -58,7 +61,7 @@ public:
     /// Returns \a filePath without its complete extension and the dot before it: "a/b" of
     /// "a/b.tar.gz", and "a/" of "a/.hidden".
     Q_INVOKABLE static QString getFilePathWithoutExtension(const QString &filePath);
-    /// Returns the complete extension of a file that exists, else the empty string.
+    /// Returns the complete extension of \a path if it is a file, and an empty text otherwise.
     static QString getFileSuffix(const QString &path);
 
     /// Returns \a path with \a extension in place of its complete extension: "x/a.png" for
@@ -68,78 +71,83 @@ public:
     ///     \a extension contains "/" or "\".
     static QString changeFilePathExtension(const QString &path, const QString &extension);
 
-    /// Tells whether the two are the same text, native separators or not. Nothing is resolved.
+    /// Returns true if \a a and \a b are the same text, with "/" equal to the native separator.
+    /// Relative paths, ".." and links are not resolved.
     static bool pathAreIdentical(const QString &a, const QString &b);
 
     /// @}
     /// \name File checks
-    /// Links are followed. The forms for urls answer false for a url that is not a local file, and
-    /// otherwise what the forms for paths answer.
+    /// Links are followed.
     /// @{
 
-    /// Returns true if \a path exists; a dangling link does not.
+    /// Returns true if \a path exists. A dangling link does not count.
     static bool exists(const QString &path);
-    /// See exists(const QString &).
+    /// Returns exists() of the path of \a url, or false if \a url is not a local file.
     static bool exists(const QUrl &url);
     /// Returns true if \a path is a regular file.
     static bool isFile(const QString &path);
-    /// See isFile(const QString &).
+    /// Returns isFile() of the path of \a url, or false if \a url is not a local file.
     static bool isFile(const QUrl &url);
     /// Returns true if \a path is a folder.
     static bool isFolder(const QString &path);
-    /// See isFolder(const QString &).
+    /// Returns isFolder() of the path of \a url, or false if \a url is not a local file.
     static bool isFolder(const QUrl &url);
     /// Returns true if \a path exists and may be read.
     static bool isReadable(const QString &path);
-    /// See isReadable(const QString &).
+    /// Returns isReadable() of the path of \a url, or false if \a url is not a local file.
     static bool isReadable(const QUrl &url);
     /// Returns true if \a path, or else its nearest ancestor that exists, is writable. Returns
     /// false if not even the root of \a path exists (a missing drive or server), and for an empty
     /// path.
     static bool isWritable(const QString &path);
-    /// See isWritable(const QString &).
+    /// Returns isWritable() of the path of \a url, or false if \a url is not a local file.
     static bool isWritable(const QUrl &url);
-    /// Returns true if \a path exists and may be read and written. Ancestors do not count.
+    /// Returns true if \a path exists and may be read and written. In contrast to isWritable(), a
+    /// missing \a path gives false whatever its ancestors are.
     static bool isReadableAndWritable(const QString &path);
-    /// See isReadableAndWritable(const QString &).
+    /// Returns isReadableAndWritable() of the path of \a url, or false if \a url is not a local
+    /// file.
     static bool isReadableAndWritable(const QUrl &url);
     /// Returns true if \a path is a folder with an entry that is not hidden.
     static bool isNonEmptyFolder(const QString &path);
-    /// See isNonEmptyFolder(const QString &).
+    /// Returns isNonEmptyFolder() of the path of \a url, or false if \a url is not a local file.
     static bool isNonEmptyFolder(const QUrl &url);
 
     /// Returns true if \a url is relative, or is a "file" url with a relative path.
     static bool isRelativeFilePath(const QUrl &url);
     /// Returns true if \a a was modified after \a b, and false if either is missing.
     static bool isFileMoreRecentThan(const QString &a, const QString &b);
-    /// Returns true if \a path is a file that can be opened, at least for reading. The file is
-    /// opened and closed; nothing is created or written. On Windows this looks at the access
-    /// rights, which takes longer than looking at the attributes.
+    /// Returns true if \a path is a file that can be opened, at least for reading. Opens and closes
+    /// the file, and neither creates nor changes it. On Windows, reads the NTFS access rights,
+    /// which is slower than to read the attributes.
     static bool checkFileCanBeOpened(const QString &path);
 
     /// @}
     /// \name File kinds
-    /// Extensions are given without the dot and compared without case, where not said otherwise.
+    /// An extension has no dot, and is compared without regard to case, except in
+    /// isImageFormatSupported().
     /// @{
 
-    /// usd, usda, usdc, usdz, obj, fbx, gltf, glb
+    /// Returns true for a mesh: usd, usda, usdc, usdz, obj, fbx, gltf or glb.
     static bool isMeshExt(const QString &ext);
-    /// slvar, the archives
+    /// Returns true for an archive: slvar.
     static bool isSLVARExt(const QString &ext);
-    /// vskfilter and ovrafilter
+    /// Returns true for a filter: vskfilter or ovrafilter.
     static bool isVSKFilterExt(const QString &ext);
-    /// ovqa
+    /// Returns true for a quick action: ovqa.
     static bool isQuickActionExt(const QString &ext);
-    /// Tells whether \a ext, in lower case, is none of the formats that are refused.
+    /// Returns false for the image formats that the application refuses, dng and nef in lower case.
+    /// Returns true for every other text.
     static bool isImageFormatSupported(const QString &ext);
-    /// Tells whether \a ext is a supported format that FreeImage knows, or "svg". The first call
-    /// loads FreeImage, which takes some milliseconds; where it is missing, "svg" is all that is
-    /// known, and a warning is logged once on Support.
+    /// Returns true for "svg" and for the supported image formats that FreeImage knows.
+    ///
+    /// The first call loads FreeImage, which takes some milliseconds. If it cannot be loaded, only
+    /// "svg" is known, and a warning is logged once on Support.
     static bool isImageExt(const QString &ext);
 
     /// @}
     /// \name File names
-    /// The rules are those of Windows, on every system.
+    /// The rules for valid names are those of Windows, on every system.
     /// @{
 
     /// Returns true if \a name has no forbidden character and is not a reserved device name. Only
@@ -150,13 +158,14 @@ public:
     /// front of a reserved device name. Returns the translated word "file" for an empty \a name.
     static QString ensureValidFileName(const QString &name);
 
-    /// Returns the first of these paths in \a folder that is not an existing file:
-    /// "baseName.extension", "baseName_001.extension", "baseName_002.extension" and so on. A folder
-    /// counts as free.
+    /// Returns the first of these paths in \a folder at which no file exists: "baseName.extension",
+    /// "baseName_001.extension", "baseName_002.extension" and so on. A path at which a folder
+    /// exists counts as free.
     ///
-    /// A \a baseName that ends in "_" and exactly three digits continues its numbering: "a_009"
-    /// gives "a.extension", then "a_010.extension". Creates nothing: two callers can receive the
-    /// same path. Takes time in proportion to the number of names that are taken.
+    /// If \a baseName ends in "_" and exactly three digits, the numbers continue from there: for
+    /// "a_009", the paths are "a.extension", "a_010.extension" and so on. Creates no file, so that
+    /// two calls can return the same path. Takes time in proportion to the number of names that are
+    /// taken.
     static QString getUniqueFileName(
         const QString &folder, const QString &baseName, const QString &extension);
 
@@ -164,32 +173,33 @@ public:
     /// \name Reading and writing
     /// @{
 
-    /// Returns the paths of the files in \a folder, and for Recursion::Recursive in its
-    /// sub-folders, whose names match one of the wildcards \a nameFilters; of all files if there
-    /// are no filters. The paths are not sorted. Hidden files and folders are left out, and links
-    /// to folders are not followed.
+    /// Returns the paths of the files in \a folder whose names match one of the wildcards
+    /// \a nameFilters. No filters match every name. Recursion::Recursive adds the files in
+    /// sub-folders. The paths are not sorted. Hidden files and folders are left out, and links to
+    /// folders are not followed.
     static std::vector<QString> folderParseFiles(
         const QString &folder, const QList<QString> &nameFilters, Recursion recursion);
 
-    /// On Windows, sets the attribute "hidden" of \a path and clears all others. A path that is not
-    /// ASCII may be missed. Does nothing on other systems.
+    /// On Windows, sets the attribute "hidden" of \a path and clears all other attributes. May have
+    /// no effect on a path with other than ASCII characters. Does nothing on other systems.
     static void hideFileOnWindows(const QString &path);
 
     /// Returns the content of a file.
     ///
     /// \throws Exception::InvalidArgumentException  \a path is not a file.
-    /// \throws Exception::FileOpenException  the file cannot be opened.
-    /// \throws Exception::FileReadingException  the file cannot be read to its end.
+    /// \throws Exception::FileOpenException  The file cannot be opened.
+    /// \throws Exception::FileReadingException  The file cannot be read to its end.
     static QByteArray loadBinaryFile(const QString &path);
-    /// Returns the text of a file, with "\n" as line ends. A byte-order mark tells the encoding;
-    /// without one it is UTF-8. Throws what loadBinaryFile() throws.
+    /// Returns the text of a file, with "\n" as line ends. A byte-order mark decides the encoding.
+    /// Without one, the text is decoded from UTF-8. Throws what loadBinaryFile() throws.
     static QString loadTextFileToQString(const QString &path);
-    /// Writes \a text to the file \a path as UTF-8 with the system's line ends; an existing file is
-    /// overwritten. Returns true if the whole text was written; otherwise the file may have a part.
+    /// Writes \a text to the file \a path, in UTF-8 and with the system's line ends. Overwrites an
+    /// existing file. Returns true if the whole text was written. On failure, the file may contain
+    /// a part of it.
     static bool saveTextToFile(const QString &text, const QString &path);
 
     /// Makes the folder \a path and its parents if they are missing. Returns true if \a path is a
-    /// folder then. An empty \a path is the current folder.
+    /// folder afterwards. An empty \a path is the current folder.
     static bool makeFolder(const QString &path);
     /// Creates the empty file \a path if it is missing, and does not change an existing one.
     /// Failures are ignored.
@@ -199,137 +209,158 @@ public:
     /// \name Folder copies
     /// @{
 
-    /// Copies the content of the folder \a source, hidden entries too, into \a destination, which
-    /// is made when missing. A relative \a destination stands in \a source.
+    /// Copies the content of the folder \a source, with the hidden entries, into the folder
+    /// \a destination, which is made if it is missing. A relative \a destination is relative to
+    /// \a source.
     ///
-    /// Copies what \a source held when the call began, so \a destination may lie inside. Nothing is
-    /// overwritten. Pipes, sockets, devices and links that lead nowhere are passed over. Other
-    /// links are copied as what they lead to, except a link to a folder that the link is in; of the
-    /// links to folders that are found in linked folders, the first 100 are followed. What cannot
-    /// be copied gets a warning on Support, and the copy goes on: a file that exists already, a
-    /// link that is not followed, a folder that cannot be read to its end.
+    /// Copies what \a source contains when the call begins, so that \a destination may be in
+    /// \a source. Overwrites nothing. Ignores pipes, sockets, devices and dangling links. Copies
+    /// the target of any other link, except a link to a folder that contains the link; of the links
+    /// to folders within linked folders, only the first 100 are followed. If something cannot be
+    /// copied (a file exists already, a link is not followed, a folder cannot be read to its end),
+    /// logs a warning on Support and goes on.
     ///
-    /// A copied file has the permissions of its source. A folder that is made has at most those of
-    /// its source; its owner has all rights while it is being filled. Neither has a set-uid,
-    /// set-gid or sticky bit. (On Windows, both inherit their access rights from the destination.)
+    /// A copied file has the permissions of its source. A new folder has at most those of its
+    /// source, and all permissions for its owner while it is being filled. Neither has a set-uid,
+    /// set-gid or sticky bit. On Windows, both inherit the access rights of the destination.
     ///
-    /// Returns true if everything was copied with its whole content and would survive a power cut
-    /// from then on. For that, the file system is synced once, which waits for what other programs
-    /// have written, too; on Windows each file is. False also when \a source is not a folder.
+    /// Returns true if everything was copied completely. All copies then survive a power failure.
+    /// For that, the call syncs the file system once, and so also waits for data that other
+    /// programs have written; on Windows, it syncs each file. Returns false if \a source is not a
+    /// folder.
     static bool copyRecursively(const QString &source, const QString &destination);
 
     /// @}
     /// \name Copies with backup
     /// @{
 
-    /// Copies the file or Qt resource \a source to \a destination; what stood there before is kept
-    /// under the same name and ".bak", in place of an older backup. The copy has the permissions of
+    /// Copies the file or Qt resource \a source to \a destination. A file that exists there becomes
+    /// the backup "destination.bak", and replaces an older backup. The copy has the permissions of
     /// \a source without the set-uid, set-gid and sticky bits.
     ///
-    /// Returns true if the whole content is at \a destination. From then on, it and the backup
-    /// would survive a power cut. On failure nothing new is there and an older backup is as it was,
-    /// a warning is written on Debug, and a backup that exists without its original is renamed
-    /// back. Only where the disk fails while the new names are synced, the older backup is lost.
+    /// Returns true if the whole content is at \a destination. It and the backup then survive a
+    /// power failure. On failure, logs a warning on Debug, and leaves \a destination and an older
+    /// backup unchanged; a backup that exists without its original is renamed back. The older
+    /// backup is lost only if the disk fails while the new names are synced.
     ///
-    /// At every moment, even when the process dies or the power fails in it, the old content is
-    /// whole under one of its two names or the new one is whole under its name. A process that dies
-    /// may leave a file with a random name and ".tmp" beside \a destination.
+    /// At every moment, either the complete old content exists under one of its two names, or the
+    /// complete new content exists at \a destination. This also holds if the process is killed or
+    /// the power fails. A killed process may leave a file with a random name and the extension
+    /// "tmp" in the folder of \a destination.
     static bool copyWithBackup(const QString &source, const QString &destination);
-    /// Copies each pair of source and destination, in order, with the promises of a single copy.
-    /// The answers come in the order of \a copies; a copy that fails stops no other.
+    /// Copies each pair of source and destination, in order, as the function for one copy does.
+    /// Returns the results in the order of \a copies. A copy that fails does not stop the others.
     ///
-    /// At every moment, each destination is whole, old or new. (Where the system cannot give a file
-    /// two names, as on Windows, the old one is for a moment only at its backup's name.) Meanwhile
-    /// all new contents need room beside the old ones.
+    /// At every moment, each destination has its complete old or its complete new content. (If the
+    /// system cannot give a file two names, as on Windows, the old content is for a moment only
+    /// under the name of the backup.) During the call, the disk must have space for the old and the
+    /// new contents of all copies.
     ///
-    /// Costs less than single copies: the file systems are synced twice for all, which waits for
-    /// what other programs have written, too. A copy from or onto an earlier destination or backup,
-    /// and one onto a folder or a link, adds two more. On Windows each file is synced.
+    /// Faster than single copies, because the file systems are synced only twice for all copies. A
+    /// sync also waits for data that other programs have written. Two more syncs are needed for a
+    /// copy that reads or replaces the destination or backup of an earlier copy, and for a copy
+    /// onto a folder or a link. On Windows, each file is synced.
     static std::vector<bool> copyWithBackup(const std::vector<std::pair<QString, QString>> &copies);
 
     /// @}
     /// \name Removal
     /// @{
 
-    /// Removes the folder \a path with its content, whatever its names and its depth. A missing
-    /// folder is not an error, and a file at \a path stays.
+    /// Removes the folder \a path with its content. Does nothing if \a path does not exist or is a
+    /// file. Any names and any depth are allowed.
     ///
-    /// Links are removed and not followed, inside and as \a path itself. Nothing outside of the
-    /// folder is removed, even if links take the place of folders during the call.
+    /// If \a path is a link, removes only the link. Links in the folder are removed and not
+    /// followed. Nothing outside of the folder is removed, even if another program replaces folders
+    /// by links during the call.
     ///
-    /// \throws Exception::FolderDeletionException  something cannot be removed; the rest is
-    /// removed.
+    /// \throws Exception::FolderDeletionException  An entry cannot be removed. All others are
+    ///     removed.
     static void removeDirRecursiveIfItExists(const QString &path);
-    /// Removes the file or link \a path. A missing one is not an error.
+    /// Removes the file or link \a path. Does nothing if \a path does not exist.
     ///
-    /// \throws Exception::FileDeletionException  it cannot be removed, or \a path is a folder.
+    /// \throws Exception::FileDeletionException  The entry cannot be removed, or is a folder.
     static void removeFileIfItExists(const QString &path);
 
     /// @}
     /// \name Application folders
     /// The application's temporary folder is the folder with the application's name in the system's
-    /// temporary folder. All instances of the application that one user runs share it; nobody else
-    /// has access to it on Linux (mode 0700). If something of that name belongs to another user, is
-    /// a link, or is a folder that others may write to, "<name>-<user id>" takes its place in all
-    /// functions. On Windows the system's temporary folder is the user's own. Without an
-    /// application name, the application's temporary folder is the system's.
+    /// temporary folder. Without an application name, it is the system's temporary folder itself.
+    ///
+    /// All processes of the application that one user runs share the folder. On Linux, no other
+    /// user has access to it (mode 0700). If its name is taken by a link, by an entry of another
+    /// user or by a folder that others may write to, all functions use "<name>-<user id>" instead.
+    /// On Windows, the system's temporary folder already belongs to the user.
     /// @{
 
-    /// Makes a folder in the application's temporary folder, which is removed with the returned
-    /// object. Its name is \a nameTemplate with random characters for the last six X; a template
-    /// without them gets them appended.
+    /// Makes a folder in the application's temporary folder. The destructor of the returned object
+    /// removes it. The folder's name is \a nameTemplate with random characters in place of the last
+    /// "XXXXXX"; if there is none, six random characters are appended.
     ///
-    /// \throws Exception::FolderCreationException  names the path that was tried.
+    /// \throws Exception::FolderCreationException  The folder cannot be made. The subject is its
+    ///     path.
     static QTemporaryDir createTemporaryDir(const QString &nameTemplate);
     /// Calls createTemporaryDir("XXXXXX").
     static QTemporaryDir createTemporaryDir();
-    /// Returns the absolute path of the entry \a name of the application's temporary folder. When
-    /// it is missing, makes a folder as createTemporaryDir() does, which stays until
-    /// clearApplicationTemporaryDir().
+    /// Returns the absolute path of the entry \a name of the application's temporary folder. If it
+    /// does not exist, makes a folder as createTemporaryDir(name) does, and returns its path. That
+    /// folder stays until clearApplicationTemporaryDir().
     ///
-    /// \throws Exception::FolderCreationException  names the path that was tried.
+    /// \throws Exception::FolderCreationException  The folder cannot be made. The subject is its
+    ///     path.
     static QString createApplicationTemporaryDir(const QString &name);
     /// Calls createApplicationTemporaryDir("XXXXXX").
     static QString createApplicationTemporaryDir();
-    /// Removes the application's temporary folder with its content, also what other instances of
-    /// the application have in it. What cannot be removed stays, without an error. Does nothing
-    /// without an application name, when that folder is the system's.
+    /// Removes the application's temporary folder with its content, also the files of other
+    /// processes of the application. An entry that cannot be removed stays, and is not reported.
+    /// Does nothing without an application name.
     static void clearApplicationTemporaryDir();
 
-    /// Resolves a relative \a path against the application's data folder, which is computed on the
-    /// first call and kept. Returns an absolute \a path unchanged. Creates nothing.
+    /// Returns the absolute path for \a path, which is relative to the application's data folder.
+    /// Returns an absolute \a path unchanged. Creates nothing. The data folder is determined in the
+    /// first call: a later change of the application's name has no effect.
     static QString getAppDataAbsolutePath(const QString &path);
-    /// Resolves a relative \a path against documents/organisation/application, which is computed on
-    /// the first call and kept. Returns an absolute \a path unchanged. Creates nothing.
+    /// Returns the absolute path for \a path, which is relative to the folder
+    /// "organisation/application" in the user's documents folder. Returns an absolute \a path
+    /// unchanged. Creates nothing. The folder is determined in the first call: a later change of
+    /// the names has no effect.
     Q_INVOKABLE static QString getDocumentsAbsolutePath(const QString &path);
-    /// Returns the folder of the program; empty as long as there is no application object. The
-    /// first call with an application object changes the string: no other thread may read a
-    /// reference from an earlier call at that moment.
+    /// Returns the folder of the program, or an empty path if there has been no application object
+    /// yet.
+    ///
+    /// The first call with an application object changes the string that earlier calls returned a
+    /// reference to. No other thread may read the string during that call.
     static const QString &safeApplicationDirPath();
 
-    /// Returns a local path for \a pathOrUrl. A plain path and a "file" url are returned unchanged.
-    /// Anything else, for example a "qrc" url, but also a path with a drive letter, is copied into
-    /// the folder "external_files" of the application's temporary folder. Every call makes another
-    /// copy, under the first free name as getUniqueFileName() counts.
+    /// Returns a path on the local disk for \a pathOrUrl. Returns a path without a url scheme, and
+    /// a "file" url, unchanged.
     ///
-    /// \throws Exception::FileCopyException  names \a pathOrUrl.
-    /// \throws Exception::FolderCreationException  names the folder that was tried.
+    /// Anything else, for example a "qrc" url, is copied into the folder "external_files" in the
+    /// application's temporary folder. A path with a drive letter and "/" is copied, too, because
+    /// the letter looks like a scheme. Each call makes a new copy. Its name is the first free one,
+    /// as for getUniqueFileName().
+    ///
+    /// \throws Exception::FileCopyException  The file cannot be copied. The subject is
+    ///     \a pathOrUrl.
+    /// \throws Exception::FolderCreationException  The folder cannot be made. The subject is its
+    ///     path.
     static QString ensureFileIsOnDisk(const QString &pathOrUrl);
 
     /// @}
     /// \name Content hashes
-    /// MurmurHash3_x64_128 with seed 0. Not for secrets: collisions can be made on purpose.
+    /// The hash is MurmurHash3_x64_128() with the seed 0. It is not cryptographic: an attacker can
+    /// make two contents with the same hash.
     /// @{
 
-    /// Returns the 16 bytes of the hash.
+    /// Returns the hash of \a data, 16 bytes.
     static QByteArray dataToHash(const QByteArray &data);
-    /// Returns dataToHash() of the file's content, reading it piece by piece. Throws what
-    /// loadBinaryFile() throws.
+    /// Returns dataToHash() of the content of the file \a path. Reads the file in pieces, and so
+    /// needs little memory. Throws what loadBinaryFile() throws.
     static QByteArray fileDataToHash(const QString &path);
-    /// Returns the two little-endian 64-bit halves of \a hash as "12345-678". What is not 16 bytes
-    /// long is hashed first.
+    /// Returns the two halves of \a hash as decimal numbers, for example "12345-678". A half is a
+    /// little-endian 64-bit number. If \a hash does not have 16 bytes, returns the text for
+    /// dataToHash(hash).
     static QString hashToNumber(const QByteArray &hash);
-    /// Returns the number text of the hash of \a name in UTF-8.
+    /// Returns hashToNumber() of the hash of \a name in UTF-8.
     static QString fileNameToHash(const QString &name);
 
     /// @}

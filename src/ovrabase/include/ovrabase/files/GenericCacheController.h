@@ -9,16 +9,16 @@
 
 namespace Vyn::OvraBase {
 
-/// The base class of everything that keeps a cache in a folder of its own. A subclass knows where
-/// the folder is; this base class creates, empties, deletes and moves it.
+/// The base class of a cache in a folder of its own. A subclass stores the path of the folder. This
+/// class creates, empties, removes and replaces the folder.
 ///
-/// The path of the cache folder may be a link to a folder, for example on a bigger disk. The folder
-/// behind it is then emptied instead of deleted, and the link stays. Links inside are removed and
+/// The path of the cache folder may be a link to a folder, for example on a larger disk. The target
+/// is then emptied and not removed, and the link stays. Links in the cache folder are removed and
 /// not followed.
 ///
-/// No operation throws or reports failure; a folder that cannot be used gets a warning on Support.
-/// As thread-safe as the subclass.
-// The destructor is first in the table of virtual functions, and nobody deletes through this base.
+/// No function throws or returns an error. If the cache folder cannot be created, a warning is
+/// logged on Support. As thread-safe as the subclass.
+// The virtual destructor is protected: an object is not deleted through a pointer to this class.
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
 class OVRABASE_EXPORT GenericCacheController {
 public:
@@ -26,28 +26,30 @@ public:
     GenericCacheController(const GenericCacheController &) = default;
     GenericCacheController &operator=(const GenericCacheController &) = default;
 
-    /// Removes the writable files of the cache folder that are not hidden. If it has a writable
-    /// sub-folder that is not hidden, removes the whole cache folder with everything in it instead.
+    /// Removes all files in the cache folder that are writable and not hidden. If the cache folder
+    /// has a sub-folder that is writable and not hidden, removes the cache folder with its whole
+    /// content instead.
     void clear();
 
-    /// Removes the cache folder with everything in it. A file at its path stays.
+    /// Removes the cache folder with its content. Does nothing if the path is a file.
     void purge();
 
-    /// Purges the cache folder, stores \a path as the new one and creates that. The new folder is
-    /// empty unless \a path is another folder that exists already.
+    /// Calls purge(), then setCacheFolderPath() with \a path, and then creates the new cache
+    /// folder. If \a path is another folder that exists already, its content stays.
     void resetCacheFolder(const QString &path);
 
 protected:
     virtual ~GenericCacheController();
 
-    /// Creates the cache folder if needed, or warns that there will be no cache.
+    /// Creates the cache folder if it does not exist. Logs a warning on Support if that fails, if a
+    /// file has the path of the cache folder, or if the path is empty.
     void ensureDirectoryExists();
 
 public:
-    /// Returns the absolute path of the cache folder; empty means that there is none.
+    /// Returns the absolute path of the cache folder, or an empty path if there is no cache.
     virtual QString cacheFolderPath() const = 0;
 
-    /// Stores \a path as the new cache folder; nothing more.
+    /// Stores \a path as the path of the cache folder. Does not access the file system.
     virtual void setCacheFolderPath(const QString &path) = 0;
 };
 

@@ -8,22 +8,23 @@
 #include <cstdint>
 
 /// \file
-/// MurmurHash3 (Austin Appleby, 2011), bit for bit: fast, well mixed, not for secrets.
+/// The three hash functions of MurmurHash3 (Austin Appleby, 2011). Their results are those of the
+/// original. They are fast, and not cryptographic.
 ///
-/// Each function hashes the \a length bytes at \a key, which need no alignment, and writes the hash
-/// to \a out in little-endian words. \a key may be null when \a length is 0; a negative length
-/// counts as 0. Thread-safe.
+/// Each function hashes the \a length bytes at \a key, and writes the hash to \a out as
+/// little-endian words. No alignment is needed. A negative \a length counts as 0. \a key may be
+/// null if \a length is 0. Thread-safe.
 namespace Vyn {
 
-/// Writes 16 bytes: two 64-bit words. The fastest on 64-bit machines.
+/// Writes a hash of 16 bytes, two 64-bit words. The fastest of the three on a 64-bit processor.
 OVRABASE_EXPORT void MurmurHash3_x64_128(
     const void *key, int length, std::uint32_t seed, void *out);
 
-/// Writes 16 bytes: four 32-bit words, other ones than MurmurHash3_x64_128().
+/// Writes a hash of 16 bytes, four 32-bit words. It is not the hash of MurmurHash3_x64_128().
 OVRABASE_EXPORT void MurmurHash3_x86_128(
     const void *key, int length, std::uint32_t seed, void *out);
 
-/// Writes 4 bytes: one 32-bit word.
+/// Writes a hash of 4 bytes, one 32-bit word.
 OVRABASE_EXPORT void MurmurHash3_x86_32(const void *key, int length, std::uint32_t seed, void *out);
 
 } // namespace Vyn

@@ -11,26 +11,28 @@
 
 #include <string>
 
-/// Bridges between urls, file names and the 8-bit paths of older native interfaces. Nothing throws;
-/// everything is thread-safe.
+/// \file
+/// Functions on urls, folder names, and paths for interfaces that take 8-bit text. No function
+/// throws. All are thread-safe.
 namespace Vyn::OvraBase::UrlUtils {
 
-/// Returns the decoded file name of \a url up to its first dot; empty when \a url ends in "/".
+/// Returns the file name of \a url up to its first dot, percent-decoded. Returns an empty text if
+/// \a url ends in "/".
 OVRABASE_EXPORT QString getFileBaseNameFromUrl(const QUrl &url);
 
-/// Tells whether \a name is not empty and contains no "/". Every other character passes.
+/// Returns true if \a name is not empty and contains no "/". All other characters are allowed.
 OVRABASE_EXPORT bool isValidFolderName(const QString &name);
 
-/// Returns \a path in the local 8-bit encoding. Characters that it lacks are replaced, and a
-/// warning on Support tells so.
+/// Returns \a path in the local 8-bit encoding. If the encoding lacks a character of \a path, that
+/// character is replaced, and a warning is logged on Support.
 OVRABASE_EXPORT std::string toNativePath(const QString &path);
-/// Returns the native path of a local \a url, the empty path of any other.
+/// Returns toNativePath() of the path of \a url, or an empty path if \a url is not a local file.
 OVRABASE_EXPORT std::string toNativePath(const QUrl &url);
 
-/// Returns a new url "scheme:uuid" that differs from every other one.
+/// Returns a url of the form "scheme:uuid" with a new random UUID.
 OVRABASE_EXPORT QUrl uniqueUrl(const QString &scheme);
 
-/// Tells whether one of \a paths has the extension of an image.
+/// Returns true if one of \a paths has the extension of an image, see FileUtils::isImageExt().
 OVRABASE_EXPORT bool urlsContainsImages(const QList<QString> &paths);
 
 } // namespace Vyn::OvraBase::UrlUtils
