@@ -34,16 +34,17 @@ void warn(const LogPosition &position, const QString &message)
 
 GenericCacheController::~GenericCacheController() = default;
 
-// What changes the cache is not const, though only the disk shows it.
+// These functions change the cache, and so are not const, although they change no member.
 // NOLINTBEGIN(readability-make-member-function-const)
 
 void GenericCacheController::clear()
 {
     const QString path = cacheFolderPath();
     if (path.isEmpty()) {
-        return; // an empty path would be the current folder
+        return; // QDir would take an empty path for the current folder
     }
-    // Opened before it is listed: a folder that takes its place meanwhile loses nothing.
+    // The folder is opened before it is listed. If another program replaces it in between, no file
+    // of the new folder is removed.
     os::OpenFolder folder(pathOfEntry(path), os::OpenFolder::LinkAtPath::Followed);
     if (folder.error()) {
         return;
@@ -51,7 +52,7 @@ void GenericCacheController::clear()
     const QFileInfoList entries = QDir(path).entryInfoList(
         QDir::Dirs | QDir::Files | QDir::Writable | QDir::NoDotAndDotDot, QDir::Unsorted);
     if (std::any_of(entries.begin(), entries.end(), [](auto &entry) { return entry.isDir(); })) {
-        folder.remove(); // on purpose the cache folder, not the entry
+        folder.remove(); // the whole cache folder, as the header says
         return;
     }
     for (const QFileInfo &entry : entries) {
@@ -63,7 +64,7 @@ void GenericCacheController::purge()
 {
     const QString path = cacheFolderPath();
     if (FileUtils::isFolder(path)) {
-        removeFolderBehindLinks(path);
+        removeFolderThroughLink(path);
     }
 }
 

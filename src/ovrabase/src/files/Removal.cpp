@@ -41,7 +41,7 @@ std::error_code removeFolder(const QString &path)
     return folder.remove();
 }
 
-std::error_code removeFolderBehindLinks(const QString &path)
+std::error_code removeFolderThroughLink(const QString &path)
 {
     os::OpenFolder folder(pathOfEntry(path), os::OpenFolder::LinkAtPath::Followed);
     return folder.error() ? folder.error() : folder.remove();

@@ -11,33 +11,34 @@
 class QString;
 
 /// \file
-/// How the systems remove files and folders. Reports and does not judge: no logging, no throwing.
+/// The seam for the removal of files and folders. The functions neither log nor throw.
 namespace Vyn::OvraBase::os {
 
-/// Removes the file or link \a path, a read-only file too. What a link leads to stays.
+/// Removes the file or link \a path, also if it is read-only. The target of a link stays.
 std::error_code removeEntry(const QString &path);
 
-/// A folder that is open for removal. All functions work inside this folder, whatever takes the
-/// place of its path meanwhile.
+/// An open folder whose content can be removed. The functions use the handle of the folder and not
+/// its path, so that they work on this folder even if another program replaces it at its path.
 class OpenFolder {
 public:
-    /// What happens when the path itself is a link.
+    /// What the constructor does if the path is a link.
     enum class LinkAtPath { Refused, Followed };
 
-    /// \a path has no separator at its end, and its last component is not "." or "..".
+    /// Opens the folder \a path. \a path has no separator at the end, and its last component is
+    /// neither "." nor "..".
     OpenFolder(const QString &path, LinkAtPath link);
     ~OpenFolder();
     Q_DISABLE_COPY_MOVE(OpenFolder)
 
-    /// Returns why the folder is not open; nothing else may be called then.
+    /// Returns the error of the constructor. After an error, no other function may be called.
     std::error_code error() const { return mError; }
 
-    /// Removes the file or link \a name of this folder.
+    /// Removes the file or link \a name in this folder.
     std::error_code removeFile(const QString &name);
 
-    /// Removes the content, then the folder itself unless it was opened through a link. Links in it
-    /// are removed and not followed. What cannot be removed stays, and the rest goes; the answer is
-    /// the first failure.
+    /// Removes the content, and then the folder itself unless it was opened through a link. Links
+    /// in the folder are removed and not followed. An entry that cannot be removed stays, and all
+    /// others are removed. Returns the first error. No other function may be called afterwards.
     std::error_code remove();
 
 private:

@@ -9,15 +9,16 @@ class QString;
 
 namespace Vyn::OvraBase {
 
-/// Removes the folder \a path with its content; of a link to a folder, only the link. Links inside
-/// are removed and not followed. What cannot be removed stays, and the rest goes; the answer is the
-/// first failure.
+/// Removes the folder \a path with its content. If \a path is a link to a folder, removes only the
+/// link. Links in the folder are removed and not followed. An entry that cannot be removed stays,
+/// and all others are removed. Returns the first error.
 std::error_code removeFolder(const QString &path);
 
-/// Does the same, but a link at \a path stays, and the folder behind it is emptied.
-std::error_code removeFolderBehindLinks(const QString &path);
+/// Does what removeFolder() does. But if \a path is a link to a folder, removes the content of that
+/// folder, and neither the folder nor the link.
+std::error_code removeFolderThroughLink(const QString &path);
 
-/// Returns \a path in the form that os::OpenFolder takes.
+/// Returns \a path in the form that os::OpenFolder requires.
 QString pathOfEntry(const QString &path);
 
 } // namespace Vyn::OvraBase

@@ -27,16 +27,17 @@ using Stream = std::unique_ptr<DIR, CloseStream>;
 
 namespace {
 
-/// More folders than this are not open at a time, however deep a tree is.
-constexpr std::size_t kMostOpen = 64;
+/// The number of folders that are open at a time, besides the top, however deep the tree is. It is
+/// well below the usual limit of 1024 open files per process.
+constexpr std::size_t kMaxOpenLevels = 64;
 
 std::error_code errorWith(int code)
 {
     return {code, std::generic_category()};
 }
 
-/// Opens the folder \a name in the folder \a parent. Returns null, with the reason in errno, for
-/// what is not a folder, and with O_NOFOLLOW in \a flags also for a link.
+/// Opens the folder \a name in the folder \a parent. Returns null and sets errno if it is not a
+/// folder or cannot be opened. With O_NOFOLLOW in \a flags, a link is not a folder.
 Stream openFolder(int parent, const char *name, int flags)
 {
     const int descriptor = ::openat(parent, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags);
@@ -50,23 +51,24 @@ Stream openFolder(int parent, const char *name, int flags)
     return stream;
 }
 
-/// Removes the entry \a name of \a parent, which was an empty folder a moment ago. Returns 0 or the
-/// error number.
+/// Removes the folder \a name in \a parent after its content. Returns 0 or the error number.
 int removeEmptied(int parent, const char *name)
 {
     if (::unlinkat(parent, name, AT_REMOVEDIR) == 0 || errno == ENOENT) {
         return 0;
     }
-    // A file or link that has taken its place goes too: it is inside what is to be removed.
+    // Another program may have replaced the folder by a file or a link. It is removed, too, because
+    // it is in the tree.
     return errno == ENOTDIR && ::unlinkat(parent, name, 0) == 0 ? 0 : errno;
 }
 
-/// Removes the content of one folder, on descriptors: what an entry's path leads to by then does
-/// not matter.
-class Emptying {
+/// Removes the content of a folder. All calls are relative to the descriptor of a folder, so that
+/// they stay in the tree even if another program replaces one of its folders by a link.
+class ContentRemoval {
 public:
-    explicit Emptying(Stream top) { mLevels.push_back({{}, std::move(top), {}, {}}); }
+    explicit ContentRemoval(Stream top) { mLevels.push_back({{}, std::move(top), {}, {}}); }
 
+    /// Removes the content. Returns the first error.
     std::error_code run()
     {
         for (;;) {
@@ -86,16 +88,18 @@ public:
     }
 
 private:
-    /// A folder on the way from the top to the one that is being emptied.
+    /// A folder whose content is being removed: the top, a sub-folder of the top, and so on.
     struct Level {
-        std::string name;     ///< in the folder above
-        Stream stream;        ///< null while the folder is closed
-        struct stat identity; ///< tells whether a folder that is opened again is the same
-        std::set<std::string> kept = {}; ///< sub-folders that could not be removed
+        std::string name;                ///< its name in the level above; empty for the top
+        Stream stream;                   ///< null while the folder is closed
+        struct stat identity;            ///< to recognise the folder when it is opened again
+        std::set<std::string> kept = {}; ///< sub-folders that cannot be removed
     };
 
+    /// Returns the descriptor of the innermost level.
     int descriptor() const { return ::dirfd(mLevels.back().stream.get()); }
 
+    /// Stores an error if it is the first one. 0 is not an error.
     void note(int code)
     {
         if (!mError) {
@@ -103,12 +107,15 @@ private:
         }
     }
 
+    /// Notes the error \a reason. A folder that is opened again lists the sub-folder \a name again,
+    /// which is then not tried a second time.
     void keep(const std::string &name, int reason)
     {
         note(reason);
         mLevels.back().kept.insert(name);
     }
 
+    /// Removes \a entry if it is not a folder. Otherwise makes it the innermost level.
     void removeOrEnter(const dirent &entry)
     {
         const char *const name = entry.d_name;
@@ -128,24 +135,25 @@ private:
         struct stat identity {};
         if (stream && ::fstat(::dirfd(stream.get()), &identity) == 0) {
             mLevels.push_back({name, std::move(stream), identity});
-            if (mLevels.size() > kMostOpen + 1) { // the top stays open
-                mLevels[mLevels.size() - kMostOpen].stream.reset();
+            if (mLevels.size() > kMaxOpenLevels + 1) { // the top stays open
+                mLevels[mLevels.size() - kMaxOpenLevels].stream.reset();
             }
             return;
         }
         const int reason = errno;
-        // A folder that cannot be read may be empty.
+        // The folder cannot be read. It can be removed if it is empty.
         if (const int failure = removeEmptied(descriptor(), name); failure != 0) {
             keep(name, failure == ENOTEMPTY ? reason : failure);
         }
     }
 
-    /// Goes on in the folder above the one that is empty now.
+    /// Removes the innermost level, whose content is removed, and returns to the level above.
     void leave()
     {
         Level done = std::move(mLevels.back());
         mLevels.pop_back();
         if (!mLevels.back().stream && !reopen(mLevels.back(), ::dirfd(done.stream.get()))) {
+            // The folders above are lost: go up to the nearest one that is still open.
             const int reason = errno;
             while (!mLevels.back().stream) {
                 done.name = std::move(mLevels.back().name);
@@ -159,10 +167,11 @@ private:
         }
     }
 
-    /// Opens the folder of \a level, which is above \a below unless somebody has moved one of them.
-    static bool reopen(Level &level, int below)
+    /// Opens the folder of \a level again, as the parent of its open sub-folder \a child. Returns
+    /// false and sets errno if that is another folder, because a program has moved one of the two.
+    static bool reopen(Level &level, int child)
     {
-        Stream stream = openFolder(below, "..", 0);
+        Stream stream = openFolder(child, "..", 0);
         struct stat identity {};
         if (!stream || ::fstat(::dirfd(stream.get()), &identity) != 0) {
             return false;
@@ -175,8 +184,8 @@ private:
         return true;
     }
 
-    std::vector<Level> mLevels; ///< from the top down; never empty
-    std::error_code mError;
+    std::vector<Level> mLevels; ///< from the top to the innermost level; never empty
+    std::error_code mError;     ///< the first error
 };
 
 } // namespace
@@ -197,7 +206,7 @@ struct OpenFolder::Handles {
     int parent = -1;
     QByteArray name; ///< in the parent
     Stream stream;
-    bool isBehindLink = false;
+    bool isThroughLink = false; ///< the folder was opened through a link at the path
 };
 
 OpenFolder::OpenFolder(const QString &path, LinkAtPath link)
@@ -210,7 +219,7 @@ OpenFolder::OpenFolder(const QString &path, LinkAtPath link)
     mHandles->stream = openFolder(mHandles->parent, mHandles->name.constData(), O_NOFOLLOW);
     if (!mHandles->stream && errno == ENOTDIR && link == LinkAtPath::Followed) {
         mHandles->stream = openFolder(mHandles->parent, mHandles->name.constData(), 0);
-        mHandles->isBehindLink = true;
+        mHandles->isThroughLink = true;
     }
     if (!mHandles->stream) {
         mError = errorWith(errno);
@@ -227,8 +236,8 @@ std::error_code OpenFolder::removeFile(const QString &name)
 
 std::error_code OpenFolder::remove()
 {
-    std::error_code error = Emptying(std::move(mHandles->stream)).run();
-    if (!mHandles->isBehindLink &&
+    std::error_code error = ContentRemoval(std::move(mHandles->stream)).run();
+    if (!mHandles->isThroughLink &&
         ::unlinkat(mHandles->parent, mHandles->name.constData(), AT_REMOVEDIR) != 0 && !error) {
         error = errorWith(errno);
     }

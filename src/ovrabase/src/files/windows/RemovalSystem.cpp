@@ -19,7 +19,8 @@
 namespace Vyn::OvraBase::os {
 namespace {
 
-/// What is removed may be in use by others: that is for the system to refuse.
+/// Other programs may do everything with an entry that is open here. The system decides whether an
+/// entry can be removed that they have open.
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD kRemoval = DELETE | SYNCHRONIZE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
 constexpr DWORD kListing = SYNCHRONIZE | FILE_READ_ATTRIBUTES | FILE_LIST_DIRECTORY;
@@ -34,8 +35,8 @@ std::error_code errorWith(DWORD code)
     return {static_cast<int>(code), std::system_category()};
 }
 
-/// Opens \a path; with FILE_FLAG_OPEN_REPARSE_POINT in \a flags a link itself. Returns null and the
-/// reason as the last error.
+/// Opens \a path. With FILE_FLAG_OPEN_REPARSE_POINT in \a flags, opens a link and not its target.
+/// On failure, returns null and sets the last error.
 Handle openPath(const QString &path, DWORD access, DWORD flags)
 {
     const HANDLE handle = ::CreateFileW(nativePath(path).c_str(), access, kShareAll, nullptr,
@@ -43,8 +44,8 @@ Handle openPath(const QString &path, DWORD access, DWORD flags)
     return Handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }
 
-/// Opens the entry \a name of the open folder \a folder, a link itself. Returns null and the reason
-/// as the last error.
+/// Opens the entry \a name in \a folder. Opens a link and not its target. On failure, returns null
+/// and sets the last error.
 Handle openEntry(HANDLE folder, std::wstring name, DWORD access)
 {
     const auto size = static_cast<USHORT>(name.size() * sizeof(wchar_t));
@@ -64,7 +65,7 @@ Handle openEntry(HANDLE folder, std::wstring name, DWORD access)
     return Handle(handle);
 }
 
-/// Returns true for a folder, and false for a link to one.
+/// Returns true if \a entry is a folder, and false if it is a link to one.
 bool isFolder(HANDLE entry)
 {
     FILE_ATTRIBUTE_TAG_INFO info{};
@@ -74,6 +75,7 @@ bool isFolder(HANDLE entry)
                !IsReparseTagNameSurrogate(info.ReparseTag));
 }
 
+/// Sets or clears the attribute "read-only". Returns true if that changed it.
 bool setReadOnly(HANDLE entry, bool isReadOnly)
 {
     FILE_BASIC_INFO info{};
@@ -83,16 +85,17 @@ bool setReadOnly(HANDLE entry, bool isReadOnly)
     }
     info.FileAttributes ^= FILE_ATTRIBUTE_READONLY;
     if (info.FileAttributes == 0) {
-        info.FileAttributes = FILE_ATTRIBUTE_NORMAL; // 0 would leave them as they are
+        info.FileAttributes = FILE_ATTRIBUTE_NORMAL; // 0 means that the attributes do not change
     }
     return ::SetFileInformationByHandle(entry, FileBasicInfo, &info, sizeof(info)) != 0;
 }
 
-/// Removes an open entry, at the latest when \a entry is closed.
+/// Removes the open entry \a entry. It may exist until all its handles are closed.
 std::error_code removeOpened(HANDLE entry)
 {
-    // Removed at once, though others may have it open: so its folder can go. Windows 10 can do so,
-    // but not every file system. MinGW hides the names of these numbers.
+    // First with the POSIX semantics of Windows 10: the name disappears at once, even if other
+    // programs have the entry open, so that its folder can be removed. Not every file system can do
+    // this. The headers of MinGW lack the names of these constants.
     constexpr auto kDispositionInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
     DWORD deletePosixIgnoreReadOnly = 0x01 | 0x02 | 0x10;
     if (::SetFileInformationByHandle(entry, kDispositionInfoEx, &deletePosixIgnoreReadOnly,
@@ -112,7 +115,7 @@ std::error_code removeOpened(HANDLE entry)
     return errorWith(reason);
 }
 
-/// A folder that is being emptied, and a part of its listing.
+/// A folder whose content is being removed, and a piece of its listing.
 class Level {
 public:
     explicit Level(HANDLE folder)
@@ -132,11 +135,11 @@ public:
         bool mayBeFolder = false;
     };
 
-    /// Returns an entry without a name at the end, and then sets \a error if the folder could not
-    /// be read to its end.
+    /// Returns the next entry. After the last one, returns an entry with an empty name, and sets
+    /// \a error if the folder cannot be read to its end.
     Entry next(std::error_code &error)
     {
-        if (mOffset == kNoMore && !readOn(error)) {
+        if (mOffset == kNoMore && !readMore(error)) {
             return {};
         }
         const std::byte *const data = mListing->data() + mOffset;
@@ -150,7 +153,8 @@ private:
     static constexpr std::size_t kNoMore = ~std::size_t{0};
     struct alignas(FILE_ID_BOTH_DIR_INFO) Listing : std::array<std::byte, 16 * 1024> {};
 
-    bool readOn(std::error_code &error)
+    /// Reads the next piece of the listing. Returns false at its end and on an error.
+    bool readMore(std::error_code &error)
     {
         if (!mListing) {
             mListing = std::make_unique<Listing>();
@@ -165,12 +169,13 @@ private:
         return true;
     }
 
-    Handle mOwned;
-    HANDLE mFolder;
+    Handle mOwned;  ///< null if the caller owns the handle
+    HANDLE mFolder; ///< mOwned or the handle of the caller
     std::unique_ptr<Listing> mListing;
-    std::size_t mOffset = kNoMore;
+    std::size_t mOffset = kNoMore; ///< of the next entry in mListing
 };
 
+/// Removes the content of the folder \a top. Returns the first error.
 std::error_code removeContent(HANDLE top)
 {
     std::error_code first;
@@ -212,7 +217,7 @@ std::error_code removeEntry(const QString &path)
 
 struct OpenFolder::Handles {
     Handle folder;
-    bool isBehindLink = false;
+    bool isThroughLink = false; ///< the folder was opened through a link at the path
 };
 
 OpenFolder::OpenFolder(const QString &path, LinkAtPath link)
@@ -221,7 +226,7 @@ OpenFolder::OpenFolder(const QString &path, LinkAtPath link)
     mHandles->folder = openPath(path, kListing, FILE_FLAG_OPEN_REPARSE_POINT);
     if (mHandles->folder && !isFolder(mHandles->folder.get()) && link == LinkAtPath::Followed) {
         mHandles->folder = openPath(path, kListing, 0);
-        mHandles->isBehindLink = true;
+        mHandles->isThroughLink = true;
     }
     if (!mHandles->folder) {
         mError = errorWith(::GetLastError());
@@ -241,11 +246,11 @@ std::error_code OpenFolder::removeFile(const QString &name)
 std::error_code OpenFolder::remove()
 {
     std::error_code error = removeContent(mHandles->folder.get());
-    if (mHandles->isBehindLink) {
+    if (mHandles->isThroughLink) {
         return error;
     }
-    // Only now: while a handle may delete the folder, others that do not expect that cannot list
-    // it.
+    // The right to delete the folder is asked for only now. While a handle with that right is open,
+    // programs that do not allow FILE_SHARE_DELETE cannot open the folder.
     const HANDLE removable = ::ReOpenFile(mHandles->folder.get(), kRemoval, kShareAll,
         FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
     mHandles->folder.reset(removable == INVALID_HANDLE_VALUE ? nullptr : removable);
