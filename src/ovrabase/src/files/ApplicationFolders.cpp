@@ -32,20 +32,21 @@ constexpr LogPosition kNotBroughtToDisk{
 constexpr LogPosition kNoTemporaryFolder{
     "FileUtils.cpp:677 Vyn::OvraBase::FileUtils::createTemporaryDir()"};
 
-/// Returns an empty path when the system has no such folder.
+/// Returns the path of the system's temporary folder, or an empty path if there is none.
 QString systemTemporaryPath()
 {
     return QDir::cleanPath(QStandardPaths::writableLocation(QStandardPaths::TempLocation));
 }
 
-/// Without a name, or with one like "..", the folder of the application is everybody's.
+/// Returns true if \a path is below \a folder. If the application has no name, or one such as "..",
+/// its temporary folder is not below the system's, and other programs use it, too.
 bool isInside(const QString &path, const QString &folder)
 {
     return path.startsWith(folder + u'/');
 }
 
-/// Returns the application's temporary folder, which is made if needed. The path is empty when the
-/// system has no place for it.
+/// Returns the application's temporary folder, and makes it if it is missing. The path is empty if
+/// the system has no temporary folder.
 os::OwnFolder applicationTemporaryFolder()
 {
     const QString system = systemTemporaryPath();
@@ -66,8 +67,8 @@ os::OwnFolder applicationTemporaryFolder()
         kNoTemporaryFolder, QStringLiteral("Could not create temporary dir"), path);
 }
 
-/// Returns the path of \a name in the application's temporary folder, which is made if needed.
-/// Throws FolderCreationException when there is none for this user.
+/// Returns the path of \a name in the application's temporary folder, and makes that folder if it
+/// is missing. Throws FolderCreationException if the folder cannot be used.
 QString inApplicationTemporaryFolder(const QString &name)
 {
     const os::OwnFolder folder = applicationTemporaryFolder();
@@ -78,15 +79,16 @@ QString inApplicationTemporaryFolder(const QString &name)
     return path;
 }
 
-/// The number that the copies of each file have reached in one folder, so that not every copy asks
-/// for all names again.
+/// Remembers, for one folder and each file name, the number of the last copy. The search for a free
+/// name then does not begin at the first number each time.
 ///
-/// The numbers are valid until something else adds or removes an entry. To notice that within the
-/// resolution of the file system's clock too, the folder's modification time is set back after each
-/// file: every other change sets it to another time.
-class ReachedNumbers {
+/// The numbers are forgotten if something else has changed the folder, which its modification time
+/// shows. The clock of the file system may be too coarse to tell two changes apart. So the time is
+/// set one hour back after each copy: any other change then gives a different time.
+class LastNumbers {
 public:
-    /// Makes and opens \a file in \a folder, with the first of \a names that is free.
+    /// Makes a new file in \a folder under the first free one of \a names, and opens it as \a file.
+    /// Returns false on failure.
     bool create(QFile &file, const QString &folder, const NumberedNames &names)
     {
         const QMutexLocker lock(&mMutex);
@@ -118,12 +120,12 @@ public:
 
 private:
     QMutex mMutex;
-    std::map<QString, qint64> mNext; ///< by the path without a number
-    std::filesystem::file_time_type mMark;
+    std::map<QString, qint64> mNext;       ///< the next number, by the path without a number
+    std::filesystem::file_time_type mMark; ///< the modification time that the last copy set
 };
 
-/// Copies all of \a from to the new file \a to, which is removed on failure. Unlike QFile::copy()
-/// it does not wait for the disk: a temporary file does not outlive the system.
+/// Copies the content of \a from to the new file \a to. Removes \a to on failure. Does not sync the
+/// file, in contrast to QFile::copy(): a temporary file need not survive a power failure.
 bool copyContent(QFile &from, QFile &to)
 {
     QByteArray piece;
@@ -187,8 +189,8 @@ void FileUtils::clearApplicationTemporaryDir()
     }
 }
 
-// The static objects of these functions are never destroyed: destructors of other static objects
-// may still call.
+// The static objects of these functions are never destroyed, because destructors of other static
+// objects may call the functions.
 
 QString FileUtils::getAppDataAbsolutePath(const QString &path)
 {
@@ -235,8 +237,8 @@ QString FileUtils::ensureFileIsOnDisk(const QString &pathOrUrl)
     QFile from(source);
     QFile to;
     const NumberedNames names(folder, getBaseName(pathOrUrl), getFilePathExtension(pathOrUrl));
-    static auto &reached = *new ReachedNumbers;
-    if (!isFile(source) || !from.open(QIODevice::ReadOnly) || !reached.create(to, folder, names) ||
+    static auto &numbers = *new LastNumbers;
+    if (!isFile(source) || !from.open(QIODevice::ReadOnly) || !numbers.create(to, folder, names) ||
         !copyContent(from, to)) {
         fail<Exception::FileCopyException>(
             kNotBroughtToDisk, QStringLiteral("Failed to copy non-local file"), pathOrUrl);

@@ -12,18 +12,19 @@ class QString;
 
 namespace Vyn::OvraBase::os {
 
-/// Lists the names in a folder as the system spells them, piece by piece and without asking for
-/// each of them.
+/// Lists the names in a folder in the native encoding, one at a time. Needs no call of the system
+/// for each entry.
 class FileListing {
 public:
     using Name = std::filesystem::path::string_type;
 
+    /// Begins to list \a folder. If it cannot be opened, the listing is empty.
     explicit FileListing(const QString &folder);
     ~FileListing();
     Q_DISABLE_COPY_MOVE(FileListing)
 
-    /// Goes on to the next entry. Sets \a name to its name, or to an empty one if the listing does
-    /// not tell that it is a file. Returns false at the end, also if the folder cannot be read on.
+    /// Reads the next entry. Sets \a name to its name, or to an empty text if the entry is not
+    /// known to be a regular file. Returns false after the last entry and after an error.
     bool next(Name &name);
 
 private:

@@ -19,7 +19,7 @@
 namespace Vyn::OvraBase {
 namespace {
 
-/// COM0 and LPT0 are no devices, but refused like those.
+/// The names of devices. COM0 and LPT0 are not devices, but are reserved, too.
 constexpr std::array<QStringView, 24> kReservedNames{u"CON", u"PRN", u"AUX", u"NUL", u"COM0",
     u"COM1", u"COM2", u"COM3", u"COM4", u"COM5", u"COM6", u"COM7", u"COM8", u"COM9", u"LPT0",
     u"LPT1", u"LPT2", u"LPT3", u"LPT4", u"LPT5", u"LPT6", u"LPT7", u"LPT8", u"LPT9"};
@@ -37,7 +37,8 @@ QStringView upToFirstNul(QStringView name)
     return end < 0 ? name : name.first(end);
 }
 
-/// Windows looks for its devices by what stands before the extension.
+/// Returns true if the part of \a name before the last dot is a reserved name. Windows ignores the
+/// extension of a device name.
 bool hasReservedStem(QStringView name)
 {
     const qsizetype dot = name.lastIndexOf(u'.');
@@ -50,7 +51,7 @@ bool isAsciiDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
-/// Tells whether \a name ends in "_" and exactly three digits.
+/// Returns true if \a name ends in "_" and exactly three digits.
 bool endsWithNumber(QStringView name)
 {
     if (name.size() <= kNumberDigits) {
@@ -60,8 +61,8 @@ bool endsWithNumber(QStringView name)
     return tail.front() == u'_' && std::all_of(tail.begin() + 1, tail.end(), isAsciiDigit);
 }
 
-/// The numbers of those files whose names differ in the number only, as far as a listing of their
-/// folder has been read.
+/// The numbers that files in a folder have. All their names consist of the same text before the
+/// number, a number, and the same text after it. The listing of the folder is read in pieces.
 class ListedNumbers {
 public:
     ListedNumbers(const QString &folder, const QString &beforeNumber, const QString &afterNumber)
@@ -71,7 +72,8 @@ public:
     {
     }
 
-    void readOn(int entries)
+    /// Reads up to \a entries more entries of the listing.
+    void readMore(int entries)
     {
         os::FileListing::Name name;
         for (int i = 0; i < entries && mListing.next(name); ++i) {
@@ -82,6 +84,7 @@ public:
         }
     }
 
+    /// Returns true if a file with \a number has been read.
     bool contains(qint64 number) const
     {
         const auto index = static_cast<std::size_t>(number);
@@ -92,6 +95,7 @@ private:
     using NameView = std::basic_string_view<os::FileListing::Name::value_type>;
     static constexpr std::size_t kNone = ~std::size_t{0};
 
+    /// Returns the number in \a name, or kNone.
     std::size_t numberIn(NameView name) const
     {
         if (name.size() < mBefore.size() + kNumberDigits + mAfter.size() ||
@@ -100,9 +104,10 @@ private:
         }
         const NameView digits =
             name.substr(mBefore.size(), name.size() - mBefore.size() - mAfter.size());
-        constexpr std::size_t kMostDigits = 6; // bounds the memory; greater numbers are asked for
-        if (digits.size() > kMostDigits || (digits.size() > kNumberDigits && digits[0] == '0')) {
-            return kNone; // not spelled as the numbers are here
+        // Limits the size of mNumbers. A file with a greater number is found without the listing.
+        constexpr std::size_t kMaxDigits = 6;
+        if (digits.size() > kMaxDigits || (digits.size() > kNumberDigits && digits[0] == '0')) {
+            return kNone; // NumberedNames writes leading zeros only up to three digits
         }
         std::size_t number = 0;
         for (const auto digit : digits) {
@@ -117,7 +122,7 @@ private:
     os::FileListing mListing;
     os::FileListing::Name mBefore;
     os::FileListing::Name mAfter;
-    std::vector<bool> mNumbers;
+    std::vector<bool> mNumbers; ///< true at the index of each number that was read
 };
 
 } // namespace
@@ -177,8 +182,9 @@ bool NumberedNames::isInFolder() const
 
 qint64 NumberedNames::firstFree(qint64 number) const
 {
-    // Few names are found faster without a listing. Listing an entry takes about a tenth of asking
-    // for a name, so a folder full of other files makes this at most a few times slower.
+    // The first names are tested without a listing, because a few tests are faster than one. Then
+    // some entries are listed per test. To list an entry takes about a tenth of the time of a test,
+    // so that a folder with many other files makes the search only a few times slower.
     constexpr int kTestsBeforeListing = 32;
     constexpr int kListedPerTest = 32;
     std::optional<ListedNumbers> listed;
@@ -186,8 +192,8 @@ qint64 NumberedNames::firstFree(qint64 number) const
         if (number >= mStart && listed && listed->contains(number)) {
             continue;
         }
-        // A listing tells which names are taken and never that one is free: file systems may fold
-        // letter case, and a file may be new.
+        // The listing cannot show that a name is free: the file system may ignore letter case, and
+        // a file may be newer than the listing.
         if (!FileUtils::isFile(path(number))) {
             return number;
         }
@@ -195,7 +201,7 @@ qint64 NumberedNames::firstFree(qint64 number) const
             listed.emplace(mFolder.path(), mStem + u'_', mEnd);
         }
         if (listed) {
-            listed->readOn(kListedPerTest);
+            listed->readMore(kListedPerTest);
         }
     }
 }

@@ -8,26 +8,31 @@
 
 namespace Vyn::OvraBase {
 
-/// The paths that FileUtils::getUniqueFileName() tries, each with its number: "stem.extension" has
-/// first(), "stem_001.extension" and so on have those that follow.
+/// The paths that FileUtils::getUniqueFileName() tries. Each path has a number: first() is the
+/// number of "stem.extension", and the numbers after it are those in "stem_001.extension" and so
+/// on.
 class NumberedNames {
 public:
+    /// Takes the arguments of FileUtils::getUniqueFileName().
     NumberedNames(const QString &folder, const QString &baseName, const QString &extension);
 
+    /// Returns the number of the path without a number in it.
     qint64 first() const { return mStart - 1; }
+    /// Returns the path with \a number.
     QString path(qint64 number) const;
 
-    /// Returns the first number from \a number on whose path is not an existing file.
+    /// Returns the first number, from \a number on, at whose path no file exists.
     qint64 firstFree(qint64 number) const;
 
 private:
-    /// Returns false if the stem or the extension leads to another folder.
+    /// Returns false if the stem or the extension contains a separator, so that the paths are in
+    /// another folder.
     bool isInFolder() const;
 
     QDir mFolder;
-    QString mStem;
-    QString mEnd;
-    qint64 mStart = 1;
+    QString mStem;     ///< the base name without "_" and its number
+    QString mEnd;      ///< the extension with its dot
+    qint64 mStart = 1; ///< the first number that is written into a name
 };
 
 } // namespace Vyn::OvraBase

@@ -7,17 +7,18 @@
 
 namespace Vyn::OvraBase::os {
 
+/// A folder that is meant for this user alone.
 struct OwnFolder {
     QString path;
-    bool isOwn = false; ///< false if somebody else may put something into the folder
+    bool isOwn = false; ///< false if another user may have access to the folder
 };
 
-/// Makes the folder \a name and its parents in the folder \a base, where everybody may write, if
-/// they are missing. Only this user has access to them.
+/// Makes the folder \a name in the folder \a base, to which all users may write. \a name may have
+/// several components. Existing folders are kept. Only this user has access to the new folders.
 ///
-/// A link, what belongs to another user, and a folder that others may write to are not used. If one
-/// of those has the name, "<name>-<user id>" takes its place. On Windows \a base is the user's own,
-/// and \a name is used as it is.
+/// If the path exists and is a link, belongs to another user, or is a folder that others may write
+/// to, the function uses "<name>-<user id>" instead. On Windows, \a base belongs to the user, and
+/// \a name is always used.
 OwnFolder makeOwnFolder(const QString &base, const QString &name);
 
 } // namespace Vyn::OvraBase::os

@@ -12,7 +12,8 @@
 namespace Vyn::OvraBase::os {
 namespace {
 
-/// Returns false if \a path, or a folder on the way to it from \a base, is not this user's alone.
+/// Makes the folders \a name in \a base. Returns false if one of them exists and is a link, belongs
+/// to another user, or is a folder that others may write to.
 bool makeOwn(const QString &base, const QString &name)
 {
     QString path = base;
@@ -22,7 +23,7 @@ bool makeOwn(const QString &base, const QString &name)
         ::mkdir(native.constData(), S_IRWXU);
         struct stat entry {};
         if (::lstat(native.constData(), &entry) != 0) {
-            return true; // creating something in it fails
+            return true; // the folder cannot be made, so that the caller fails to use it
         }
         const bool isFolder = S_ISDIR(entry.st_mode);
         if (S_ISLNK(entry.st_mode) || entry.st_uid != ::geteuid() ||
@@ -30,7 +31,7 @@ bool makeOwn(const QString &base, const QString &name)
             return false;
         }
         if (isFolder) {
-            ::chmod(native.constData(), S_IRWXU); // made by somebody with another mask
+            ::chmod(native.constData(), S_IRWXU); // an existing folder may give others read access
         }
     }
     return true;

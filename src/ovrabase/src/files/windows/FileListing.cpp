@@ -13,7 +13,7 @@ namespace Vyn::OvraBase::os {
 struct FileListing::Handle {
     WIN32_FIND_DATAW entry{};
     HANDLE search = INVALID_HANDLE_VALUE;
-    bool isListed = false; ///< the entry has been told
+    bool isRead = false; ///< next() has returned `entry`
 };
 
 FileListing::FileListing(const QString &folder)
@@ -34,12 +34,12 @@ FileListing::~FileListing()
 bool FileListing::next(Name &name)
 {
     if (mHandle->search == INVALID_HANDLE_VALUE ||
-        (mHandle->isListed && !::FindNextFileW(mHandle->search, &mHandle->entry))) {
+        (mHandle->isRead && !::FindNextFileW(mHandle->search, &mHandle->entry))) {
         return false;
     }
-    mHandle->isListed = true;
-    constexpr DWORD kNoFile = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
-    name = (mHandle->entry.dwFileAttributes & kNoFile) == 0 ? mHandle->entry.cFileName : L"";
+    mHandle->isRead = true;
+    constexpr DWORD kFolderOrLink = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+    name = (mHandle->entry.dwFileAttributes & kFolderOrLink) == 0 ? mHandle->entry.cFileName : L"";
     return true;
 }
 
