@@ -7,6 +7,7 @@
 #include <QFileInfo>
 
 namespace Vyn::OvraBase {
+
 bool canBePath(const QString &path)
 {
     return !path.isEmpty() && !path.contains(QChar::Null);

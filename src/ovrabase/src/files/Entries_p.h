@@ -9,12 +9,12 @@ class QFileInfo;
 
 namespace Vyn::OvraBase {
 
-/// Returns false for a path that cannot name an entry: an empty one, and one with a NUL, behind
-/// which the system reads no further.
+/// Returns false for a path that cannot be the path of an entry: an empty one, and one with a NUL,
+/// because the system would read the path up to the NUL only.
 bool canBePath(const QString &path);
 
-/// Returns \a path so that its last component names the entry itself: "link/" and "link/." name the
-/// target of a link, "link" names the link.
+/// Returns \a path without "/" and "/." at the end, so that it is the path of a link and not of the
+/// target: "link/" and "link/." are paths of the target, and "link" is the path of the link.
 QString withoutTrailingSeparators(const QString &path);
 
 /// Returns true for a symbolic link and for an NTFS junction.

@@ -14,14 +14,15 @@
 namespace Vyn::OvraBase {
 namespace {
 
-/// Applies \a test to the path of a local \a url.
+/// Returns the result of \a test for the path of \a url, or false if \a url is not a local file.
 bool ofLocalFile(const QUrl &url, bool (*test)(const QString &))
 {
     return url.isLocalFile() && test(url.toLocalFile());
 }
 
-/// Returns the size of "/", "C:/" or "//server/share" at the beginning of \a path, or -1 when \a
-/// path is a server or a share itself.
+/// Returns the size of the root of the absolute path \a path, which begins with "/", "C:/" or
+/// "//server/share/". The root of a share does not contain its last "/". Returns -1 if \a path is
+/// only "//server" or "//server/share".
 qsizetype sizeOfRoot(const QString &path)
 {
     if (path.startsWith(QLatin1String("//"))) {
@@ -79,7 +80,8 @@ bool FileUtils::isWritable(const QString &path)
     if (path.isEmpty() || entry.exists()) {
         return entry.isWritable();
     }
-    // From the root down: the paths that the system is asked for stay short, whatever is missing.
+    // Begins at the root, and ends at the first missing ancestor. So the paths for the system stay
+    // short, however long \a path is.
     const QString absolute = QDir::cleanPath(entry.absoluteFilePath());
     QFileInfo nearest;
     for (qsizetype end = sizeOfRoot(absolute); end > 0; end = absolute.indexOf(u'/', end + 1)) {
@@ -133,13 +135,13 @@ bool FileUtils::isFileMoreRecentThan(const QString &a, const QString &b)
 
 bool FileUtils::checkFileCanBeOpened(const QString &path)
 {
-    const os::NtfsPermissionLookup realRights;
+    const os::NtfsPermissionLookup accessRights;
     const QFileInfo entry(path);
     if (!entry.isFile()) {
         return false;
     }
     QFile file(path);
-    // The file may vanish here: it must not be created again.
+    // ExistingOnly: if another program removes the file here, open() must not create it.
     return (entry.isWritable() &&
                file.open(QIODevice::ReadWrite | QIODevice::Append | QIODevice::ExistingOnly)) ||
            file.open(QIODevice::ReadOnly);

@@ -8,8 +8,8 @@
 #include <system_error>
 
 /// \file
-/// Below the API, a std::error_code tells what failed and why: the system's code in
-/// std::system_category(), or one of the library's own reasons.
+/// Private functions on files report an error as a std::error_code: a code of the system, or one of
+/// the library's own.
 namespace Vyn::OvraBase {
 
 /// Why the library itself refuses an operation on files.
@@ -17,13 +17,15 @@ enum class FileError {
     NotAPath = 1, ///< a path is empty or has a NUL
     SameFile,
     SourceIsNoFile,
-    SourceNotOpened, ///< a missing one, a folder, or one that may not be read
-    NameUnreadable,  ///< a name in a folder is in an encoding that QString cannot hold
+    SourceNotOpened, ///< the source is missing, is a folder, or may not be read
+    NameUnreadable,  ///< a name in a folder cannot be decoded, so that QString cannot hold it
 };
 
+/// Makes FileError a std::error_code in a category of its own.
 std::error_code make_error_code(FileError error);
 
-/// Returns the text of \a error for a record, as QFile::errorString() words those of the system.
+/// Returns the text of \a error for a log record. For an error of the system, it is the text that
+/// QFile::errorString() has.
 QString reasonOf(const std::error_code &error);
 
 } // namespace Vyn::OvraBase

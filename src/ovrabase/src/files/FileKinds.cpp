@@ -24,29 +24,28 @@ bool isOneOf(const QString &ext, std::initializer_list<QLatin1String> known, Qt:
         [&](QLatin1String candidate) { return ext.compare(candidate, cs) == 0; });
 }
 
-/// FreeImage, which is loaded when it is first asked.
+/// The library FreeImage, which is loaded on first use.
 class ImageLibrary {
 public:
     static ImageLibrary &instance()
     {
-        static auto &library = *new ImageLibrary; // services use it until the very end
+        static auto &library = *new ImageLibrary; // never destroyed: static destructors may use it
         return library;
     }
 
-    /// Tells whether an image format has the extension \a ext. The first call without FreeImage
-    /// logs a warning.
+    /// Returns true if an image format has the extension \a ext. If FreeImage cannot be loaded, the
+    /// first call logs a warning.
     bool knows(const QString &ext)
     {
         if (!mFormatOf) {
-            // Not when it is loaded: a log delegate may ask for an extension in turn.
+            // The constructor does not log: a log delegate that calls instance() would deadlock.
             if (!mIsReported.exchange(true)) {
                 logAt(kNoImageLibrary, Support, Logger::Warning,
                     QStringLiteral("Only svg is known as an image extension: ") + mError);
             }
             return false;
         }
-        // FreeImage splits its lists of extensions with strtok(), which keeps its place in one
-        // global.
+        // FreeImage splits its lists of extensions with strtok(), which is not thread-safe.
         const QMutexLocker lock(&mMutex);
         return mFormatOf(ext.toLocal8Bit().constData()) != FIF_UNKNOWN;
     }
@@ -56,7 +55,7 @@ private:
 
     ImageLibrary()
     {
-        QLibrary library(QStringLiteral(OVRABASE_FREEIMAGE)); // stays loaded without this object
+        QLibrary library(QStringLiteral(OVRABASE_FREEIMAGE)); // its destructor does not unload it
         mFormatOf = reinterpret_cast<FormatOf>(library.resolve("FreeImage_GetFIFFromFilename"));
         mError = library.errorString();
     }

@@ -8,10 +8,11 @@
 #include <filesystem>
 
 /// \file
-/// What the systems do differently. Reports and does not judge: no logging, no throwing.
+/// The seam for small differences between the systems. The functions neither log nor throw.
 namespace Vyn::OvraBase::os {
 
-/// While one exists, Qt's file tests look at NTFS access rights. No effect where there are none.
+/// During the lifetime of an object, Qt's file tests read NTFS access rights. Has no effect on
+/// other systems.
 class NtfsPermissionLookup {
 public:
     NtfsPermissionLookup();
@@ -20,10 +21,12 @@ public:
     NtfsPermissionLookup &operator=(const NtfsPermissionLookup &) = delete;
 };
 
-/// Returns \a path as the standard library takes it, whatever its characters.
+/// Returns \a path for the standard library and the system, in the native encoding. On Windows, a
+/// long absolute path gets the prefix "\\?\".
 std::filesystem::path nativePath(const QString &path);
 
-/// Gives \a path the Windows attribute "hidden" and no other.
+/// Sets the Windows attribute "hidden" of \a path and clears all others. Does nothing on other
+/// systems.
 void hideFile(const QString &path);
 
 } // namespace Vyn::OvraBase::os

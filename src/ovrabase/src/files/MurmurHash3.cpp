@@ -46,7 +46,7 @@ std::size_t sizeOf(int length)
     return static_cast<std::size_t>(std::max(length, 0));
 }
 
-// The two lanes of x64_128.
+// For MurmurHash3_x64_128(), which has two lanes of 64 bits.
 
 std::uint64_t mixFirst(std::uint64_t k)
 {
@@ -73,8 +73,8 @@ Lanes mixBlocks(Lanes lanes, const unsigned char *data, std::size_t size)
     return {h1, h2};
 }
 
-/// Mixes in the rest, which is shorter than a block, and the length of all data, and writes the
-/// hash to \a out.
+/// Mixes in \a rest, the bytes after the last whole block, and \a length, the size of all data.
+/// Then writes the hash to \a out.
 void finishLanes(
     Lanes lanes, const unsigned char *rest, std::size_t restSize, std::uint64_t length, void *out)
 {
@@ -99,7 +99,8 @@ void finishLanes(
     storeWord(h2, bytes + 8);
 }
 
-// The four lanes of x86_128: lane i multiplies by constants i and i + 1.
+// For MurmurHash3_x86_128(), which has four lanes of 32 bits. Lane i multiplies by the constants i
+// and i + 1.
 
 constexpr std::uint32_t kLaneConstants[] = {
     0x239b961bU, 0xab0e9789U, 0x38b34ae5U, 0xa1e38b93U, 0x239b961bU};
@@ -109,6 +110,8 @@ std::uint32_t mixLane(std::uint32_t k)
 {
     return std::rotl(k * kLaneConstants[Lane], 15 + Lane) * kLaneConstants[Lane + 1];
 }
+
+// For MurmurHash3_x86_32().
 
 std::uint32_t mixWord(std::uint32_t k)
 {
@@ -177,7 +180,7 @@ void MurmurHash3_x86_128(const void *key, int length, std::uint32_t seed, void *
         h[3] = (std::rotl(h[3], 13) + h[0]) * 5 + 0x32ac3b17U;
     }
 
-    // The missing bytes count as zeros: a word of zeros mixes to zero and changes nothing.
+    // The block is filled up with zeros. A word of zeros is mixed to 0, and changes nothing.
     unsigned char rest[kBlockSize] = {};
     if (restSize > 0) {
         std::memcpy(rest, data + size - restSize, restSize);

@@ -8,10 +8,10 @@
 
 namespace Vyn {
 
-/// Does what MurmurHash3_x64_128() does, for data whose size may not fit an int.
+/// Does what MurmurHash3_x64_128() does. \a size may be greater than an int can hold.
 void murmurHash3(const void *data, std::size_t size, std::uint32_t seed, void *out);
 
-/// Computes the same hash of data that arrives in pieces.
+/// Computes the hash of murmurHash3() for data that is added in pieces.
 class Murmur3Stream {
 public:
     explicit Murmur3Stream(std::uint32_t seed)
@@ -27,6 +27,7 @@ public:
 
     static constexpr std::size_t kBlockSize = 16;
 
+    /// The state of the hash: two 64-bit numbers into which each block is mixed.
     struct Lanes {
         std::uint64_t h1;
         std::uint64_t h2;
@@ -34,9 +35,9 @@ public:
 
 private:
     Lanes mLanes;
-    std::uint64_t mLength = 0;
-    std::size_t mRestSize = 0;
-    unsigned char mRest[kBlockSize] = {}; ///< the last bytes, fewer than a block
+    std::uint64_t mLength = 0;            ///< the number of added bytes
+    std::size_t mRestSize = 0;            ///< the number of bytes in mRest, less than a block
+    unsigned char mRest[kBlockSize] = {}; ///< the last added bytes, which do not fill a block
 };
 
 } // namespace Vyn

@@ -25,8 +25,8 @@ constexpr LogPosition kMissingFile{"FileUtils.cpp:136 Vyn::OvraBase::verifyAcces
 constexpr LogPosition kFileNotOpened{"FileUtils.cpp:142 Vyn::OvraBase::verifyAccessToFile()"};
 constexpr LogPosition kNotRead{"FileUtils.cpp:150 Vyn::OvraBase::verifyReading()"};
 
-/// Whether \a path is a pipe: opening it to write may never end.
-bool waitsForAReader(const QString &path)
+/// Returns true if \a path is a named pipe. To open one for writing blocks until it has a reader.
+bool isNamedPipe(const QString &path)
 {
     std::error_code unknown;
     return std::filesystem::is_fifo(os::nativePath(path), unknown);
@@ -102,7 +102,7 @@ QString FileUtils::loadTextFileToQString(const QString &path)
 bool FileUtils::saveTextToFile(const QString &text, const QString &path)
 {
     QFile file(path);
-    if (!canBePath(path) || waitsForAReader(path) ||
+    if (!canBePath(path) || isNamedPipe(path) ||
         !file.open(QIODevice::WriteOnly | QIODevice::Text)) {
         return false;
     }
@@ -122,7 +122,7 @@ bool FileUtils::makeFolder(const QString &path)
 
 void FileUtils::touch(const QString &path)
 {
-    if (canBePath(path) && !waitsForAReader(path)) {
+    if (canBePath(path) && !isNamedPipe(path)) {
         [[maybe_unused]] const bool touched =
             QFile(path).open(QIODevice::WriteOnly | QIODevice::Append);
     }

@@ -10,11 +10,11 @@ class QString;
 
 namespace Vyn::OvraBase {
 
-/// Opens \a file at \a path in \a mode. Throws InvalidArgumentException without a file at \a path,
-/// FileOpenException when it does not open.
+/// Sets the name of \a file to \a path, and opens it in \a mode. Throws InvalidArgumentException if
+/// \a path is not a file, and FileOpenException if it cannot be opened.
 void verifyAccessToFile(const QString &path, QFile &file, QIODevice::OpenMode mode);
 
-/// Throws FileReadingException when reading from \a file has failed.
+/// Throws FileReadingException if an operation on \a file has failed.
 void verifyReading(const QFile &file);
 
 } // namespace Vyn::OvraBase

@@ -8,13 +8,17 @@
 
 namespace Vyn::OvraBase::UrlUtils {
 
+/// A path in an 8-bit encoding.
 struct NativePath {
     QByteArray bytes;
-    QString warning; ///< null when nothing was lost
+    QString warning; ///< null if no character was lost
 };
 
-/// Converts \a path with \a encode and looks with \a decode whether it survives. The local encoding
-/// comes in from outside: where it is UTF-8, tests need another one to see the warning.
+/// Converts \a path with \a encode, and back with \a decode to find out whether a character was
+/// lost.
+///
+/// The encoding is a parameter for the tests: they need one that lacks characters, and the local
+/// encoding may be UTF-8.
 template<class Encode, class Decode>
 NativePath convertToNative(const QString &path, Encode encode, Decode decode)
 {

@@ -16,10 +16,10 @@ namespace Vyn::OvraBase::os {
 namespace {
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 6, 0)
-/// The switch is a plain integer: whoever counts on it takes turns.
+/// Adds \a count to Qt's counter, which is a plain integer, so that a mutex is needed.
 void addToLookups(int count)
 {
-    static auto &mutex = *new QMutex; // services use it until the very end
+    static auto &mutex = *new QMutex; // never destroyed: static destructors may use it
     const QMutexLocker lock(&mutex);
     qt_ntfs_permission_lookup += count;
 }
@@ -49,7 +49,8 @@ void hideFile(const QString &path)
 
 std::filesystem::path nativePath(const QString &path)
 {
-    // Calls of the system take longer paths only in this form.
+    // Windows accepts a longer path only with the prefix "\\?\". The bound for folders is 12 less
+    // than that for files, as a file in it needs an 8.3 name.
     constexpr qsizetype kLongPath = MAX_PATH - 12;
     QString native = QDir::toNativeSeparators(path);
     if (native.size() >= kLongPath && QDir::isAbsolutePath(path)) {
