@@ -41,7 +41,7 @@ void serviceLookup(benchmark::State &state)
     ServiceLocator locator;
     [&]<std::size_t... N>(std::index_sequence<N...>)
     {
-        (locator.registerService(std::make_unique<Numbered<N>>()), ...);
+        (static_cast<void>(locator.registerService(std::make_unique<Numbered<N>>())), ...);
     }
     (std::make_index_sequence<kServices>());
     for (auto _ : state) {

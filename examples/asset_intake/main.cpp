@@ -262,8 +262,10 @@ int main(int argc, char **argv)
 
     ServiceLocator::start();
     const auto &locator = ServiceLocator::instance();
-    locator->registerService(std::make_unique<DefaultAsyncRecovery>());
-    locator->registerService<MessagingService>(std::make_unique<ConsoleMessages>());
+    if (!locator->registerService(std::make_unique<DefaultAsyncRecovery>()) ||
+        !locator->registerService<MessagingService>(std::make_unique<ConsoleMessages>())) {
+        return 1;
+    }
 
     const int status = intake(QCoreApplication::arguments().mid(1));
 

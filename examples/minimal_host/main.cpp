@@ -70,10 +70,11 @@ int main(int argc, char **argv)
         std::make_shared<Vyn::Core::Log::SpdlogDelegate>(console));
 
     ServiceLocator::start();
-    ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>());
-    ServiceLocator::instance()->registerService(std::make_unique<Host::DisplayUnit>());
+    if (!ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>()) ||
+        !ServiceLocator::instance()->registerService(std::make_unique<Host::DisplayUnit>())) {
+        return 1;
+    }
 
     Host::run();
-
     ServiceLocator::stop(); // destroys the services, while the application object is still there
 }

@@ -111,7 +111,7 @@ TEST(DefaultAsyncRecovery, WaitsForNothingWhereNobodyRecovers)
     destroyRegistryWith(endless.future); // no recovery service
     auto service = std::make_unique<DefaultAsyncRecovery>();
     service->registerRecoverable(1, endless.future, {});
-    ServiceLocator::instance()->registerService(std::move(service));
+    EXPECT_TRUE(ServiceLocator::instance()->registerService(std::move(service)));
     destroyRegistryWith({}); // no operation
     ServiceLocator::stop();
     EXPECT_FALSE(endless.future.isReady());
@@ -124,7 +124,8 @@ struct WaitingRegistry : testing::Test {
     WaitingRegistry()
     {
         ServiceLocator::start();
-        ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>());
+        EXPECT_TRUE(
+            ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>()));
         registry->registerRecoverable(1, operation.future, {});
     }
     void TearDown() override { ServiceLocator::stop(); }

@@ -107,8 +107,10 @@ int main(int argc, char **argv)
         [target = std::make_shared<QObject **>(&gGuarded)](QObject *object) { **target = object; });
 
     ServiceLocator::start();
-    ServiceLocator::instance()->registerService(std::make_unique<Farewell>(endless.future));
-    ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>());
+    require(ServiceLocator::instance()->registerService(std::make_unique<Farewell>(endless.future)),
+        "the first service is registered");
+    require(ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>()),
+        "the second service is registered");
     ServiceLocator::start();
     require(ServiceLocator::instance()->service<Farewell>() != nullptr, "a second start is none");
     ServiceLocator::stop();
@@ -120,7 +122,8 @@ int main(int argc, char **argv)
     require(second.service<Farewell>() == nullptr, "a new locator is empty");
     auto farewell = std::make_unique<Farewell>(endless.future);
     farewell->verdict.isSuccess = true;
-    second.registerService(std::move(farewell));
-    second.registerService(std::make_unique<DefaultAsyncRecovery>());
+    require(second.registerService(std::move(farewell)) &&
+                second.registerService(std::make_unique<DefaultAsyncRecovery>()),
+        "services are registered again");
     return 1; // unless the end of the process stops the locator
 }

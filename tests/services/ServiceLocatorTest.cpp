@@ -62,7 +62,7 @@ TEST_F(ServiceLocatorTest, RefusesNullAndASecondServiceOfOneIdOutsideTheLock)
 
 TEST_F(ServiceLocatorTest, IsOneForEveryModule)
 {
-    ServiceLocator::instance()->registerService(std::make_unique<HostService>(42));
+    EXPECT_TRUE(ServiceLocator::instance()->registerService(std::make_unique<HostService>(42)));
     void *plugin = loadSharedLibrary(QStringLiteral("ovrabaseTestPlugin.dll"));
     ASSERT_NE(plugin, nullptr);
     auto *plugInServices =

@@ -22,9 +22,9 @@ using Vyn::OvraBase::ServiceLocator;
 extern "C" PLUGIN_EXPORT int plugInServices()
 {
     auto &locator = *ServiceLocator::instance();
-    locator.registerService(std::make_unique<PluginService>(7));
+    const bool isRegistered = locator.registerService(std::make_unique<PluginService>(7));
     const auto *service = locator.service<HostService>();
-    return service ? service->number : 0;
+    return isRegistered && service ? service->number : 0;
 }
 
 /// Gives spdlog a sink and Qt a message handler of the library.

@@ -117,7 +117,7 @@ private:
 class OVRABASE_EXPORT ScopedPushLogDelegate {
 public:
     /// Registers \a delegate. Does nothing for null.
-    explicit ScopedPushLogDelegate(std::shared_ptr<LogDelegate> delegate);
+    [[nodiscard]] explicit ScopedPushLogDelegate(std::shared_ptr<LogDelegate> delegate);
     /// Ends the registration.
     virtual ~ScopedPushLogDelegate();
 

@@ -19,7 +19,9 @@ namespace Vyn::OvraBase {
 ///
 /// ```cpp
 /// ServiceLocator::start();
-/// ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>());
+/// if (!ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>())) {
+///     logger(UI).error(LOG_CONTEXT) << "another recovery service is registered already";
+/// }
 /// if (auto *recovery = ServiceLocator::instance()->service<DefaultAsyncRecovery>()) {
 ///     logger(UI).info(LOG_CONTEXT) << recovery->registrySize() << " operations are under way";
 /// }
@@ -56,7 +58,7 @@ public:
     /// Returns false if the id is taken. The earlier service then stays, so that pointers to it
     /// stay valid, and \a service is destroyed. Returns false for null, too.
     template<class T>
-    bool registerService(std::unique_ptr<T> service)
+    [[nodiscard]] bool registerService(std::unique_ptr<T> service)
     {
         static_assert(std::is_base_of_v<Service, T>, "services derive from Service");
         return add(T::typeId(), std::move(service));
