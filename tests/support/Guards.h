@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The ovrabase authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QDir>
+#include <QScopeGuard>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <locale>
+
+#ifdef Q_OS_LINUX
+#include <sys/resource.h>
+#endif
+
+/// \file
+/// Changes of the process that end with the guard that the function returns.
+namespace Vyn::Test {
+
+using Guard = QScopeGuard<std::function<void()>>;
+
+/// Makes \a path the current folder.
+[[nodiscard]] inline Guard inFolder(const QString &path)
+{
+    const QString before = QDir::currentPath();
+    EXPECT_TRUE(QDir::setCurrent(path)) << path.toStdString();
+    return Guard([before] { QDir::setCurrent(before); });
+}
+
+/// Gives the environment variable \a name a \a value; a null \a value removes the variable.
+[[nodiscard]] inline Guard withVariable(const char *name, const QByteArray &value)
+{
+    const auto set = [name](const QByteArray &to) {
+        to.isNull() ? qunsetenv(name) : qputenv(name, to);
+    };
+    const QByteArray before = qgetenv(name);
+    set(value);
+    return Guard([set, before] { set(before); });
+}
+
+/// Makes \a locale the global locale of the standard library.
+[[nodiscard]] inline Guard withLocale(const std::locale &locale)
+{
+    const std::locale before = std::locale::global(locale);
+    return Guard([before] { std::locale::global(before); });
+}
+
+#ifdef Q_OS_LINUX
+/// Lets the process have no more than \a limit files open, which holds for root too.
+[[nodiscard]] inline Guard withOpenFiles(rlim_t limit)
+{
+    rlimit before{};
+    EXPECT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit few{limit, before.rlim_max};
+    EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    return Guard([before] { setrlimit(RLIMIT_NOFILE, &before); });
+}
+#endif
+
+} // namespace Vyn::Test
