@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/FolderTest.h"
+#include "support/Guards.h"
 #include "support/OrdinaryUser.h"
 #include "support/Threads.h"
-
-#include <ovrabase/errors/Exception.h>
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -13,99 +12,77 @@
 #include <QStandardPaths>
 
 #ifdef Q_OS_LINUX
-#include <fcntl.h>
 #include <iostream>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
 
-namespace Vyn::OvraBase {
+namespace Vyn::Test {
 namespace {
 
-using namespace Qt::StringLiterals;
-using Test::onThreads;
-#ifdef Q_OS_LINUX
-using Test::OrdinaryUser;
-#endif
-using testing::ElementsAre;
-using testing::Pair;
+using Exception::FolderCreationException;
 
-/// What stood in the cache before there was an application object.
+/// The answer before there was an application object.
 const QString kEarlyApplicationDir = FileUtils::safeApplicationDirPath();
 
-/// The folder of a test is also the system's temporary folder meanwhile.
-class ApplicationFolders : public Test::FolderTest {
+const QString kResource = u"qrc:/ovrabase-test/resources.qrc"_s;
+
+/// The system's temporary folder is "tmp" in the folder of the test.
+class ApplicationFolders : public FolderTest {
 protected:
-    void SetUp() override
+    ApplicationFolders()
     {
-        for (const char *variable : {"TMPDIR", "TMP"}) {
-            mBefore[variable] = qgetenv(variable);
-            qputenv(variable, path("tmp").toLocal8Bit());
-        }
-        makeFolder("tmp");
+        make({{"tmp/", ""}});
         QCoreApplication::setApplicationName(u"an app"_s);
+        EXPECT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
     }
 
-    void TearDown() override
-    {
-        for (const auto &[variable, value] : mBefore) {
-            qputenv(variable, value);
-        }
-    }
-
-private:
-    std::map<const char *, QByteArray> mBefore;
+    Guard mOnLinux = withVariable("TMPDIR", path("tmp").toLocal8Bit());
+    Guard mOnWindows = withVariable("TMP", path("tmp").toLocal8Bit());
 };
 
-TEST_F(ApplicationFolders, TemporaryFoldersGoWithTheirObjectOrWhenCleared)
+TEST_F(ApplicationFolders, RemovesATemporaryFolderWithItsObject)
 {
-    QString gone;
     {
         const QTemporaryDir folder = FileUtils::createTemporaryDir(u"nameXXXXXX"_s);
-        gone = folder.path();
-        EXPECT_TRUE(FileUtils::isFolder(gone));
-        EXPECT_TRUE(gone.startsWith(path("tmp/an app/name"))) << gone.toStdString();
+        EXPECT_TRUE(folder.path().startsWith(path("tmp/an app/name")) && folder.isValid());
         EXPECT_NE(FileUtils::createTemporaryDir().path(), FileUtils::createTemporaryDir().path());
     }
-    EXPECT_FALSE(FileUtils::exists(gone));
-
-    const QString made = FileUtils::createApplicationTemporaryDir(u"name"_s);
-    EXPECT_TRUE(FileUtils::isFolder(made));
-    EXPECT_EQ(FileUtils::createApplicationTemporaryDir(QFileInfo(made).fileName()), made);
-    EXPECT_TRUE(FileUtils::isFolder(FileUtils::createApplicationTemporaryDir()));
-    write("tmp/beside", "x");
-
-    const QString before = QDir::currentPath();
-    ASSERT_TRUE(QDir::setCurrent(path("tmp")));
-    FileUtils::clearApplicationTemporaryDir();
-    FileUtils::clearApplicationTemporaryDir(); // where there is none, nothing else goes
-    ASSERT_TRUE(QDir::setCurrent(before));
-    EXPECT_THAT(tree("tmp"), ElementsAre(Pair("beside", "x")));
-
-    QCoreApplication::setApplicationName(u"../tmp"_s); // no folder of its own
-    FileUtils::clearApplicationTemporaryDir();
-    EXPECT_THAT(tree("tmp"), ElementsAre(Pair("beside", "x")));
+    EXPECT_EQ(tree("tmp"), (Tree{{"an app/", ""}}));
 }
 
-TEST_F(ApplicationFolders, TemporaryFolderThatCannotBeIsAnError)
+TEST_F(ApplicationFolders, ClearsTheApplicationsTemporaryFolderAndNothingElse)
 {
-    write("tmp/an app", "a file in the way");
-    const QString message = u"Could not create temporary dir"_s;
-    const char *const position = "677 Vyn::OvraBase::FileUtils::createTemporaryDir";
-    using Exception::FolderCreationException;
-    expectFailure<FolderCreationException>(
-        [] { FileUtils::createTemporaryDir(); }, position, message, path("tmp/an app/XXXXXX"));
-    expectFailure<FolderCreationException>(
-        [] { FileUtils::createApplicationTemporaryDir(u"name"_s); }, position, message,
-        path("tmp/an app/name"));
-    const auto bringToDisk = [] { FileUtils::ensureFileIsOnDisk(u"qrc:/a"_s); };
-    expectFailure<FolderCreationException>(
-        bringToDisk, position, message, path("tmp/an app/external_files"));
+    const QString made = FileUtils::createApplicationTemporaryDir(u"name"_s);
+    EXPECT_EQ(FileUtils::createApplicationTemporaryDir(QFileInfo(made).fileName()), made);
+    EXPECT_TRUE(FileUtils::isFolder(made));
+    EXPECT_TRUE(FileUtils::isFolder(FileUtils::createApplicationTemporaryDir()));
+    make({{"tmp/beside", "x"}});
+    const auto current = inFolder(path("tmp"));
+    for (const QString &name : {u"an app"_s, u"missing"_s, u"../tmp"_s}) { // the last is no own one
+        QCoreApplication::setApplicationName(name);
+        FileUtils::clearApplicationTemporaryDir();
+        EXPECT_EQ(tree("tmp"), (Tree{{"beside", "x"}})) << name.toStdString();
+    }
+}
+
+TEST_F(ApplicationFolders, FailWhereTheTemporaryFolderCannotBeMade)
+{
+    const auto expectNotMade = [&](const auto &call, const QString &subject) {
+        expectFailure<FolderCreationException>(call,
+            "677 Vyn::OvraBase::FileUtils::createTemporaryDir", u"Could not create temporary dir"_s,
+            subject);
+    };
+    const auto makeNamed = [] { FileUtils::createApplicationTemporaryDir(u"name"_s); };
+    const auto bringToDisk = [] { FileUtils::ensureFileIsOnDisk(kResource); };
+    make({{"tmp/an app", "a file"}});
+    expectNotMade([] { FileUtils::createTemporaryDir(); }, path("tmp/an app/XXXXXX"));
+    expectNotMade(makeNamed, path("tmp/an app/name"));
+    expectNotMade(bringToDisk, path("tmp/an app/external_files"));
 #ifdef Q_OS_LINUX
-    qputenv("TMPDIR", path("missing").toLocal8Bit()); // then there is none, not even "/"
-    expectFailure<FolderCreationException>(
-        [] { FileUtils::createApplicationTemporaryDir(); }, position, message, {});
-    expectFailure<FolderCreationException>(bringToDisk, position, message, {});
+    const auto missing = withVariable("TMPDIR", path("missing").toLocal8Bit());
+    expectNotMade(makeNamed, {}); // not in "/"
+    expectNotMade(bringToDisk, {});
 #endif
 }
 
@@ -117,7 +94,7 @@ unsigned modeOf(const QString &path)
     return entry.st_mode & 07777;
 }
 
-TEST_F(ApplicationFolders, TemporaryFolderIsForItsUserAlone)
+TEST_F(ApplicationFolders, KeepTheTemporaryFolderToItsUser)
 {
     for (const unsigned before : {0700U, 0755U}) { // made now, or by a process with another mask
         FileUtils::createApplicationTemporaryDir(u"a"_s);
@@ -126,55 +103,47 @@ TEST_F(ApplicationFolders, TemporaryFolderIsForItsUserAlone)
     }
 }
 
-TEST_F(ApplicationFolders, NothingThatOthersPlantedIsUsed)
+TEST_F(ApplicationFolders, UseNothingThatOthersCanChange)
 {
     const struct {
         const char *name;
         bool isAnothers;
-        void (*plant)(const char *path);
+        int (*plant)(const char *path);
     } rows[] = {
-        {"link", false, [](const char *path) { EXPECT_EQ(::symlink("..", path), 0); }},
+        {"link", false, [](const char *path) { return ::symlink("..", path); }},
         {"folder for all", false,
-            [](const char *path) { EXPECT_EQ(::mkdir(path, 0) | ::chmod(path, 0777), 0); }},
-        {"folder of another user", true, [](const char *path) { EXPECT_EQ(::mkdir(path, 0), 0); }},
-        {"file of another user", true,
-            [](const char *path) { EXPECT_EQ(::close(::creat(path, 0666)), 0); }},
+            [](const char *path) { return ::mkdir(path, 0) | ::chmod(path, 0777); }},
+        {"folder of another user", true, [](const char *path) { return ::mkdir(path, 0); }},
+        {"file of another user", true, [](const char *path) { return ::mknod(path, S_IFREG, 0); }},
     };
-    ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
     for (const auto &[name, isAnothers, plant] : rows) {
         SCOPED_TRACE(name);
-        const QDir tmp(path(name));
-        makeFolder(name);
-        qputenv("TMPDIR", tmp.path().toLocal8Bit());
-        if (isAnothers) {
-            plant(QFile::encodeName(tmp.filePath(u"an app"_s)).constData());
-        }
-        const OrdinaryUser user{mFolder.path(), tmp.path()};
+        startAnew();
+        make({{"tmp/", ""}});
+        EXPECT_EQ(plant(QFile::encodeName(path("tmp/an app")).constData()), 0);
+        const OrdinaryUser user{
+            mFolder.path(), path("tmp"), path(isAnothers ? "tmp" : "tmp/an app")};
         if (isAnothers && !user.isAnother()) {
             std::cout << "Not tested, because only root can be two users: " << name << '\n';
             continue;
         }
-        if (!isAnothers) {
-            plant(QFile::encodeName(tmp.filePath(u"an app"_s)).constData());
-        }
-        const QString own = tmp.filePath(u"an app-%1"_s.arg(geteuid()));
+        const QString own = path("tmp/an app-" + std::to_string(geteuid()));
 
+        EXPECT_TRUE(FileUtils::createTemporaryDir(u"aXXXXXX"_s).path().startsWith(own + u"/a"_s));
         EXPECT_EQ(
-            FileUtils::createTemporaryDir(u"aXXXXXX"_s).path().left(own.size() + 2), own + u"/a"_s);
-        EXPECT_EQ(FileUtils::ensureFileIsOnDisk(u"qrc:/ovrabase-test/resources.qrc"_s),
-            own + u"/external_files/resources.qrc"_s);
+            FileUtils::ensureFileIsOnDisk(kResource), own + u"/external_files/resources.qrc"_s);
         EXPECT_EQ(modeOf(own), 0700);
         FileUtils::clearApplicationTemporaryDir();
         EXPECT_FALSE(QFileInfo::exists(own));
         EXPECT_EQ(::symlink("..", QFile::encodeName(own).constData()), 0); // planted, too
-        EXPECT_THROW(FileUtils::createTemporaryDir(), Exception::FolderCreationException);
+        EXPECT_THROW(FileUtils::createTemporaryDir(), FolderCreationException);
         FileUtils::clearApplicationTemporaryDir();
-        EXPECT_EQ(tmp.count(), 4U); // with "." and ".."
+        EXPECT_EQ(QDir(path("tmp")).count(), 4U); // with "." and ".."
     }
 }
 #endif
 
-TEST_F(ApplicationFolders, WhatIsOnDiskAlreadyComesBackUnchanged)
+TEST_F(ApplicationFolders, ReturnWhatIsOnDiskUnchanged)
 {
     for (const QString &text :
         {u""_s, u"a/b"_s, u"/a/b"_s, u"file:///x.png"_s, u"://x"_s, u"::/x"_s, u"qrc:a"_s}) {
@@ -183,29 +152,23 @@ TEST_F(ApplicationFolders, WhatIsOnDiskAlreadyComesBackUnchanged)
     EXPECT_FALSE(exists("tmp/an app"));
 }
 
-TEST_F(ApplicationFolders, BringsOtherFilesOntoTheDisk)
+TEST_F(ApplicationFolders, CopyOtherFilesUnderFreeNames)
 {
-    // A drive letter reads like a scheme; here it is a folder of that name.
 #ifdef Q_OS_WIN
     const QString source = path("c/a.tar.gz");
+    make({{"c/a.tar.gz", "content"}});
 #else
-    const QString source = u"c:/a.tar.gz"_s;
+    const QString source = u"c:/a.tar.gz"_s; // a folder whose name reads like a scheme
+    make({{"c:/a.tar.gz", "content"}});
 #endif
-    write(source.startsWith(u"c:/"_s) ? "c:/a.tar.gz" : "c/a.tar.gz", "content");
-    const QString before = QDir::currentPath();
-    ASSERT_TRUE(QDir::setCurrent(mFolder.path()));
+    const auto current = inFolder(mFolder.path());
     onThreads(4, [&](int) { FileUtils::ensureFileIsOnDisk(source); });
-    ASSERT_TRUE(QDir::setCurrent(before));
-    EXPECT_THAT(tree("tmp/an app/external_files"),
-        ElementsAre(Pair("a.gz", "content"), Pair("a_001.gz", "content"),
-            Pair("a_002.gz", "content"), Pair("a_003.gz", "content")));
+    EXPECT_EQ(
+        tree("tmp/an app/external_files"), (Tree{{"a.gz", "content"}, {"a_001.gz", "content"},
+                                               {"a_002.gz", "content"}, {"a_003.gz", "content"}}));
 
-    ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
-    const QString copy = FileUtils::ensureFileIsOnDisk(u"qrc:/ovrabase-test/resources.qrc"_s);
-    EXPECT_EQ(FileUtils::loadBinaryFile(copy),
-        FileUtils::loadBinaryFile(u":/ovrabase-test/resources.qrc"_s));
-    EXPECT_TRUE(copy.startsWith(path("tmp/an app/external_files/"))) << copy.toStdString();
-
+    EXPECT_TRUE(
+        FileUtils::loadBinaryFile(FileUtils::ensureFileIsOnDisk(kResource)).startsWith("<RCC>"));
     for (const QString &missing : {u"http://host/a%1.png"_s, u"qrc:/missing.png"_s}) {
         expectFailure<Exception::FileCopyException>([&] { FileUtils::ensureFileIsOnDisk(missing); },
             "479 Vyn::OvraBase::FileUtils::ensureFileIsOnDisk", u"Failed to copy non-local file"_s,
@@ -213,13 +176,11 @@ TEST_F(ApplicationFolders, BringsOtherFilesOntoTheDisk)
     }
 }
 
-TEST_F(ApplicationFolders, CopiesTakeTheFirstNameThatIsFree)
+TEST_F(ApplicationFolders, TakeTheFirstNameThatIsFree)
 {
-    ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
     const QString folder = path("tmp/an app/external_files/");
     const auto expectNext = [&](const QString &name) {
-        EXPECT_EQ(
-            FileUtils::ensureFileIsOnDisk(u"qrc:/ovrabase-test/resources.qrc"_s), folder + name);
+        EXPECT_EQ(FileUtils::ensureFileIsOnDisk(kResource), folder + name);
     };
     for (int i = 0; i < 3; ++i) {
         for (const QString &name :
@@ -236,13 +197,11 @@ TEST_F(ApplicationFolders, CopiesTakeTheFirstNameThatIsFree)
     }
 }
 
-TEST_F(ApplicationFolders, KnowsTheFoldersOfTheApplication)
+TEST_F(ApplicationFolders, KnowTheFoldersOfTheApplication)
 {
     EXPECT_EQ(kEarlyApplicationDir, QString());
     EXPECT_EQ(FileUtils::safeApplicationDirPath(), QCoreApplication::applicationDirPath());
-    const auto location = [](QStandardPaths::StandardLocation of) {
-        return QStandardPaths::writableLocation(of);
-    };
+    const auto location = QStandardPaths::writableLocation;
     const QString data = location(QStandardPaths::AppDataLocation) + u"/a/b"_s;
     EXPECT_EQ(FileUtils::getAppDataAbsolutePath(u"a/b"_s), data);
     EXPECT_EQ(FileUtils::getDocumentsAbsolutePath(u"a"_s),
@@ -254,4 +213,4 @@ TEST_F(ApplicationFolders, KnowsTheFoldersOfTheApplication)
 }
 
 } // namespace
-} // namespace Vyn::OvraBase
+} // namespace Vyn::Test

@@ -2,145 +2,117 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/FolderTest.h"
-#include "support/OpenFiles.h"
+#include "support/Guards.h"
 
 #include <QResource>
 
 #include <cstdio>
 
-namespace Vyn::OvraBase {
+namespace Vyn::Test {
 namespace {
 
-using namespace Qt::StringLiterals;
-using Test::Record;
-#ifdef Q_OS_LINUX
-using Test::withoutOpenFiles;
-#endif
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pair;
-
-class FolderCopies : public Test::FolderTest {
+class FolderCopies : public FolderTest {
 protected:
-    void expectNotCopied(std::vector<std::pair<QString, QString>> pairs)
+    /// Expects a warning for each of \a names below "source" that is not copied to "copy".
+    void expectNotCopied(const std::vector<QString> &names)
     {
         std::vector<Record> expected;
-        for (const auto &[from, to] : pairs) {
+        for (const QString &name : names) {
+            const QString native = QString(name).replace(u'/', QDir::separator());
             expected.push_back(
                 {1, "Support: FileUtils.cpp:770 Vyn::OvraBase::FileUtils::copyRecursively()",
-                    (u"Error while copying : "_s + from + u" to : "_s + to).toStdString()});
+                    u"Error while copying : %1 to : %2"_s
+                        .arg(path("source") + native, path("copy") + native)
+                        .toStdString()});
         }
         EXPECT_THAT(mLog.take(), testing::UnorderedElementsAreArray(expected));
     }
 };
 
-QString joined(const QString &folder, const QString &name)
+TEST_F(FolderCopies, HaveAllThatIsHiddenOrEmptyOrFarDown)
 {
-    return folder + QDir::separator() + name;
-}
-
-TEST_F(FolderCopies, CopiesAFolderWithAllThatIsHidden)
-{
-    write("source/a.txt", "a");
-    write("source/.b/.c/d", "d");
-    makeFolder("source/empty");
+    const std::string deep =
+        std::string(100, 'a') + '/' + std::string(100, 'b') + '/' + std::string(100, 'c');
+    make({{"source/a.txt", "a"}, {"source/.b/.c/d", "d"}, {"source/empty/", ""},
+        {"source/" + deep + "/x", "x"}});
     EXPECT_TRUE(FileUtils::copyRecursively(path("source"), path("new/deep")));
     EXPECT_EQ(tree("new/deep"), tree("source"));
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
-TEST_F(FolderCopies, CopiesQtResources)
+TEST_F(FolderCopies, CanBeOfQtResources)
 {
     ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
     EXPECT_TRUE(FileUtils::copyRecursively(u":/ovrabase-test"_s, path("copy")));
     EXPECT_TRUE(FileUtils::copyWithBackup(u":/ovrabase-test/resources.qrc"_s, path("single")));
-    const QByteArray content = FileUtils::loadBinaryFile(u":/ovrabase-test/resources.qrc"_s);
-    EXPECT_EQ(FileUtils::loadBinaryFile(path("copy/resources.qrc")), content);
-    EXPECT_EQ(FileUtils::loadBinaryFile(path("single")), content);
     EXPECT_FALSE(FileUtils::copyWithBackup(u":/ovrabase-test/missing"_s, path("single")));
-    EXPECT_EQ(FileUtils::loadBinaryFile(path("single")), content);
+    QFile resource(u":/ovrabase-test/resources.qrc"_s);
+    ASSERT_TRUE(resource.open(QFile::ReadOnly));
+    const std::string content = resource.readAll().toStdString();
+    EXPECT_EQ(tree(), (Tree{{"copy/", ""}, {"copy/resources.qrc", content}, {"single", content}}));
 }
 
-TEST_F(FolderCopies, ReportsWhatItCannotCopyAndGoesOn)
+TEST_F(FolderCopies, ReportWhatCannotBeCopiedAndGoOn)
 {
-    write("source/%1", "new");
-    write("source/sub/b", "b");
-    write("source/c", "c");
-    write("copy/%1", "old");
-    write("copy/sub", "a file in the way");
-    makeFolder("source/empty");
-    write("copy/empty", "a file, too");
-    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
-    EXPECT_THAT(tree("copy"), ElementsAre(Pair("%1", "old"), Pair("c", "c"),
-                                  Pair("empty", "a file, too"), Pair("sub", "a file in the way")));
-    expectNotCopied({{joined(path("source"), u"%1"_s), joined(path("copy"), u"%1"_s)},
-        {joined(path("source"), u"empty"_s), joined(path("copy"), u"empty"_s)},
-        {joined(joined(path("source"), u"sub"_s), u"b"_s),
-            joined(joined(path("copy"), u"sub"_s), u"b"_s)}});
-
-    EXPECT_FALSE(FileUtils::copyRecursively({}, path("copy")));
-    EXPECT_FALSE(FileUtils::copyRecursively(path("source/c"), path("copy")));
-    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("new") + u"\0x"_s));
-    EXPECT_FALSE(exists("new"));
-    EXPECT_THAT(mLog.records(), IsEmpty());
-}
-
-TEST_F(FolderCopies, IntoItselfTakesWhatWasThere)
-{
-    write("source/a", "a");
-    write("source/copy/old", "old");
-    EXPECT_TRUE(FileUtils::copyRecursively(path("source"), u"copy"_s)); // in the source
-    EXPECT_THAT(tree("source"),
-        ElementsAre(Pair("a", "a"), Pair("copy/", ""), Pair("copy/a", "a"), Pair("copy/copy/", ""),
-            Pair("copy/copy/old", "old"), Pair("copy/old", "old")));
-}
-
-TEST_F(FolderCopies, CopiesFoldersWithLongPaths)
-{
-    QString folder = path("source");
-    for (const char16_t letter : {u'a', u'b', u'c'}) {
-        folder += u'/' + QString(100, letter);
-        ASSERT_TRUE(FileUtils::makeFolder(folder));
-        ASSERT_TRUE(FileUtils::saveTextToFile(u"x"_s, folder + u"/x"_s));
+    make({{"source/%1", "new"}, {"source/sub/b", "b"}, {"source/c", "c"}, {"source/empty/", ""}});
+    const Tree inTheWay{{"%1", "old"}, {"empty", "a file"}, {"sub", "a file"}};
+    for (const auto &[name, content] : inTheWay) {
+        make({{"copy/" + name, content}});
     }
-    EXPECT_TRUE(FileUtils::copyRecursively(path("source"), path("copy")));
-    EXPECT_EQ(tree("copy"), tree("source"));
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+    Tree expected = inTheWay;
+    expected["c"] = "c";
+    EXPECT_EQ(tree("copy"), expected);
+    expectNotCopied({u"/%1"_s, u"/empty"_s, u"/sub/b"_s});
+}
+
+TEST_F(FolderCopies, FailForAPathThatIsNoFolder)
+{
+    make({{"source/file", ""}});
+    EXPECT_FALSE(FileUtils::copyRecursively({}, path("copy")));
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source/file"), path("copy")));
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("new") + u"\0x"_s));
+    EXPECT_EQ(tree(), (Tree{{"source/", ""}, {"source/file", ""}}));
     EXPECT_THAT(mLog.records(), IsEmpty());
+}
+
+TEST_F(FolderCopies, IntoTheSourceHaveWhatItHeldBefore)
+{
+    make({{"source/a", "a"}, {"source/copy/old", "old"}});
+    EXPECT_TRUE(FileUtils::copyRecursively(path("source"), u"copy"_s)); // in the source
+    EXPECT_EQ(tree("source"), (Tree{{"a", "a"}, {"copy/", ""}, {"copy/a", "a"}, {"copy/copy/", ""},
+                                  {"copy/copy/old", "old"}, {"copy/old", "old"}}));
 }
 
 #ifndef Q_OS_WIN
-TEST_F(FolderCopies, PassesOverWhatIsNeitherFileNorFolder)
+TEST_F(FolderCopies, PassOverWhatIsNeitherFileNorFolder)
 {
-    makeFolder("source");
+    make({{"source/", ""}});
     link("nowhere", "source/dangling");
     link("source/circle", "source/circle");
     ASSERT_EQ(mkfifo(path("source/pipe").toLocal8Bit().constData(), 0600), 0);
     EXPECT_TRUE(FileUtils::copyRecursively(path("source"), path("copy")));
-    EXPECT_THAT(tree("copy"), IsEmpty());
+    EXPECT_EQ(tree("copy"), Tree());
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
 /// Twenty folders would come in twenty factorial times.
-TEST_F(FolderCopies, EndsForFoldersThatLinkToEachOther)
+TEST_F(FolderCopies, EndForFoldersThatLinkToEachOther)
 {
     constexpr int kFolders = 20;
-    const QDir source(path("source"));
-    for (int i = 0; i < kFolders; ++i) {
-        ASSERT_TRUE(source.mkpath(QString::number(i)));
-        for (int j = 0; j < kFolders; ++j) {
-            const QString name = u"%1/to %2"_s.arg(i).arg(j);
-            ASSERT_TRUE(QFile::link(source.filePath(QString::number(j)), source.filePath(name)));
-        }
+    for (int i = 0; i < kFolders * kFolders; ++i) {
+        const std::string from = "source/" + std::to_string(i / kFolders) + '/';
+        const std::string to = std::to_string(i % kFolders);
+        make({{from, ""}});
+        link("source/" + to, from + "to " + to);
     }
-    EXPECT_FALSE(FileUtils::copyRecursively(source.path(), path("copy")));
+    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
     EXPECT_EQ(tree("copy").size(), kFolders * kFolders + 100); // links behind links
 }
 
-TEST_F(FolderCopies, FollowsLinksButNotBackUp)
+TEST_F(FolderCopies, FollowLinksButNotBackUp)
 {
-    write("beside/x", "x");
-    write("source/one/a", "a");
-    write("source/two/b", "b");
+    make({{"beside/x", "x"}, {"source/one/a", "a"}, {"source/two/b", "b"}});
     link("beside", "source/beside");
     link("source/two", "source/one/two");
     link("source/one", "source/two/one");
@@ -149,26 +121,23 @@ TEST_F(FolderCopies, FollowsLinksButNotBackUp)
 
     EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
 
-    EXPECT_THAT(tree("copy"),
-        ElementsAre(Pair("beside/", ""), Pair("beside/x", "x"), Pair("one/", ""),
-            Pair("one/a", "a"), Pair("one/two/", ""), Pair("one/two/b", "b"), Pair("two/", ""),
-            Pair("two/b", "b"), Pair("two/one/", ""), Pair("two/one/a", "a")));
-    std::vector<std::pair<QString, QString>> left;
-    for (const char *name : {"above", "one/up", "one/two/one", "two/one/two", "two/one/up"}) {
-        left.emplace_back(
-            path("source/") + QLatin1String(name), path("copy/") + QLatin1String(name));
-    }
-    expectNotCopied(left);
+    EXPECT_EQ(tree("copy"), (Tree{{"beside/", ""}, {"beside/x", "x"}, {"one/", ""}, {"one/a", "a"},
+                                {"one/two/", ""}, {"one/two/b", "b"}, {"two/", ""}, {"two/b", "b"},
+                                {"two/one/", ""}, {"two/one/a", "a"}}));
+    expectNotCopied(
+        {u"/above"_s, u"/one/up"_s, u"/one/two/one"_s, u"/two/one/two"_s, u"/two/one/up"_s});
 }
 #endif
 
 #ifdef Q_OS_LINUX
-TEST_F(FolderCopies, ReportsWhatItCannotList)
+TEST_F(FolderCopies, ReportAFolderThatCannotBeListed)
 {
-    write("source/name", "x");
-    EXPECT_FALSE(
-        withoutOpenFiles([&] { return FileUtils::copyRecursively(path("source"), path("copy")); }));
-    expectNotCopied({{path("source"), path("copy")}});
+    make({{"source/name", "x"}});
+    {
+        const auto limit = withOpenFiles(0);
+        EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+    }
+    expectNotCopied({u""_s});
     const QByteArray name = path("source/name").toLocal8Bit();
     ASSERT_EQ(std::rename(name.constData(), (name + '\xE9').constData()), 0); // not UTF-8
     EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
@@ -177,4 +146,4 @@ TEST_F(FolderCopies, ReportsWhatItCannotList)
 #endif
 
 } // namespace
-} // namespace Vyn::OvraBase
+} // namespace Vyn::Test

@@ -1,143 +1,125 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
+#include "support/Cache.h"
 #include "support/FolderTest.h"
+#include "support/Guards.h"
 
-#include <ovrabase/files/GenericCacheController.h>
-
-namespace Vyn::OvraBase {
+namespace Vyn::Test {
 namespace {
 
-using Test::Record;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pair;
+using CacheTest = FolderTest;
 
-class Cache final : public GenericCacheController {
-public:
-    explicit Cache(QString path)
-        : mPath(std::move(path))
-    {
-    }
-    QString cacheFolderPath() const override { return mPath; }
-    void setCacheFolderPath(const QString &path) override { mPath = path; }
-
-private:
-    QString mPath;
-};
-
-using CacheTest = Test::FolderTest;
-
-TEST_F(CacheTest, ClearTakesTheFolderOnlyWithASubFolder)
+void clear(Cache &cache)
 {
-    for (const char *name : {"cache/a", "cache/.hidden", "beside"}) {
-        write(name);
-    }
-    FileUtils::hideFileOnWindows(path("cache/.hidden"));
-    Cache(path("cache")).clear();
-    EXPECT_THAT(
-        tree("."), ElementsAre(Pair("beside", ""), Pair("cache/", ""), Pair("cache/.hidden", "")));
-
-    write("cache/a");
-    makeFolder("cache/s");
-    Cache(path("cache")).clear();
-    EXPECT_THAT(tree("."), ElementsAre(Pair("beside", "")));
+    cache.clear();
 }
 
-TEST_F(CacheTest, ClearAndPurgeWithoutAPathTouchNothing)
+void purge(Cache &cache)
 {
-    write("s/a");
-    write("a");
-    const auto all = tree(".");
-    const QString before = QDir::currentPath();
-    ASSERT_TRUE(QDir::setCurrent(mFolder.path()));
-    Cache({}).clear();
-    Cache({}).purge();
-    ASSERT_TRUE(QDir::setCurrent(before));
-    EXPECT_EQ(tree("."), all);
+    cache.purge();
 }
 
-TEST_F(CacheTest, PurgeTakesAFolderButNoFile)
+void reset(Cache &cache)
 {
-    write("cache/deep/.hidden");
-    write("file");
-    for (const char *name : {"cache", "file", "missing"}) {
-        Cache(path(name)).purge();
+    cache.resetCacheFolder(cache.cacheFolderPath());
+}
+
+TEST_F(CacheTest, RemovesWhatIsInItsFolderAndNothingElse)
+{
+    const struct {
+        const char *name;
+        void (*call)(Cache &);
+        const char *path;
+        Tree before, after;
+    } rows[] = {
+        {"clear removes files that are not hidden", clear, "cache",
+            {{"cache/a", ""}, {"cache/.hidden", ""}, {"beside", ""}},
+            {{"beside", ""}, {"cache/", ""}, {"cache/.hidden", ""}}},
+        {"clear removes a folder with a sub-folder", clear, "cache",
+            {{"cache/a", ""}, {"cache/.hidden", ""}, {"cache/s/", ""}}, {}},
+        {"purge removes a folder", purge, "cache", {{"cache/deep/.hidden", ""}}, {}},
+        {"purge keeps a file", purge, "file", {{"file", ""}}, {{"file", ""}}},
+        {"purge ignores a missing folder", purge, "missing", {{"file", ""}}, {{"file", ""}}},
+        {"reset makes a new folder", reset, "cache", {{"cache/a", ""}}, {{"cache/", ""}}},
+        {"reset makes its parents", reset, "new/deep/", {}, {{"new/", ""}, {"new/deep/", ""}}},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.name);
+        startAnew();
+        make(row.before);
+        FileUtils::hideFileOnWindows(path("cache/.hidden"));
+        Cache cache(path(row.path));
+        row.call(cache);
+        EXPECT_EQ(tree(), row.after);
+        EXPECT_THAT(mLog.records(), IsEmpty());
     }
-    EXPECT_THAT(tree("."), ElementsAre(Pair("file", "")));
-    EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
-TEST_F(CacheTest, ResetGivesANewFolderInsteadOfTheOld)
+TEST_F(CacheTest, TouchesNothingWithoutAPath)
 {
-    write("cache/a");
-    Cache cache(path("cache"));
-    cache.resetCacheFolder(path("cache"));
-    EXPECT_THAT(tree("."), ElementsAre(Pair("cache/", "")));
-    cache.resetCacheFolder(path("new/deep/"));
-    EXPECT_THAT(tree("."), ElementsAre(Pair("new/", ""), Pair("new/deep/", "")));
-    EXPECT_THAT(mLog.records(), IsEmpty());
+    make({{"s/a", ""}, {"a", ""}});
+    const Tree before = tree();
+    const auto current = inFolder(mFolder.path());
+    Cache cache({});
+    cache.clear();
+    cache.purge();
+    EXPECT_EQ(tree(), before);
 }
 
 #ifndef Q_OS_WIN
 TEST_F(CacheTest, EmptiesTheFolderBehindALinkAndKeepsTheLink)
 {
     const struct {
-        const char *name;
-        const char *path;
+        const char *name, *path;
         void (*call)(Cache &);
-    } rows[] = {
-        {"purge", "cache", [](Cache &cache) { cache.purge(); }},
-        {"purge with a separator", "cache/", [](Cache &cache) { cache.purge(); }},
-        {"clear", "cache", [](Cache &cache) { cache.clear(); }},
-        {"reset", "cache", [](Cache &cache) { cache.resetCacheFolder(cache.cacheFolderPath()); }},
-    };
-    link("disk/folder", "cache");
-    write("beside/x", "x");
-    for (const auto &[name, cachePath, call] : rows) {
-        SCOPED_TRACE(name);
-        write("disk/folder/deep/.hidden");
-        write("disk/folder/.hidden");
+    } rows[] = {{"purge", "cache", purge}, {"purge with a separator", "cache/", purge},
+        {"clear", "cache", clear}, {"reset", "cache", reset}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.name);
+        startAnew();
+        make({{"beside/x", "x"}, {"disk/folder/deep/.hidden", ""}, {"disk/folder/.hidden", ""}});
+        link("disk/folder", "cache");
         link("beside", "disk/folder/link");
-        Cache cache(path(cachePath));
-        call(cache);
-        EXPECT_THAT(
-            tree("."), ElementsAre(Pair("beside/", ""), Pair("beside/x", "x"), Pair("cache/", ""),
-                           Pair("disk/", ""), Pair("disk/folder/", "")));
+        Cache cache(path(row.path));
+        row.call(cache);
+        EXPECT_EQ(tree(), (Tree{{"beside/", ""}, {"beside/x", "x"}, {"cache/", ""}, {"disk/", ""},
+                              {"disk/folder/", ""}}));
         EXPECT_TRUE(QFileInfo(path("cache")).isSymLink());
+        EXPECT_THAT(mLog.records(), IsEmpty());
     }
-    EXPECT_THAT(mLog.records(), IsEmpty());
 }
 #endif
 
-TEST_F(CacheTest, ResetWarnsOfAPathThatCannotBeAFolder)
+TEST_F(CacheTest, WarnsOfAPathThatCannotBeAFolder)
 {
-    write("file%2", "x");
+    const std::string file = path("file%2").toStdString();
     const struct {
         QString path;
-        int line;
-        std::string message;
+        std::string line, message;
     } rows[] = {
-        {{}, 68, "The cache folder name is empty. Cache will be disabled."},
-        {path("file%2"), 84,
+        {{}, "68", "The cache folder name is empty. Cache will be disabled."},
+        {path("file%2"), "84",
             "Cannot create cache folder because a file with the same path already exists."},
-        {path("file%2/cache%1"), 78,
-            "Could not create cache folder (<cache%1> in <" + path("file%2").toStdString() +
-                "> for <" + path("file%2/cache%1").toStdString() + ">). Cache will be disabled."},
+        {path("file%2/cache%1"), "78",
+            "Could not create cache folder (<cache%1> in <" + file + "> for <" + file +
+                "/cache%1>). Cache will be disabled."},
     };
-    for (const auto &[newPath, line, message] : rows) {
-        makeFolder("cache");
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.message);
+        startAnew();
+        make({{"file%2", "x"}, {"cache/", ""}});
         Cache cache(path("cache"));
-        cache.resetCacheFolder(newPath);
-        EXPECT_EQ(cache.cacheFolderPath(), newPath);
-        EXPECT_THAT(tree("."), ElementsAre(Pair("file%2", "x")));
+        cache.resetCacheFolder(row.path);
+        EXPECT_EQ(cache.cacheFolderPath(), row.path);
+        EXPECT_EQ(tree(), (Tree{{"file%2", "x"}}));
         EXPECT_THAT(
             mLog.take(), ElementsAre(Record{1,
-                             "Support: GenericCacheController.cpp:" + std::to_string(line) +
+                             "Support: GenericCacheController.cpp:" + row.line +
                                  " Vyn::OvraBase::GenericCacheController::ensureDirectoryExists()",
-                             message}));
+                             row.message}));
     }
 }
 
 } // namespace
-} // namespace Vyn::OvraBase
+} // namespace Vyn::Test

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/FolderTest.h"
-#include "support/OpenFiles.h"
+#include "support/Guards.h"
 #include "support/OrdinaryUser.h"
 
-#include <ovrabase/errors/Exception.h>
 #include <ovrabase/logging/logStr.h>
 
 #ifndef Q_OS_WIN
@@ -14,48 +13,34 @@
 #include <unistd.h>
 #endif
 
-namespace Vyn::OvraBase {
+namespace Vyn::Test {
 namespace {
 
-using namespace Qt::StringLiterals;
-using namespace std::string_literals;
-#ifndef Q_OS_WIN
-using Test::OrdinaryUser;
-using Test::withOpenFiles;
-#endif
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pair;
+using Removal = FolderTest;
 
-using Removal = Test::FolderTest;
-
-TEST_F(Removal, RemovesAFileButNoFolder)
+TEST_F(Removal, OfAFileLeavesAFolder)
 {
-    write("file", "x");
+    make({{"file", "x"}, {"%1\u4E2D/", ""}});
     for (const QString &removed : {path("file"), path("file"), QString()}) {
         FileUtils::removeFileIfItExists(removed);
-        EXPECT_FALSE(exists("file"));
     }
     EXPECT_THAT(mLog.records(), IsEmpty());
-
     const QString folder = path("%1\u4E2D");
-    ASSERT_TRUE(FileUtils::makeFolder(folder));
     expectFailure<Exception::FileDeletionException>(
         [&] { FileUtils::removeFileIfItExists(folder); },
         "718 Vyn::OvraBase::FileUtils::removeFileIfItExists",
         u"Could not remove: "_s + logStr(folder), folder);
+    EXPECT_EQ(tree(), (Tree{{"%1\u4E2D/", ""}}));
 }
 
-TEST_F(Removal, RemovesAFolderButNoFile)
+TEST_F(Removal, OfAFolderLeavesAFile)
 {
-    write("folder/.hidden/x", "x");
-    write("folder/read-only", "x");
+    make({{"folder/.hidden/x", "x"}, {"folder/read-only", "x"}, {"file", "x"}});
     QFile::setPermissions(path("folder/read-only"), QFile::ReadOwner);
-    write("file", "x");
     for (const char *name : {"folder", "file", "missing"}) {
         FileUtils::removeDirRecursiveIfItExists(path(name));
     }
-    EXPECT_THAT(tree("."), ElementsAre(Pair("file", "x")));
+    EXPECT_EQ(tree(), (Tree{{"file", "x"}}));
 #ifdef Q_OS_LINUX
     const QString lasting = u"/proc/self/fdinfo"_s;
     expectFailure<Exception::FolderDeletionException>(
@@ -67,10 +52,9 @@ TEST_F(Removal, RemovesAFolderButNoFile)
 }
 
 #ifndef Q_OS_WIN
-TEST_F(Removal, RemovalOfALinkLeavesItsTarget)
+TEST_F(Removal, OfALinkLeavesItsTarget)
 {
-    write("target/x", "x");
-    write("folder/sub/y", "y");
+    make({{"target/x", "x"}, {"folder/sub/y", "y"}, {"current/deep/", ""}});
     link("target", "folder/sub/link");
     link("nowhere", "folder/dangling");
     FileUtils::removeDirRecursiveIfItExists(path("folder"));
@@ -82,15 +66,12 @@ TEST_F(Removal, RemovalOfALinkLeavesItsTarget)
         link(target, "link");
         FileUtils::removeFileIfItExists(path("link"));
     }
-    makeFolder("current/deep");
-    const QString before = QDir::currentPath();
-    ASSERT_TRUE(QDir::setCurrent(path("current")));
+    const auto current = inFolder(path("current"));
     FileUtils::removeDirRecursiveIfItExists(u"."_s);
-    ASSERT_TRUE(QDir::setCurrent(before));
-    EXPECT_THAT(tree("."), ElementsAre(Pair("target/", ""), Pair("target/x", "x")));
+    EXPECT_EQ(tree(), (Tree{{"target/", ""}, {"target/x", "x"}}));
 }
 
-/// Makes \a depth folders, each in the one before, below \a path. Returns the deepest one.
+/// Makes \a depth nested folders below \a path. Returns the deepest one, opened.
 int openNested(const QString &path, int depth)
 {
     int folder = open(QFile::encodeName(path).constData(), O_PATH | O_CLOEXEC);
@@ -104,26 +85,28 @@ int openNested(const QString &path, int depth)
     return folder;
 }
 
-TEST_F(Removal, RemovesNamesOfAnyBytesAtAnyDepthWithFewOpenFiles)
+TEST_F(Removal, ReachesNamesOfAnyBytesAtAnyDepthWithFewOpenFiles)
 {
-    makeFolder("folder");
+    make({{"folder/", ""}});
     const int deepest = openNested(path("folder"), 150);
-    for (const char *name : {"\xFF", "\xFE\n*", "\xED\xA0\x80"}) {
-        EXPECT_EQ(mkdirat(deepest, name, 0755), 0);
-        EXPECT_EQ(symlinkat("..", deepest, (name + "link"s).c_str()), 0);
+    for (const std::string name : {"\xFF", "\xFE\n*", "\xED\xA0\x80"}) {
+        EXPECT_EQ(mkdirat(deepest, name.c_str(), 0755), 0);
+        EXPECT_EQ(symlinkat("..", deepest, (name + "link").c_str()), 0);
     }
     close(deepest);
-    withOpenFiles(100, [&] { FileUtils::removeDirRecursiveIfItExists(path("folder")); });
-    EXPECT_FALSE(exists("folder"));
+    const auto limit = withOpenFiles(100);
+    FileUtils::removeDirRecursiveIfItExists(path("folder"));
+    EXPECT_EQ(tree(), Tree());
 }
 
-TEST_F(Removal, RemovesTheRestWhenSomethingCannotBeRemoved)
+TEST_F(Removal, GoesOnWhenSomethingCannotBeRemoved)
 {
     {
         const OrdinaryUser user{mFolder.path()};
+        make({{"folder/a/", ""}, {"folder/b/c/", ""}, {"folder/d/", ""}, {"folder/removed", ""},
+            {"folder/b/empty and unreadable/", ""}});
         // Folders that are closed meanwhile, because others below them are open, are listed anew.
         for (const char *name : {"folder/a", "folder/b/c", "folder/d"}) {
-            makeFolder(name);
             const int deepest = openNested(path(name), 70);
             EXPECT_EQ(mkdirat(deepest, "locked", 0755), 0);
             for (const char *file : {"locked/kept", "removed"}) {
@@ -132,27 +115,24 @@ TEST_F(Removal, RemovesTheRestWhenSomethingCannotBeRemoved)
             EXPECT_EQ(fchmodat(deepest, "locked", 0555, 0), 0);
             close(deepest);
         }
-        write("folder/removed");
-        makeFolder("folder/b/empty and unreadable");
         QFile::setPermissions(path("folder/b/empty and unreadable"), {});
         EXPECT_THROW(FileUtils::removeDirRecursiveIfItExists(path("folder")),
             Exception::FolderDeletionException);
     }
-    std::map<std::string, int> files;
-    QDirIterator left(
+    std::map<std::string, int> left;
+    QDirIterator entries(
         mFolder.path(), QDir::AllEntries | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (left.hasNext()) {
-        left.next();
-        ++files[left.fileName().toStdString()];
+    while (entries.hasNext()) {
+        const QFileInfo entry(entries.next());
+        ++left[entry.fileName().toStdString()];
         QFile::setPermissions(
-            left.filePath(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+            entry.filePath(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
-    EXPECT_THAT(
-        files, ElementsAre(Pair("a", 1), Pair("a folder with a name of forty characters", 210),
-                   Pair("b", 1), Pair("c", 1), Pair("d", 1), Pair("folder", 1), Pair("kept", 3),
-                   Pair("locked", 3)));
+    EXPECT_EQ(left,
+        (std::map<std::string, int>{{"a", 1}, {"a folder with a name of forty characters", 210},
+            {"b", 1}, {"c", 1}, {"d", 1}, {"folder", 1}, {"kept", 3}, {"locked", 3}}));
 }
 #endif
 
 } // namespace
-} // namespace Vyn::OvraBase
+} // namespace Vyn::Test

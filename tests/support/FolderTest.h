@@ -8,7 +8,6 @@
 #include <ovrabase/errors/Exception.h>
 #include <ovrabase/files/FileUtils.h>
 
-#include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QTemporaryDir>
@@ -20,53 +19,70 @@
 
 namespace Vyn::Test {
 
-/// Each test gets a folder of its own, in which names are relative, and the log of what it does.
+using namespace Qt::StringLiterals;
+using OvraBase::FileUtils;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Files with their content, and folders, whose names end in a slash.
+using Tree = std::map<std::string, std::string>;
+
+/// Gives each test an empty folder, in which names are relative, and the log of what it does.
 class FolderTest : public testing::Test {
 protected:
-    QString path(const char *name) const { return mFolder.filePath(QString::fromUtf8(name)); }
-    bool exists(const char *name) const { return OvraBase::FileUtils::exists(path(name)); }
-
-    /// Writes a file, in folders that are made where they are missing.
-    void write(const char *name, const QByteArray &content = {}) const
+    QString path(const std::string &name) const
     {
-        using OvraBase::FileUtils;
-        ASSERT_TRUE(FileUtils::makeFolder(FileUtils::extractFolderPath(path(name))));
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        return mFolder.filePath(QString::fromStdString(name));
     }
 
-    void makeFolder(const char *name) const
+    bool exists(const std::string &name) const { return QFileInfo::exists(path(name)); }
+
+    /// Makes what \a entries say, and the folders that hold it.
+    void make(const Tree &entries) const
     {
-        ASSERT_TRUE(OvraBase::FileUtils::makeFolder(path(name)));
+        for (const auto &[name, content] : entries) {
+            ASSERT_TRUE(QDir().mkpath(path(name.substr(0, name.find_last_of('/') + 1))));
+            if (!name.ends_with('/')) {
+                QFile file(path(name));
+                ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << name;
+                ASSERT_EQ(file.write(QByteArray::fromStdString(content)), qint64(content.size()));
+            }
+        }
     }
 
-    void link(const char *target, const char *name) const
+    void link(const std::string &target, const std::string &name) const
     {
-        ASSERT_TRUE(QFile::link(path(target), path(name)));
+        ASSERT_TRUE(QFile::link(path(target), path(name))) << name;
     }
 
-    /// Returns the files below \a name with their content, and the folders with a slash.
-    std::map<std::string, std::string> tree(const char *name) const
+    /// Returns what is below \a name; what a link leads to counts as its content.
+    Tree tree(const std::string &name = ".") const
     {
-        std::map<std::string, std::string> entries;
+        Tree entries;
         QDirIterator all(path(name), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
             QDirIterator::Subdirectories);
         while (all.hasNext()) {
-            const QString entry = all.next();
-            const std::string relative = QDir(path(name)).relativeFilePath(entry).toStdString();
-            if (all.fileInfo().isDir()) {
-                entries[relative + '/'];
-            } else {
-                entries[relative] = OvraBase::FileUtils::loadBinaryFile(entry).toStdString();
-            }
+            QFile entry(all.next());
+            const QString relative = QDir(path(name)).relativeFilePath(entry.fileName());
+            const bool isFile = all.fileInfo().isFile() && entry.open(QIODevice::ReadOnly);
+            entries[relative.toStdString() + (all.fileInfo().isDir() ? "/" : "")] =
+                isFile ? entry.readAll().toStdString() : std::string();
         }
         return entries;
+    }
+
+    /// Empties the folder and the log, for the next row of a table.
+    void startAnew()
+    {
+        QDir(mFolder.path()).removeRecursively();
+        ASSERT_TRUE(QDir().mkpath(mFolder.path()));
+        mLog.take();
     }
 
     /// Expects that \a call throws an E with \a message and \a subject and logs it first.
     template<class E, class Call>
     void expectFailure(
-        Call call, const char *position, const QString &message, const QString &subject)
+        Call call, const std::string &position, const QString &message, const QString &subject = {})
     {
         try {
             call();
@@ -77,9 +93,8 @@ protected:
                 EXPECT_EQ(failure.subject(), subject);
             }
         }
-        EXPECT_THAT(mLog.take(),
-            testing::ElementsAre(Record{
-                2, "Debug: FileUtils.cpp:" + std::string(position) + "()", message.toStdString()}));
+        EXPECT_THAT(mLog.take(), ElementsAre(Record{2, "Debug: FileUtils.cpp:" + position + "()",
+                                     message.toStdString()}));
     }
 
     QTemporaryDir mFolder;

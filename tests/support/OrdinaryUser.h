@@ -11,16 +11,17 @@
 
 namespace Vyn::Test {
 
-/// While one exists, the process of root is that of a user who has no special rights and owns
-/// \a folders. No effect when the user is not root.
+/// Makes a process of root that of a user who has no special rights, until its end. Has no effect
+/// when the user is not root.
 class OrdinaryUser {
 public:
-    OrdinaryUser(std::initializer_list<QString> folders)
+    /// The user owns \a entries; a link is not followed.
+    OrdinaryUser(std::initializer_list<QString> entries)
     {
         if (mIsRoot) {
-            for (const QString &folder : folders) {
+            for (const QString &entry : entries) {
                 [[maybe_unused]] const int given =
-                    chown(QFile::encodeName(folder).constData(), kId, static_cast<gid_t>(-1));
+                    lchown(QFile::encodeName(entry).constData(), kId, static_cast<gid_t>(-1));
             }
             [[maybe_unused]] const int changed = seteuid(kId);
         }
