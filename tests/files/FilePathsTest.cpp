@@ -3,62 +3,41 @@
 
 #include "support/FolderTest.h"
 
-#include <ovrabase/errors/Exception.h>
-
-namespace Vyn::OvraBase {
+namespace Vyn::Test {
 namespace {
 
-using namespace Qt::StringLiterals;
-using Test::Record;
-using testing::ElementsAre;
+using FilePaths = FolderTest;
 
-using FilePaths = Test::FolderTest;
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-struct Names {
-    const char *path;
-    const char *folder;
-    const char *base;
-    const char *extension;
-    const char *completeExtension;
-    const char *withoutExtension;
-    const char *asPng;
-};
-
-TEST_F(FilePaths, AddsPathsToAList)
+TEST_F(FilePaths, AreAddedToAList)
 {
     QString paths;
     for (const auto &[added, expected] :
-        {std::pair{"", ""}, {"a", "a"}, {"", "a"}, {"b", "a;b"}, {"b;", "a;b;b;"}}) {
-        FileUtils::addPathToPaths(paths, text(added));
-        EXPECT_EQ(paths, text(expected));
+        {std::pair{u""_s, u""_s}, {u"a"_s, u"a"_s}, {u""_s, u"a"_s}, {u"b;"_s, u"a;b;"_s}}) {
+        FileUtils::addPathToPaths(paths, added);
+        EXPECT_EQ(paths, expected);
     }
 }
 
-TEST_F(FilePaths, TakesPathsApart)
+TEST_F(FilePaths, AreTakenApart)
 {
-    const Names rows[] = {
-        {"a/b.tar.gz", "a", "b", "gz", "tar.gz", "a/b", "a/b.png"},
-        {"a", ".", "a", "", "", "a", "a.png"},
-        {"x/.hidden", "x", "", "hidden", "hidden", "x/", "x/.png"},
-        {"x.d/name", "x.d", "name", "", "", "x.d/name", "x.d/name.png"},
-        {"x.d/", "x.d", "", "", "", "x.d/", "x.d/.png"},
-        {"name.", ".", "name", "", "", "name.", "name..png"},
-        {"/", "/", "", "", "", "/", "/.png"},
+    const struct {
+        QString path, folder, base, extension, completeExtension, withoutExtension, asPng;
+    } rows[] = {
+        {u"a/b.tar.gz"_s, u"a"_s, u"b"_s, u"gz"_s, u"tar.gz"_s, u"a/b"_s, u"a/b.png"_s},
+        {u"x/.hidden"_s, u"x"_s, u""_s, u"hidden"_s, u"hidden"_s, u"x/"_s, u"x/.png"_s},
+        {u"x.d/name"_s, u"x.d"_s, u"name"_s, u""_s, u""_s, u"x.d/name"_s, u"x.d/name.png"_s},
+        {u"x.d/"_s, u"x.d"_s, u""_s, u""_s, u""_s, u"x.d/"_s, u"x.d/.png"_s},
+        {u"name."_s, u"."_s, u"name"_s, u""_s, u""_s, u"name."_s, u"name..png"_s},
+        {u"/"_s, u"/"_s, u""_s, u""_s, u""_s, u"/"_s, u"/.png"_s},
     };
-    for (const Names &row : rows) {
-        SCOPED_TRACE(row.path);
-        const QString path = text(row.path);
-        EXPECT_EQ(FileUtils::extractFolderPath(path), text(row.folder));
-        EXPECT_EQ(FileUtils::getBaseName(path), text(row.base));
-        EXPECT_EQ(FileUtils::getFilePathExtension(path), text(row.extension));
-        EXPECT_EQ(FileUtils::getFilePathCompleteExtension(path), text(row.completeExtension));
-        EXPECT_EQ(FileUtils::getFilePathWithoutExtension(path), text(row.withoutExtension));
-        EXPECT_EQ(FileUtils::changeFilePathExtension(path, u"png"_s), text(row.asPng));
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.path.toStdString());
+        EXPECT_EQ(FileUtils::extractFolderPath(row.path), row.folder);
+        EXPECT_EQ(FileUtils::getBaseName(row.path), row.base);
+        EXPECT_EQ(FileUtils::getFilePathExtension(row.path), row.extension);
+        EXPECT_EQ(FileUtils::getFilePathCompleteExtension(row.path), row.completeExtension);
+        EXPECT_EQ(FileUtils::getFilePathWithoutExtension(row.path), row.withoutExtension);
+        EXPECT_EQ(FileUtils::changeFilePathExtension(row.path, u"png"_s), row.asPng);
     }
     EXPECT_EQ(FileUtils::changeFilePathExtension(u"a.b"_s, u".c"_s), u"a..c"_s);
     EXPECT_TRUE(FileUtils::pathAreIdentical(u"a/b"_s, QDir::toNativeSeparators(u"a/b"_s)));
@@ -66,27 +45,21 @@ TEST_F(FilePaths, TakesPathsApart)
     EXPECT_FALSE(FileUtils::pathAreIdentical(u"a/b"_s, u"a/x/../b"_s));
 }
 
-TEST_F(FilePaths, RefusesExtensionsWithALoggedError)
+TEST_F(FilePaths, RefuseInvalidExtensions)
 {
-    struct {
-        const char *path, *extension, *message;
-        int line;
-    } const rows[] = {
-        {"", "", "FilePath is empty.", 376},
-        {"a", "", "Extension is empty.", 380},
-        {"a", "b/c", "Extension contains some invalid characters: / or \\", 386},
-        {"a", "\\", "Extension contains some invalid characters: / or \\", 386},
-    };
+    const QString separator = u"Extension contains some invalid characters: / or \\"_s;
+    const struct {
+        QString path, extension, message;
+        std::string line;
+    } rows[] = {{u""_s, u""_s, u"FilePath is empty."_s, "376"},
+        {u"a"_s, u""_s, u"Extension is empty."_s, "380"}, {u"a"_s, u"b/c"_s, separator, "386"},
+        {u"a"_s, u"\\"_s, separator, "386"}};
     for (const auto &row : rows) {
-        EXPECT_THAT(
-            [&] { FileUtils::changeFilePathExtension(text(row.path), text(row.extension)); },
-            testing::ThrowsMessage<Exception::InvalidArgumentException>(row.message));
-        EXPECT_THAT(mLog.take(), ElementsAre(Record{2,
-                                     "Debug: FileUtils.cpp:" + std::to_string(row.line) +
-                                         " Vyn::OvraBase::FileUtils::changeFilePathExtension()",
-                                     row.message}));
+        expectFailure<Exception::InvalidArgumentException>(
+            [&] { FileUtils::changeFilePathExtension(row.path, row.extension); },
+            row.line + " Vyn::OvraBase::FileUtils::changeFilePathExtension", row.message);
     }
 }
 
 } // namespace
-} // namespace Vyn::OvraBase
+} // namespace Vyn::Test

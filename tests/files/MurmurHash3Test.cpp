@@ -3,6 +3,7 @@
 
 #include <ovrabase/files/MurmurHash3.h>
 
+#include <QByteArray>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
@@ -16,32 +17,30 @@ namespace {
 struct Variant {
     const char *name;
     void (*function)(const void *, int, std::uint32_t, void *);
-    std::size_t size;
+    qsizetype size;
     std::uint32_t verification;  // published
     std::uint32_t withHighSeeds; // computed apart from this library
 
-    std::vector<unsigned char> hash(const void *data, int length, std::uint32_t seed = 0) const
+    QByteArray hash(const void *data, qsizetype length, std::uint32_t seed = 0) const
     {
-        std::vector<unsigned char> out(size, 0xFF);
-        function(data, length, seed, out.data());
+        QByteArray out(size, '\xFF');
+        function(data, static_cast<int>(length), seed, out.data());
         return out;
     }
 
     /// The public procedure: hash the hashes of the keys {}, {0}, {0, 1}, ... with falling seeds.
     std::uint32_t verify(std::uint32_t firstSeed) const
     {
-        std::vector<unsigned char> hashes;
-        for (int length = 0; length < 256; ++length) {
+        QByteArray hashes;
+        for (std::uint32_t length = 0; length < 256; ++length) {
             // At every alignment, and no longer than needed: the sanitizer sees any read outside.
-            const int shift = length % 15;
-            std::vector<unsigned char> key(static_cast<std::size_t>(shift + length));
-            std::iota(key.begin() + shift, key.end(), static_cast<unsigned char>(0));
-            const auto one =
-                hash(key.data() + shift, length, firstSeed - static_cast<std::uint32_t>(length));
-            hashes.insert(hashes.end(), one.begin(), one.end());
+            std::vector<unsigned char> key(length % 15 + length);
+
+            std::iota(key.begin() + length % 15, key.end(), static_cast<unsigned char>(0));
+            hashes += hash(key.data() + length % 15, length, firstSeed - length);
         }
-        const auto all = hash(hashes.data(), static_cast<int>(hashes.size()));
-        return qFromLittleEndian<std::uint32_t>(all.data());
+        return qFromLittleEndian<std::uint32_t>(
+            hash(hashes.constData(), hashes.size()).constData());
     }
 };
 
@@ -54,9 +53,8 @@ TEST(MurmurHash3, HasTheVerificationValuesOfItsAuthor)
         SCOPED_TRACE(variant.name);
         EXPECT_EQ(variant.verify(256), variant.verification);
         EXPECT_EQ(variant.verify(0xFFFFFFFFU), variant.withHighSeeds);
-        const std::vector<unsigned char> none(variant.size, 0);
-        EXPECT_EQ(variant.hash("abc", -1), none);
-        EXPECT_EQ(variant.hash(nullptr, 0), none);
+        EXPECT_EQ(variant.hash("abc", -1), QByteArray(variant.size, '\0'));
+        EXPECT_EQ(variant.hash(nullptr, 0), QByteArray(variant.size, '\0'));
     }
 }
 
