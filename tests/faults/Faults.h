@@ -23,6 +23,7 @@
 /// and with the status of notTested() if this machine does not let them provoke it.
 namespace Vyn::Test {
 
+using namespace Qt::StringLiterals;
 using OvraBase::FileUtils;
 
 /// Tells why the fault cannot be provoked. ctest shows the test as skipped.
@@ -43,6 +44,14 @@ inline void write(const QString &path, const QByteArray &content)
 inline QByteArray read(const QString &path)
 {
     return QFile::exists(path) ? QByteArray("") + FileUtils::loadBinaryFile(path) : QByteArray();
+}
+
+/// Returns what follows \a key on its line of the file \a path.
+inline QByteArray valueIn(const QString &path, const char *key)
+{
+    const QByteArray text = read(path);
+    const qsizetype begin = text.indexOf(key) + qsizetype(qstrlen(key));
+    return text.mid(begin, text.indexOf('\n', begin) - begin).trimmed();
 }
 
 /// Runs \a call in a process of its own, which is stopped before and after each system call, and
@@ -79,15 +88,33 @@ inline std::optional<bool> runInStops(
     return true;
 }
 
-/// Runs \a call again and again, each time one stop further, until nothing is left to cut off.
-/// \a prepare comes before each run, \a cut at the stop, \a check, which is told whether the call
-/// returned, after it. Returns the number of stops, 0 if this system does not let us trace.
-inline int cutAtEachStop(const std::function<void()> &prepare, const std::function<void()> &call,
-    const std::function<void()> &cut, const std::function<void(bool)> &check)
+/// Copies two files with backup, again and again, and kills the process one stop further each time,
+/// until the copies are whole. \a isPrepared is called before the copies of "source" to "work/1"
+/// and "work/2" in \a folder, which exist if \a isThere. \a cut is called at the stop, and \a
+/// restart, which is told whether the call returned, before the files are checked. Returns the
+/// number of stops, 0 if this system does not let us trace.
+inline int cutCopiesAtEachStop(const QString &folder, bool isThere,
+    const std::function<void()> &isPrepared, const std::function<void()> &cut,
+    const std::function<void(bool)> &restart)
 {
+    const QByteArray old(9'000, 'o');
+    const QByteArray fresh(20'000, 'n');
+    const QString source = folder + u"/source"_s;
+    const QString copies[] = {folder + u"/work/1"_s, folder + u"/work/2"_s};
     for (int stop = 1;; ++stop) {
-        prepare();
+        FileUtils::removeDirRecursiveIfItExists(folder + u"/work"_s);
+        write(source, fresh);
+        for (const QString &copy : copies) {
+            write(copy + u".bak"_s, "older");
+            if (isThere) {
+                write(copy, old);
+            }
+        }
+        isPrepared();
         int left = stop;
+        const auto call = [&] {
+            FileUtils::copyWithBackup({{source, copies[0]}, {source, copies[1]}});
+        };
         const std::optional<bool> isKilled = runInStops(call, [&](pid_t) {
             if (--left > 0) {
                 return false;
@@ -98,7 +125,16 @@ inline int cutAtEachStop(const std::function<void()> &prepare, const std::functi
         if (!isKilled) {
             return 0;
         }
-        check(!*isKilled);
+        restart(!*isKilled);
+        require(read(source) == fresh, "the source is as it was");
+        for (const QString &copy : copies) {
+            const QByteArray now = read(copy);
+            const QByteArray backup = read(copy + u".bak"_s);
+            require(now == fresh || (*isKilled && now == (isThere ? old : QByteArray())),
+                "each destination is whole, old or new");
+            require(backup == "older" || (isThere && backup == old), "each backup is whole");
+            require(!isThere || now == old || backup == old, "the old content is there");
+        }
         if (!*isKilled) {
             return stop;
         }

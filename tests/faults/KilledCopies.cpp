@@ -6,48 +6,13 @@
 
 #include "faults/Faults.h"
 
-namespace {
-
-using namespace Vyn::Test;
-
-const QByteArray kOld(9'000, 'o');
-const QByteArray kNew(20'000, 'n');
-
-} // namespace
-
 int main()
 {
-    const QTemporaryDir folder;
-    const QString source = folder.filePath(QStringLiteral("source"));
-    const QString copies[] = {
-        folder.filePath(QStringLiteral("work/1")), folder.filePath(QStringLiteral("work/2"))};
+    using namespace Vyn::Test;
     for (const bool isThere : {false, true}) {
-        const auto prepare = [&] {
-            FileUtils::removeDirRecursiveIfItExists(folder.filePath(QStringLiteral("work")));
-            write(source, kNew);
-            for (const QString &copy : copies) {
-                write(copy + QStringLiteral(".bak"), "older");
-                if (isThere) {
-                    write(copy, kOld);
-                }
-            }
-        };
-        const auto call = [&] {
-            FileUtils::copyWithBackup({{source, copies[0]}, {source, copies[1]}});
-        };
-        const auto check = [&](bool isDone) {
-            require(read(source) == kNew, "the source is as it was");
-            for (const QString &copy : copies) {
-                const QByteArray now = read(copy);
-                const QByteArray backup = read(copy + QStringLiteral(".bak"));
-                require(now == kNew || (!isDone && now == (isThere ? kOld : QByteArray())),
-                    "each destination is whole, old or new");
-                require(backup == "older" || (isThere && backup == kOld), "each backup is whole");
-                require(!isThere || now == kOld || backup == kOld, "the old content is there");
-            }
-        };
-        const int stops = cutAtEachStop(
-            prepare, call, [] {}, check);
+        const QTemporaryDir folder;
+        const int stops = cutCopiesAtEachStop(
+            folder.path(), isThere, [] {}, [] {}, [](bool) {});
         if (stops == 0) {
             return notTested("killed copies", "this system refuses ptrace()");
         }

@@ -40,11 +40,9 @@ void requireClosedOnExec(pid_t process, const fs::path &folder)
     for (const auto &entry : fs::directory_iterator(self / "fd")) {
         std::error_code gone;
         if (fs::read_symlink(entry, gone).string().rfind(folder.string(), 0) == 0) {
-            const QByteArray info = FileUtils::loadBinaryFile(
-                QString::fromStdString(self / "fdinfo" / entry.path().filename()));
-            const qsizetype flags = info.indexOf("flags:") + 6;
-            const auto value = info.mid(flags, info.indexOf('\n', flags) - flags).trimmed();
-            require((value.toUInt(nullptr, 8) & O_CLOEXEC) != 0, "a handle is close-on-exec");
+            const fs::path info = self / "fdinfo" / entry.path().filename();
+            const auto flags = valueIn(QString::fromStdString(info), "flags:").toUInt(nullptr, 8);
+            require((flags & O_CLOEXEC) != 0, "a handle is close-on-exec");
         }
     }
 }
@@ -73,13 +71,12 @@ int main()
     fs::create_directory(home / "new");
     require(chmod((home / "new").c_str(), 02755) == 0, "lets new folders inherit a set-gid bit");
 
-    const QString source = folder.filePath(QStringLiteral("source"));
-    const QString single = folder.filePath(QStringLiteral("single"));
+    const QString source = folder.filePath(u"source"_s);
+    const QString single = folder.filePath(u"single"_s);
     const auto call = [&] {
-        const QString copy = folder.filePath(QStringLiteral("new/copy"));
+        const QString copy = folder.filePath(u"new/copy"_s);
         require(FileUtils::copyRecursively(source, copy), "copies the tree");
-        require(
-            FileUtils::copyWithBackup(source + QStringLiteral("/file"), single), "copies a file");
+        require(FileUtils::copyWithBackup(source + u"/file"_s, single), "copies a file");
     };
     const std::optional<bool> isKilled = runInStops(call, [&](pid_t process) {
         requireNotMoreOpen(home / "source", home / "new/copy");

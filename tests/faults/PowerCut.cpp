@@ -32,19 +32,11 @@ public:
                FileUtils::makeFolder(mFolder) && start();
     }
 
-    bool start() const
-    {
-        return std::system(("mount -o loop " + mImage.toLocal8Bit() + ' ' + mFolder.toLocal8Bit())
-                               .constData()) == 0;
-    }
-
     void cutPower() const
     {
         constexpr unsigned long kShutDown = _IOR('X', 125, __u32);
         __u32 withoutFlushingTheJournal = 2;
-        const int folder = open(mFolder.toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
-        require(ioctl(folder, kShutDown, &withoutFlushingTheJournal) == 0, "shuts down");
-        close(folder);
+        call([&](int folder) { return ioctl(folder, kShutDown, &withoutFlushingTheJournal); });
     }
 
     void startAgain() const
@@ -60,19 +52,29 @@ public:
     }
 
     /// Writes what the disk holds, and is meant to hold from then on.
-    void sync() const
-    {
-        const int folder = open(mFolder.toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
-        require(syncfs(folder) == 0, "syncs");
-        close(folder);
-    }
+    void sync() const { call(syncfs); }
 
     QString path(const char *name) const { return mFolder + u'/' + QString::fromUtf8(name); }
 
 private:
+    bool start() const
+    {
+        const QByteArray command =
+            "mount -o loop " + mImage.toLocal8Bit() + ' ' + mFolder.toLocal8Bit();
+        return std::system(command.constData()) == 0;
+    }
+
+    template<class Call>
+    void call(const Call &onFolder) const
+    {
+        const int folder = open(mFolder.toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
+        require(onFolder(folder) == 0, "the disk obeys");
+        close(folder);
+    }
+
     QTemporaryDir mHome;
-    QString mImage = mHome.filePath(QStringLiteral("image"));
-    QString mFolder = mHome.filePath(QStringLiteral("disk"));
+    QString mImage = mHome.filePath(u"image"_s);
+    QString mFolder = mHome.filePath(u"disk"_s);
 };
 
 const QByteArray kOld(9'000, 'o');
@@ -116,40 +118,6 @@ void cutAfterCopies(const Disk &disk)
     require(FileUtils::isFolder(disk.path("new/tree/empty")), "its folders survive the cut");
 }
 
-/// Cuts the power at each moment of a call. Returns 0 if this system does not let us trace.
-int cutDuringCopies(const Disk &disk)
-{
-    const QString source = disk.path("source");
-    const QString copies[] = {disk.path("work/1"), disk.path("work/2")};
-    const auto prepare = [&] {
-        FileUtils::removeDirRecursiveIfItExists(disk.path("work"));
-        write(source, kNew);
-        for (const QString &copy : copies) {
-            write(copy, kOld);
-            write(copy + QStringLiteral(".bak"), "older");
-        }
-        disk.sync();
-    };
-    const auto call = [&] {
-        FileUtils::copyWithBackup({{source, copies[0]}, {source, copies[1]}});
-    };
-    const auto check = [&](bool isDone) {
-        if (isDone) {
-            disk.cutPower();
-        }
-        disk.startAgain();
-        for (const QString &copy : copies) {
-            const QByteArray now = read(copy);
-            const QByteArray backup = read(copy + QStringLiteral(".bak"));
-            require(
-                now == kNew || (now == kOld && !isDone), "each destination is whole, old or new");
-            require(now == kOld || backup == kOld, "the old content is there");
-        }
-    };
-    return cutAtEachStop(
-        prepare, call, [&] { disk.cutPower(); }, check);
-}
-
 } // namespace
 
 int main()
@@ -159,7 +127,14 @@ int main()
         return notTested("power cuts", "only root may mount a file of its own as a disk");
     }
     cutAfterCopies(disk);
-    const int stops = cutDuringCopies(disk);
+    const auto restart = [&](bool isDone) {
+        if (isDone) {
+            disk.cutPower();
+        }
+        disk.startAgain();
+    };
+    const int stops = cutCopiesAtEachStop(
+        disk.path(""), true, [&] { disk.sync(); }, [&] { disk.cutPower(); }, restart);
     if (stops == 0) {
         return notTested("power cuts during copies", "this system refuses ptrace()");
     }
