@@ -15,56 +15,45 @@ namespace {
 
 using testing::StrEq;
 
-template<class Category>
-struct Expected {
-    template<class E>
-    static void thrown(unsigned int subCode)
-    {
-        SCOPED_TRACE(typeid(E).name());
-        static_assert(
-            std::is_nothrow_move_constructible_v<E> && std::is_nothrow_move_assignable_v<E>);
-        try {
-            if constexpr (std::is_same_v<Category, IOException>) {
-                throw E("told", QStringLiteral("/a/subject"));
-            } else {
-                throw E("told");
-            }
-        } catch (const Category &category) {
-            const BaseException &caught = category;
-            EXPECT_EQ(caught.errorSubCode(), subCode);
-            EXPECT_THAT(caught.what(), StrEq("told"));
-            E copy(dynamic_cast<const E &>(caught)); // -Wdeprecated-copy-dtor looks on
-            copy = E(copy);
-            EXPECT_THAT(copy.what(), StrEq("told"));
-            if (const auto *io = dynamic_cast<const IOException *>(&caught)) {
-                EXPECT_EQ(io->subject(), QStringLiteral("/a/subject"));
-            }
+/// Expects that \a thrown is caught as a Category and answers \a subCode.
+template<class Category, class E>
+void expectCaught(const E &thrown, unsigned int subCode)
+{
+    SCOPED_TRACE(typeid(E).name());
+    static_assert(std::is_nothrow_move_constructible_v<E> && std::is_nothrow_move_assignable_v<E>);
+    E copy = thrown; // -Wdeprecated-copy-dtor looks on
+    copy = thrown;
+    try {
+        throw copy;
+    } catch (const Category &caught) {
+        EXPECT_EQ(static_cast<const BaseException &>(caught).errorSubCode(), subCode);
+        EXPECT_THAT(caught.what(), StrEq("told"));
+        if constexpr (std::is_same_v<Category, IOException>) {
+            EXPECT_EQ(caught.subject(), QStringLiteral("/a/subject"));
         }
     }
+}
 
-    /// The classes in the order of their sub-codes.
-    template<class... Es>
-    static void numberedFromZero()
-    {
-        unsigned int subCode = 0;
-        (thrown<Es>(subCode++), ...);
-    }
-};
+/// Expects that the classes are numbered in this order, and that the category is number zero.
+template<class Category, class... Es, class... Arguments>
+void expectNumberedFromZero(const Arguments &...arguments)
+{
+    unsigned int subCode = 0;
+    (expectCaught<Category>(Es(arguments...), subCode++), ...);
+    expectCaught<Category>(Category(arguments...), 0);
+}
 
 TEST(Exception, ClassesAnswerTheirPlaceInTheirCategory)
 {
-    Expected<InternalException>::numberedFromZero<LogicErrorException, RuntimeErrorException,
-        DomainErrorException>();
-    Expected<IOException>::numberedFromZero<FileOpenException, FileReadingException,
+    expectNumberedFromZero<InternalException, LogicErrorException, RuntimeErrorException,
+        DomainErrorException>("told");
+    expectNumberedFromZero<IOException, FileOpenException, FileReadingException,
         FileWritingException, FileCopyException, FileFormatException, FileDeletionException,
         FolderCreationException, FolderNotFoundException, FolderDeletionException,
-        DriveMountException, DriveUnmountException, NetworkConnectionException>();
-    Expected<ParameterException>::numberedFromZero<NullParameterException,
-        InvalidArgumentException>();
-    // A category itself is number zero.
-    Expected<IOException>::numberedFromZero<IOException>();
-    Expected<InternalException>::numberedFromZero<InternalException>();
-    Expected<ParameterException>::numberedFromZero<ParameterException>();
+        DriveMountException, DriveUnmountException, NetworkConnectionException>(
+        "told", QStringLiteral("/a/subject"));
+    expectNumberedFromZero<ParameterException, NullParameterException, InvalidArgumentException>(
+        "told");
 }
 
 TEST(Exception, EveryMessageTypeGivesTheSameUtf8)
@@ -72,7 +61,7 @@ TEST(Exception, EveryMessageTypeGivesTheSameUtf8)
     const char *const text = "Größe 尺 😀";
     EXPECT_THAT(BaseException(text).what(), StrEq(text));
     EXPECT_THAT(BaseException(std::string(text)).what(), StrEq(text));
-    EXPECT_THAT(BaseException(QString::fromUtf8(text)).what(), StrEq(text));
+    EXPECT_THAT(FileOpenException(std::string(text), QString()).what(), StrEq(text));
     EXPECT_THAT(FileOpenException(QString::fromUtf8(text), QString()).what(), StrEq(text));
     EXPECT_THAT(BaseException(static_cast<const char *>(nullptr)).what(), StrEq(""));
 }
@@ -82,10 +71,8 @@ TEST(Exception, ATraceOverwritesTheMessageFromItsBeginning)
     const struct {
         const char *message, *trace, *afterOne, *afterTwo;
     } rows[] = {{"abcdef", "X", " <Xdef", " <X <X"},
-        {"abc", "longer", " <longer", " <longer <longer"}, {"", "t", " <t", " <t <t"},
-        {"abcdefgh", "", " <cdefgh", " < <efgh"}};
+        {"abc", "longer", " <longer", " <longer <longer"}, {"", "t", " <t", " <t <t"}};
     for (const auto &row : rows) {
-        SCOPED_TRACE(row.message);
         BaseException exception(row.message);
         exception.addTrace(row.trace);
         EXPECT_THAT(exception.what(), StrEq(row.afterOne));
@@ -94,7 +81,7 @@ TEST(Exception, ATraceOverwritesTheMessageFromItsBeginning)
     }
 }
 
-TEST(Exception, ACopyIsTracedFromItsBeginningAgainAndAMoveGoesOn)
+TEST(Exception, ACopyIsTracedFromItsBeginningAndAMoveGoesOn)
 {
     BaseException original("abcdef");
     original.addTrace("X");

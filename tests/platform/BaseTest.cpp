@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
+#include "support/Guards.h"
 #include "support/RecordedLog.h"
 
 #include <ovrabase/platform/base.h>
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QResource>
@@ -14,140 +14,111 @@
 
 #include <gmock/gmock.h>
 
-#include <string>
-#include <vector>
-
 namespace Vyn::OvraBase {
 namespace {
 
-using Test::Record;
-using Test::RecordedLog;
+using namespace Qt::StringLiterals;
+using namespace Test;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
-TEST(Identity, NamesTheProductAndItsVersion)
+QString besideTheTests(const QString &fileName)
 {
-    EXPECT_EQ(applicationName(), QStringLiteral("Tessik"));
-    EXPECT_EQ(applicationArdelName(), QStringLiteral("Ardel Sulvane 3D Tessik"));
-    EXPECT_EQ(getApplicationVersionString(), QStringLiteral("6.0.1"));
-    EXPECT_EQ(getSharedLibraryExtension(), QStringLiteral(".dll"));
+    return QCoreApplication::applicationDirPath() + u'/' + fileName;
 }
 
-TEST(Identity, TakesTheUserFromTheFirstVariableThatIsNotEmpty)
+/// A copy of the file \a source, or of its first bytes, until the end of the guard.
+[[nodiscard]] Guard copied(const QString &source, const QString &path, qint64 size = -1)
+{
+    EXPECT_TRUE(QFileInfo(path).dir().mkpath(u"."_s));
+    QFile::remove(path); // what a killed run left
+    EXPECT_TRUE(QFile::copy(source, path) && (size < 0 || QFile::resize(path, size)));
+    return Guard([path] { QFile::remove(path); });
+}
+
+class Base : public testing::Test {
+protected:
+    const QString mPlugin = besideTheTests(u"ovrabaseTestPlugin.dll.6.0"_s);
+    const QString mResources = QStringLiteral(TEST_RESOURCES);
+    RecordedLog mLog;
+};
+
+TEST_F(Base, NamesTheProductItsVersionAndItsLibraries)
+{
+    EXPECT_EQ(applicationName(), u"Tessik"_s);
+    EXPECT_EQ(applicationArdelName(), u"Ardel Sulvane 3D Tessik"_s);
+    EXPECT_EQ(getApplicationVersionString(), u"6.0.1"_s);
+    EXPECT_EQ(getSharedLibraryExtension(), u".dll"_s);
+}
+
+TEST_F(Base, TakesTheUserFromTheFirstVariableThatIsNotEmpty)
 {
     const struct {
-        const char *user;
-        const char *username;
-        const char *expected;
+        const char *user, *username, *expected;
     } rows[] = {{"ada", "bob", "ada"}, {"", "bob", "bob"}, {nullptr, "bob", "bob"},
         {nullptr, nullptr, ""}, {"j\xc3\xb6rg", nullptr, "j\xc3\xb6rg"}};
-    const auto set = [](const char *name, const char *value) {
-        value ? qputenv(name, value) : qunsetenv(name);
-    };
     for (const auto &row : rows) {
-        set("USER", row.user);
-        set("USERNAME", row.username);
+        const auto user = withVariable("USER", row.user);
+        const auto username = withVariable("USERNAME", row.username);
         EXPECT_EQ(getCurrentUserName(), QString::fromLocal8Bit(row.expected));
     }
 }
 
-QString besideTheTests(const QString &fileName)
+TEST_F(Base, FindsALibraryBesideTheApplicationByTheFirstTwoPartsOfItsName)
 {
-    return QDir(QCoreApplication::applicationDirPath()).filePath(fileName);
-}
-
-TEST(SharedLibrary, IsFoundBesideTheApplicationByTheFirstTwoPartsOfItsName)
-{
-    const RecordedLog log;
-    for (const char *name : {"ovrabaseTestPlugin", "ovrabaseTestPlugin.dll",
-             "ovrabaseTestPlugin.dll.9.9", "/no/such/folder/ovrabaseTestPlugin.dll"}) {
-        void *library = loadSharedLibrary(QString::fromLatin1(name));
-        ASSERT_NE(library, nullptr) << name;
-        EXPECT_NE(loadSymbol(library, QStringLiteral("plugInServices")), nullptr);
-        EXPECT_EQ(loadSymbol(library, QStringLiteral("noSuchSymbol")), nullptr);
-        EXPECT_EQ(loadSymbol(library, QStringLiteral("noSuchSymbol"), nullptr), nullptr);
+    for (const QString &name : {u"ovrabaseTestPlugin"_s, u"ovrabaseTestPlugin.dll"_s,
+             u"ovrabaseTestPlugin.dll.9.9"_s, u"/no/such/folder/ovrabaseTestPlugin.dll"_s}) {
+        void *const library = loadSharedLibrary(name);
+        ASSERT_NE(library, nullptr) << name.toStdString();
+        EXPECT_NE(loadSymbol(library, u"plugInServices"_s), nullptr);
+        EXPECT_EQ(loadSymbol(library, u"noSuchSymbol"_s), nullptr);
         closeSharedLibrary(library);
     }
-    EXPECT_THAT(log.records(), IsEmpty());
-
-    EXPECT_EQ(loadSymbol(nullptr, QStringLiteral("malloc")), nullptr);
     closeSharedLibrary(nullptr);
+    EXPECT_THAT(mLog.take(), IsEmpty());
+
+    EXPECT_EQ(loadSharedLibrary(mResources), nullptr) << "only the application's folder counts";
+    EXPECT_THAT(
+        mLog.take(), ElementsAre(Record{2, "Debug: base.cpp:92 Vyn::OvraBase::loadSharedLibrary()",
+                         "Failed to retrieve dynamic library: " TEST_RESOURCES}));
 }
 
-TEST(SharedLibrary, ThatIsMissingIsLogged)
+TEST_F(Base, LoadsTheFirstMatchAndLogsNoRefusal)
 {
-    const RecordedLog log;
-    EXPECT_EQ(loadSharedLibrary(QStringLiteral(TEST_RESOURCES)), nullptr)
-        << "only the application's folder counts";
-    EXPECT_THAT(log.records(),
-        ElementsAre(Record{2, "Debug: base.cpp:92 Vyn::OvraBase::loadSharedLibrary()",
-            "Failed to retrieve dynamic library: " TEST_RESOURCES}));
+    const auto damaged = copied(mResources, besideTheTests(u"ovrabaseTwice.dll.5"_s));
+    const auto sound = copied(mPlugin, besideTheTests(u"ovrabaseTwice.dll.6"_s));
+    QString error;
+    EXPECT_EQ(loadSharedLibrary(u"ovrabaseTwice.dll"_s, &error), nullptr);
+    EXPECT_TRUE(error.contains(u"ovrabaseTwice.dll.5"_s)) << error.toStdString();
+    EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
-/// A copy of a file that goes when this object does, whole or only its beginning.
-class Copy {
-public:
-    Copy(const QString &source, const QString &path, qint64 size = -1)
-        : mFile(path)
-    {
-        EXPECT_TRUE(QFileInfo(path).dir().mkpath(QStringLiteral(".")));
-        mFile.remove(); // what a killed run left
-        EXPECT_TRUE(QFile::copy(source, path) && (size < 0 || mFile.resize(size)));
-    }
-    ~Copy() { mFile.remove(); }
-    Copy(const Copy &) = delete;
-    Copy &operator=(const Copy &) = delete;
-
-private:
-    QFile mFile;
-};
-
-TEST(SharedLibrary, IsTheFirstMatchAndARefusedOneIsNotLogged)
+TEST_F(Base, FindsALibraryDespiteAFolderOfItsName)
 {
-    const QString plugin = besideTheTests(QStringLiteral("ovrabaseTestPlugin.dll.6.0"));
-    const Copy damaged(
-        QStringLiteral(TEST_RESOURCES), besideTheTests(QStringLiteral("ovrabaseTwice.dll.5")));
-    const Copy sound(plugin, besideTheTests(QStringLiteral("ovrabaseTwice.dll.6")));
-    const RecordedLog log;
-    EXPECT_EQ(loadSharedLibrary(QStringLiteral("ovrabaseTwice.dll")), nullptr);
-    EXPECT_THAT(log.records(), IsEmpty());
-}
-
-TEST(SharedLibrary, IsNotHiddenByAFolderOfItsName)
-{
-    const QTemporaryDir folder(besideTheTests(QStringLiteral("ovrabaseFolder.XXXXXX")));
+    const QTemporaryDir folder(besideTheTests(u"ovrabaseFolder.XXXXXX"_s));
     const QString name = QFileInfo(folder.path()).fileName();
     EXPECT_EQ(loadSharedLibrary(name), nullptr);
-    const Copy plugin(besideTheTests(QStringLiteral("ovrabaseTestPlugin.dll.6.0")),
-        folder.path() + QStringLiteral(".dll"));
+    const auto plugin = copied(mPlugin, folder.path() + u".dll"_s);
     void *const library = loadSharedLibrary(name);
     EXPECT_NE(library, nullptr);
     closeSharedLibrary(library);
 }
 
-TEST(SharedLibrary, SaysWhyItIsNotLoaded)
+TEST_F(Base, SaysWhyNothingIsLoaded)
 {
-    const Copy damaged(
-        QStringLiteral(TEST_RESOURCES), besideTheTests(QStringLiteral("ovrabaseBad.dll")));
-    const auto reasonNotToLoad = [](const char *name) {
-        QString error = QStringLiteral("before");
-        EXPECT_EQ(loadSharedLibrary(QString::fromLatin1(name), &error), nullptr);
-        return error.toStdString();
-    };
-    EXPECT_THAT(reasonNotToLoad("ovrabaseBad"), HasSubstr("ovrabaseBad.dll"));
-    EXPECT_EQ(reasonNotToLoad("ovrabaseNone"), "Failed to retrieve dynamic library: ovrabaseNone");
-    EXPECT_EQ(reasonNotToLoad(""), "Failed to retrieve dynamic library: ");
-
-    QString error = QStringLiteral("before");
-    void *const library = loadSharedLibrary(QStringLiteral("ovrabaseTestPlugin"), &error);
+    for (const QString &name : {u"ovrabaseNone"_s, QString()}) {
+        QString error;
+        EXPECT_EQ(loadSharedLibrary(name, &error), nullptr);
+        EXPECT_EQ(error, u"Failed to retrieve dynamic library: "_s + name);
+    }
+    QString error = u"before"_s;
+    void *const library = loadSharedLibrary(u"ovrabaseTestPlugin"_s, &error);
     EXPECT_EQ(error, QString());
-    const QString symbol = QStringLiteral("noSuchSymbol");
     for (void *const from : {library, static_cast<void *>(nullptr)}) {
-        EXPECT_EQ(loadSymbol(from, symbol, &error), nullptr);
+        EXPECT_EQ(loadSymbol(from, u"noSuchSymbol"_s, &error), nullptr);
         EXPECT_NE(error, QString());
     }
-    EXPECT_NE(loadSymbol(library, QStringLiteral("plugInServices"), &error), nullptr);
+    EXPECT_NE(loadSymbol(library, u"plugInServices"_s, &error), nullptr);
     EXPECT_EQ(error, QString());
     closeSharedLibrary(library);
 }
@@ -159,54 +130,47 @@ Record resourceRecord(int level, int line, const std::string &message)
         message};
 }
 
-bool contentIsThere()
+bool isContentRegistered()
 {
-    return QFile::exists(QStringLiteral(":/ovrabase-test/resources.qrc"));
+    return QFile::exists(u":/ovrabase-test/resources.qrc"_s);
 }
 
-TEST(ExternalResource, OfTheDevelopmentTreeShadowsTheInstalledOneEvenWhenDamaged)
+TEST_F(Base, PrefersAResourceOfTheDevelopmentTreeEvenWhenItIsDamaged)
 {
-    if (std::string(TEST_DEV_RESOURCE_DIR).empty()) {
+    const QString folder = QStringLiteral(TEST_DEV_RESOURCE_DIR);
+    if (folder.isEmpty()) {
         GTEST_SKIP() << "the library is built without a development folder";
     }
-    const QString source = QStringLiteral(TEST_RESOURCES);
-    const QString name = QStringLiteral("ovrabaseTest.rcc");
-    const QString developed = QStringLiteral(TEST_DEV_RESOURCE_DIR "/") + name;
-    const std::string message = "External resource ovrabaseTest.rcc bound from dev environment: ";
-    const RecordedLog log;
-    const Copy shadowed(source, besideTheTests(QStringLiteral("Resources/") + name));
-    {
-        const Copy good(source, developed);
-        EXPECT_TRUE(registerExternalResource(name));
-        EXPECT_TRUE(QResource::unregisterResource(developed));
+    const QString developed = folder + u"/ovrabaseTest.rcc"_s;
+    const auto shadowed = copied(mResources, besideTheTests(u"Resources/ovrabaseTest.rcc"_s));
+    for (const bool isSound : {true, false}) {
+        const auto file = copied(mResources, developed, isSound ? -1 : 10);
+        EXPECT_EQ(registerExternalResource(u"ovrabaseTest.rcc"_s), isSound);
+        EXPECT_EQ(QResource::unregisterResource(developed), isSound);
+        EXPECT_FALSE(isContentRegistered());
+        EXPECT_THAT(mLog.take(),
+            ElementsAre(resourceRecord(0, 157,
+                std::string("External resource ovrabaseTest.rcc bound from dev environment: ") +
+                    (isSound ? "true" : "false"))));
     }
-    const Copy damaged(source, developed, 10);
-    EXPECT_FALSE(registerExternalResource(name));
-    EXPECT_FALSE(contentIsThere());
-    EXPECT_THAT(log.records(), ElementsAre(resourceRecord(0, 157, message + "true"),
-                                   resourceRecord(0, 157, message + "false")));
 }
 
-TEST(ExternalResource, ThatIsMissingDoesNotStopAList)
+TEST_F(Base, RegistersTheOtherResourcesOfAListWhenOneIsMissing)
 {
-    const QString name = QStringLiteral("ovrabaseTest.rcc");
-    const QString folder = besideTheTests(QStringLiteral("Resources"));
-    const QString installed = folder + QLatin1Char('/') + name;
-    const RecordedLog log;
+    const QString name = u"ovrabaseTest.rcc"_s;
+    const QString folder = besideTheTests(u"Resources"_s);
+    const auto file = copied(mResources, folder + u'/' + name);
     EXPECT_TRUE(registerExternalResource(std::vector<QString>()));
-    const Copy file(QStringLiteral(TEST_RESOURCES), installed);
-    for (const bool complete : {false, true}) {
-        EXPECT_FALSE(contentIsThere());
-        const QString first = complete ? name : QStringLiteral("none.rcc");
-        EXPECT_EQ(registerExternalResource({first, name}), complete);
-        EXPECT_TRUE(contentIsThere());
-        while (QResource::unregisterResource(installed)) {
-        }
+    EXPECT_FALSE(registerExternalResource({u"none.rcc"_s, name}));
+    EXPECT_TRUE(isContentRegistered());
+    EXPECT_TRUE(registerExternalResource({name, name}));
+    while (QResource::unregisterResource(folder + u'/' + name)) {
     }
+    EXPECT_FALSE(isContentRegistered());
 
     const Record bound = resourceRecord(
         0, 162, "External resource ovrabaseTest.rcc bound from installed file: true");
-    EXPECT_THAT(log.records(),
+    EXPECT_THAT(mLog.records(),
         ElementsAre(
             resourceRecord(1, 166,
                 "Resource file none.rcc not found in directories " TEST_DEV_RESOURCE_DIR " and " +

@@ -23,12 +23,11 @@
 namespace Vyn {
 namespace {
 
-using Test::Record;
-using Test::RecordedLog;
+using namespace Test;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// The threads on which models died since the events were turned last.
+/// The threads on which models died since events were processed last.
 std::vector<QThread *> gDeaths;
 
 struct Model : QObject {
@@ -36,7 +35,7 @@ struct Model : QObject {
     ~Model() override { gDeaths.push_back(QThread::currentThread()); }
 };
 
-std::vector<QThread *> deathsWhenEventsTurn()
+std::vector<QThread *> deathsInEventLoop()
 {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -48,33 +47,33 @@ void run(bool onWorker, const std::function<void()> &work)
     onWorker ? std::thread(work).join() : work();
 }
 
-TEST(QObjectDeleteLater, LetsEachObjectDieOnceOnTheMainThread)
+TEST(Memory, DeletesASharedObjectOnceOnTheMainThread)
 {
     for (const bool madeByWorker : {false, true}) {
         for (const bool droppedByWorker : {false, true}) {
             std::shared_ptr<QObject> shared;
             run(madeByWorker, [&] { shared.reset(new Model, QObjectDeleteLater()); });
             run(droppedByWorker, [&] { shared.reset(); });
-            EXPECT_THAT(gDeaths, IsEmpty()) << "not before the event loop turns";
-            EXPECT_THAT(deathsWhenEventsTurn(), ElementsAre(QThread::currentThread()));
+            EXPECT_THAT(gDeaths, IsEmpty()) << "before events are processed";
+            EXPECT_THAT(deathsInEventLoop(), ElementsAre(QThread::currentThread()));
         }
     }
 }
 
-TEST(QObjectDeleteLater, IgnoresNullAndDeletesAParentedObjectButSaysSo)
+TEST(Memory, DeletesAnObjectWithAParentAndLogsIt)
 {
-    const RecordedLog log;
+    RecordedLog log;
     QObject parent;
     QObjectDeleteLater()(nullptr);
     QObjectDeleteLater()(new Model(&parent));
-    EXPECT_THAT(deathsWhenEventsTurn(), testing::SizeIs(1));
-    EXPECT_THAT(log.records(),
+    EXPECT_THAT(deathsInEventLoop(), testing::SizeIs(1));
+    EXPECT_THAT(log.take(),
         ElementsAre(Record{2, "Debug: memory.cpp:30 Vyn::QObjectDeleteLater::operator ()()",
             std::string("Risk of double delete on a shared QObject of type ") +
                 typeid(Model).name() + " that has a parent of type " + typeid(QObject).name()}));
 }
 
-TEST(OwnershipHook, ReceivesTheObjectWhileItIsSet)
+TEST(Memory, CallsTheOwnershipHookWhileItIsSet)
 {
     QObject object;
     OvraBase::forbidStealingOwnership(&object);
@@ -88,7 +87,7 @@ TEST(OwnershipHook, ReceivesTheObjectWhileItIsSet)
     EXPECT_THAT(received, ElementsAre(&object));
 }
 
-TEST(MainThread, IsTheOneOfTheApplication)
+TEST(Memory, MainThreadIsTheOneOfTheApplication)
 {
     EXPECT_TRUE(OvraBase::ThreadUtils::isMainThread());
     run(true, [] { EXPECT_FALSE(OvraBase::ThreadUtils::isMainThread()); });

@@ -17,7 +17,7 @@ using namespace Vyn::OvraBase;
 using testing::ElementsAre;
 using testing::Not;
 
-TEST(USBInfo, AddsItsChildrenAndItsNumberWhenKnown)
+TEST(WindowsUtils, TextOfAUsbDeviceEndsWithItsChildrenAndItsNumber)
 {
     USBInfo device;
     const DeviceInfo &base = device;
@@ -30,7 +30,7 @@ TEST(USBInfo, AddsItsChildrenAndItsNumberWhenKnown)
     EXPECT_EQ(base.toString().toStdString(), fields + "\n2 children\nUSB3");
 }
 
-TEST(EjectUsbDrive, FailsAtTheOpenWithoutAVolume)
+TEST(WindowsUtils, EjectingAMissingVolumeFailsWhereItIsOpened)
 {
     constexpr std::uint32_t kMissingFile = 2; // ERROR_FILE_NOT_FOUND and ENOENT
     const std::string message = "Failed to open device: " + errorMessage(kMissingFile);
@@ -49,7 +49,7 @@ TEST(EjectUsbDrive, FailsAtTheOpenWithoutAVolume)
     }
 }
 
-TEST(ErrorMessage, HasATextForEveryCode)
+TEST(WindowsUtils, EveryErrorCodeHasAText)
 {
     EXPECT_NE(errorMessage(2), errorMessage(5));
     EXPECT_THAT(errorMessage(2), Not(testing::HasSubstr("2"))) << "the system's own words";

@@ -29,7 +29,11 @@ extern "C" DECLSPEC_IMPORT BOOL WINAPI SetupDiSetDevicePropertyW(
 namespace {
 
 using namespace Vyn::OvraBase;
+using namespace Qt::StringLiterals;
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::Field;
+using testing::IsEmpty;
 using testing::SizeIs;
 
 /// A device that the system knows for as long as this lives.
@@ -111,14 +115,14 @@ std::vector<DWORD> visited(const std::vector<DWORD> &answers)
     return indices;
 }
 
-TEST(DeviceWalk, SkipsAFailingIndexAndEndsWhereThereAreNoMore)
+TEST(Devices, AWalkSkipsAFailingIndexAndEndsWhereThereAreNoMore)
 {
     constexpr DWORD kBroken = 31;
-    EXPECT_THAT(visited({ERROR_NO_MORE_ITEMS}), SizeIs(0));
+    EXPECT_THAT(visited({ERROR_NO_MORE_ITEMS}), IsEmpty());
     EXPECT_THAT(
         visited({kBroken, 0, kBroken, kBroken, 0, ERROR_NO_MORE_ITEMS}), ElementsAre(1U, 4U));
     EXPECT_THAT(visited({0, ERROR_NO_MORE_ITEMS, 0}), ElementsAre(0U));
-    EXPECT_THAT(visited({kBroken}), SizeIs(0)) << "nothing but failures";
+    EXPECT_THAT(visited({kBroken}), IsEmpty()) << "nothing but failures";
 
     // The gap counts anew behind each device.
     std::vector<DWORD> answers(2 * os::kLongestGap + 1, kBroken);
@@ -127,18 +131,13 @@ TEST(DeviceWalk, SkipsAFailingIndexAndEndsWhereThereAreNoMore)
 }
 
 template<class Info>
-std::vector<Info> named(const QString &name, const std::vector<Info> &devices)
+std::vector<Info> named(const QString &name, std::vector<Info> devices)
 {
-    std::vector<Info> found;
-    for (const Info &device : devices) {
-        if (device.name == name) {
-            found.push_back(device);
-        }
-    }
-    return found;
+    std::erase_if(devices, [&](const Info &device) { return device.name != name; });
+    return devices;
 }
 
-TEST(Devices, ADiskIsReadPropertyByProperty)
+TEST(Devices, ADiskHasAllItsProperties)
 {
     const std::wstring description(5000, L'\u78c1'); // no fixed buffer holds it
     RegisteredDevice registered("DISK", GUID_DEVCLASS_DISKDRIVE, &GUID_DEVINTERFACE_DISK);
@@ -152,15 +151,14 @@ TEST(Devices, ADiskIsReadPropertyByProperty)
     registered.set(DEVPKEY_Device_Parent, L"HTREE\\ROOT\\0");
     registered.set(DEVPKEY_Device_Address, -2);
 
-    const auto disks = named(QStringLiteral("Disk of the test"), getDisksInfo());
-
+    const auto disks = named(u"Disk of the test"_s, getDisksInfo());
     ASSERT_THAT(disks, SizeIs(1));
     EXPECT_EQ(disks[0].toString(),
-        QStringLiteral("PDO: <\\Device\\0000002a>\nInstance ID: <ROOT\\OVRABASE\\DISK>\n"
-                       "Device class: <DiskDrive>\nName: <Disk of the test>\nDescription: <%1>\n"
-                       "Manufacturer: <S\u00f6hne %2>\nService: <disk>\n"
-                       "Parent Instance ID: <HTREE\\ROOT\\0>\nAddress: -2")
-            .arg(QString::fromStdWString(description), QStringLiteral("%2")));
+        u"PDO: <\\Device\\0000002a>\nInstance ID: <ROOT\\OVRABASE\\DISK>\n"
+        "Device class: <DiskDrive>\nName: <Disk of the test>\nDescription: <%1>\n"
+        "Manufacturer: <S\u00f6hne %2>\nService: <disk>\n"
+        "Parent Instance ID: <HTREE\\ROOT\\0>\nAddress: -2"_s.arg(
+            QString::fromStdWString(description), u"%2"_s));
 }
 
 TEST(Devices, APropertyThatIsMissingOrOfAnotherTypeIsEmpty)
@@ -170,21 +168,18 @@ TEST(Devices, APropertyThatIsMissingOrOfAnotherTypeIsEmpty)
     registered.set(DEVPKEY_Device_Manufacturer, 7);
     registered.set(DEVPKEY_Device_Address, L"12");
 
-    const auto disks = named(QStringLiteral("Bare disk"), getDisksInfo());
-
-    ASSERT_THAT(disks, SizeIs(1));
-    EXPECT_EQ(disks[0].manufacturer, QString());
-    EXPECT_EQ(disks[0].pdo, QString());
-    EXPECT_EQ(disks[0].address, 0);
+    EXPECT_THAT(named(u"Bare disk"_s, getDisksInfo()),
+        ElementsAre(AllOf(Field(&DeviceInfo::manufacturer, QString()),
+            Field(&DeviceInfo::pdo, QString()), Field(&DeviceInfo::address, 0))));
 }
 
 TEST(Devices, AUsbDeviceHasItsChildrenAndNoNumberWithoutAHub)
 {
-    RegisteredDevice registered("STICK", GUID_DEVCLASS_USB, &GUID_DEVINTERFACE_USB_DEVICE);
-    registered.set(DEVPKEY_Device_FriendlyName, L"Stick");
-    registered.set(DEVPKEY_Device_Parent, L"ROOT\\OVRABASE\\MISSING");
-    registered.set(DEVPKEY_Device_Children,
-        std::wstring(L"USBSTOR\\DISK\\1\0USBSTOR\\DISK\\2\0", 30), DEVPROP_TYPE_STRING_LIST);
+    RegisteredDevice stick("STICK", GUID_DEVCLASS_USB, &GUID_DEVINTERFACE_USB_DEVICE);
+    stick.set(DEVPKEY_Device_FriendlyName, L"Stick");
+    stick.set(DEVPKEY_Device_Parent, L"ROOT\\OVRABASE\\MISSING");
+    stick.set(DEVPKEY_Device_Children, std::wstring(L"USBSTOR\\DISK\\1\0USBSTOR\\DISK\\2\0", 30),
+        DEVPROP_TYPE_STRING_LIST);
     RegisteredDevice hub("HUB", GUID_DEVCLASS_USB, &GUID_DEVINTERFACE_USB_HUB);
     hub.set(DEVPKEY_Device_PDOName, L"\\Device\\NoSuchHub");
     RegisteredDevice below("BELOW", GUID_DEVCLASS_USB, &GUID_DEVINTERFACE_USB_DEVICE);
@@ -192,30 +187,12 @@ TEST(Devices, AUsbDeviceHasItsChildrenAndNoNumberWithoutAHub)
     below.set(DEVPKEY_Device_Parent, L"ROOT\\OVRABASE\\HUB");
 
     const auto devices = getUSBInfo();
-    const auto sticks = named(QStringLiteral("Stick"), devices);
-    const auto belows = named(QStringLiteral("Below"), devices);
-
-    ASSERT_THAT(sticks, SizeIs(1));
-    EXPECT_THAT(sticks[0].children,
-        ElementsAre(QStringLiteral("USBSTOR\\DISK\\1"), QStringLiteral("USBSTOR\\DISK\\2")));
-    EXPECT_EQ(sticks[0].usbNumber, 0);
-    ASSERT_THAT(belows, SizeIs(1));
-    EXPECT_THAT(belows[0].children, SizeIs(0));
-    EXPECT_EQ(belows[0].usbNumber, 0);
-    EXPECT_THAT(named(QStringLiteral("Stick"), getDisksInfo()), SizeIs(0));
-}
-
-TEST(EjectUsbDrive, OfAnOpenVolumeThatDoesNotEjectFailsLater)
-{
-    if (!::GetProcAddress(::GetModuleHandleA("ntdll"), "wine_get_version")) {
-        GTEST_SKIP() << "A real machine might obey.";
-    }
-    Vyn::Test::RecordedLog log;
-    EXPECT_THROW(ejectUsbDrive('C'), Vyn::Exception::DriveUnmountException);
-    const auto records = log.take();
-    ASSERT_THAT(records, SizeIs(1));
-    EXPECT_EQ(records[0].context, "Debug: WindowsUtils.cpp:156 Vyn::OvraBase::ejectUsbDrive()");
-    EXPECT_THAT(records[0].message, testing::StartsWith("Failed to eject volume: "));
+    EXPECT_THAT(named(u"Stick"_s, devices),
+        ElementsAre(AllOf(Field(&USBInfo::usbNumber, 0),
+            Field(&USBInfo::children, ElementsAre(u"USBSTOR\\DISK\\1"_s, u"USBSTOR\\DISK\\2"_s)))));
+    EXPECT_THAT(named(u"Below"_s, devices),
+        ElementsAre(AllOf(Field(&USBInfo::usbNumber, 0), Field(&USBInfo::children, IsEmpty()))));
+    EXPECT_THAT(named(u"Stick"_s, getDisksInfo()), IsEmpty());
 }
 
 TEST(Devices, UnknownOnesAreThoseOfTheClassWithoutADriver)
@@ -225,10 +202,20 @@ TEST(Devices, UnknownOnesAreThoseOfTheClassWithoutADriver)
     RegisteredDevice known("KNOWN", GUID_DEVCLASS_DISKDRIVE, nullptr);
     known.set(DEVPKEY_Device_FriendlyName, L"Known");
 
-    const auto devices = getUnknownDevicesInfo();
+    EXPECT_THAT(named(u"Unknown"_s, getUnknownDevicesInfo()), SizeIs(1));
+    EXPECT_THAT(named(u"Known"_s, getUnknownDevicesInfo()), IsEmpty());
+}
 
-    EXPECT_THAT(named(QStringLiteral("Unknown"), devices), SizeIs(1));
-    EXPECT_THAT(named(QStringLiteral("Known"), devices), SizeIs(0));
+TEST(Devices, AVolumeThatOpensAndDoesNotEjectIsLogged)
+{
+    if (!::GetProcAddress(::GetModuleHandleA("ntdll"), "wine_get_version")) {
+        GTEST_SKIP() << "A real machine might obey.";
+    }
+    Vyn::Test::RecordedLog log;
+    EXPECT_THROW(ejectUsbDrive('C'), Vyn::Exception::DriveUnmountException);
+    EXPECT_THAT(log.take(), ElementsAre(testing::FieldsAre(2,
+                                "Debug: WindowsUtils.cpp:156 Vyn::OvraBase::ejectUsbDrive()",
+                                testing::StartsWith("Failed to eject volume: "))));
 }
 
 } // namespace
