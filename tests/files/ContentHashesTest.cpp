@@ -30,14 +30,13 @@ long peakMemory()
 
 TEST_F(ContentHashes, OfAFileIsThatOfItsBytes)
 {
-    EXPECT_EQ(FileUtils::dataToHash("abc").toHex(), "6778ad3f3f3f96b4522dca264174a23b");
+    EXPECT_EQ(dataToHash("abc").toHex(), "6778ad3f3f3f96b4522dca264174a23b");
     // Around the block of the hash and the pieces in which files are read.
     for (const std::size_t size : {0, 1, 15, 16, 17, 65535, 65536, 65537, 1 << 20}) {
         std::string content(size, '\0');
         std::iota(content.begin(), content.end(), static_cast<char>(size));
         make({{"file", content}});
-        EXPECT_EQ(FileUtils::fileDataToHash(path("file")),
-            FileUtils::dataToHash(QByteArray::fromStdString(content)))
+        EXPECT_EQ(fileDataToHash(path("file")), dataToHash(QByteArray::fromStdString(content)))
             << size;
     }
 }
@@ -50,10 +49,9 @@ TEST_F(ContentHashes, ReadAsTwoNumbers)
         {QByteArray(15, 'x'), u"2088934356530938522-4041189709252109316"_s},
         {QByteArray(17, 'x'), u"16327912387190054547-11263429666212951403"_s}};
     for (const auto &[hash, number] : rows) {
-        EXPECT_EQ(FileUtils::hashToNumber(hash), number);
+        EXPECT_EQ(hashToNumber(hash), number);
     }
-    EXPECT_EQ(
-        FileUtils::fileNameToHash(u"h\u00E9"_s), u"15439488519876512065-15602116411042323838"_s);
+    EXPECT_EQ(fileNameToHash(u"h\u00E9"_s), u"15439488519876512065-15602116411042323838"_s);
 }
 
 TEST_F(ContentHashes, CoverAllOfAFileBeyondFourGiBInLittleMemory)
@@ -61,8 +59,7 @@ TEST_F(ContentHashes, CoverAllOfAFileBeyondFourGiBInLittleMemory)
     constexpr qint64 gib = qint64{1} << 30;
     // Holes in memory are read ten times as fast as holes on a disk.
     const QString memory = u"/dev/shm"_s;
-    const QTemporaryDir folder(
-        (FileUtils::isFolder(memory) ? memory : QDir::tempPath()) + u"/XXXXXX"_s);
+    const QTemporaryDir folder((isFolder(memory) ? memory : QDir::tempPath()) + u"/XXXXXX"_s);
     QFile file(folder.filePath(u"file"_s));
     ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(4 * gib));
     ASSERT_EQ(file.write("beyond four GiB."), 16);
@@ -70,8 +67,7 @@ TEST_F(ContentHashes, CoverAllOfAFileBeyondFourGiBInLittleMemory)
     ASSERT_EQ(file.write("tail!"), 5);
     file.close();
     const long before = peakMemory();
-    EXPECT_EQ(
-        FileUtils::fileDataToHash(file.fileName()).toHex(), "405b4794bb94f8727f327b7d7aef12be");
+    EXPECT_EQ(fileDataToHash(file.fileName()).toHex(), "405b4794bb94f8727f327b7d7aef12be");
     EXPECT_LT(peakMemory() - before, 16 * 1024);
 }
 

@@ -28,7 +28,7 @@ TEST_F(CopiesWithBackup, KeepTheOldContentAsTheBackup)
         SCOPED_TRACE(row.name);
         startAnew();
         make(row.before);
-        EXPECT_TRUE(FileUtils::copyWithBackup(path(row.source), path(row.destination)));
+        EXPECT_TRUE(copyWithBackup(path(row.source), path(row.destination)));
         EXPECT_EQ(tree(), row.after);
         EXPECT_THAT(mLog.records(), IsEmpty());
     }
@@ -49,7 +49,7 @@ TEST_F(CopiesWithBackup, KeepTheOldContentWhereFileAndBackupAreLinked)
         startAnew();
         make({{target, "old"}});
         ASSERT_EQ(makeLink(path(target).toUtf8().constData(), path(link).toUtf8().constData()), 0);
-        EXPECT_TRUE(FileUtils::copyWithBackup(u"/proc/version"_s, path("file"))); // of size 0
+        EXPECT_TRUE(copyWithBackup(u"/proc/version"_s, path("file"))); // of size 0
         EXPECT_EQ(tree()["file.bak"], "old");
         EXPECT_THAT(tree()["file"], testing::StartsWith("Linux"));
     }
@@ -58,7 +58,7 @@ TEST_F(CopiesWithBackup, KeepTheOldContentWhereFileAndBackupAreLinked)
 TEST_F(CopiesWithBackup, KeepTheFileWhenTheSourceCannotBeReadToItsEnd)
 {
     make({{"file", "old"}});
-    EXPECT_FALSE(FileUtils::copyWithBackup(u"/proc/self/mem"_s, path("file")));
+    EXPECT_FALSE(copyWithBackup(u"/proc/self/mem"_s, path("file")));
     EXPECT_EQ(tree(), (Tree{{"file", "old"}}));
 }
 #endif
@@ -93,7 +93,7 @@ TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
         const Tree before{{"blocked", "old"}, {"blocked.bak/", ""}, {"blocked.bak/x", "x"},
             {"file", "old"}, {"file.bak", "older"}, {"folder/", ""}, {"folder/x", "x"}};
         make(before);
-        EXPECT_FALSE(FileUtils::copyWithBackup(source, destination));
+        EXPECT_FALSE(copyWithBackup(source, destination));
         EXPECT_EQ(tree(), before);
         const QString start =
             u"Failed to copy "_s + source + u" to "_s + destination + u" because "_s;
@@ -103,15 +103,14 @@ TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
                              testing::StartsWith(start.toStdString()))));
     }
     QFile missing(path("missing"));
-    EXPECT_FALSE(
-        missing.copy(path("new")) || FileUtils::copyWithBackup(missing.fileName(), path("new")));
+    EXPECT_FALSE(missing.copy(path("new")) || copyWithBackup(missing.fileName(), path("new")));
     EXPECT_THAT(mLog.take().at(0).message, testing::EndsWith(missing.errorString().toStdString()));
 }
 
 TEST_F(CopiesWithBackup, RenameABackupWithoutItsOriginalBackWhenTheyFail)
 {
     make({{"lost.bak", "old"}});
-    EXPECT_FALSE(FileUtils::copyWithBackup(path("missing"), path("lost")));
+    EXPECT_FALSE(copyWithBackup(path("missing"), path("lost")));
     EXPECT_EQ(tree(), (Tree{{"lost", "old"}}));
 }
 
@@ -121,7 +120,7 @@ TEST_F(CopiesWithBackup, ReplaceReadOnlyFiles)
     make({{"new", "new"}});
     ASSERT_TRUE(QFile::setPermissions(path("new"), QFile::ReadOwner));
     for (int i = 0; i < 3; ++i) {
-        EXPECT_TRUE(FileUtils::copyWithBackup(path("new"), path("file"))) << i;
+        EXPECT_TRUE(copyWithBackup(path("new"), path("file"))) << i;
     }
     EXPECT_FALSE(QFileInfo(path("file.bak")).isWritable());
     for (const char *name : {"new", "file", "file.bak"}) {
@@ -165,12 +164,11 @@ TEST_F(CopiesWithBackup, ManyAtOnceDoWhatTheyDoOneAfterAnother)
         std::vector<bool> expected;
         std::vector<std::pair<QString, QString>> many;
         for (const auto &[source, destination] : copies) {
-            expected.push_back(
-                FileUtils::copyWithBackup(path("one/" + source), path("one/" + destination)));
+            expected.push_back(copyWithBackup(path("one/" + source), path("one/" + destination)));
             many.emplace_back(path("many/" + source), path("many/" + destination));
         }
         const std::size_t records = mLog.take().size();
-        EXPECT_EQ(FileUtils::copyWithBackup(many), expected);
+        EXPECT_EQ(copyWithBackup(many), expected);
         EXPECT_EQ(mLog.take().size(), records);
         EXPECT_EQ(tree("many"), tree("one"));
     }

@@ -11,7 +11,7 @@ protected:
     QString unique(const QString &baseName, const QString &extension = u"png"_s) const
     {
         return QDir(mFolder.path())
-            .relativeFilePath(FileUtils::getUniqueFileName(mFolder.path(), baseName, extension));
+            .relativeFilePath(getUniqueFileName(mFolder.path(), baseName, extension));
     }
 };
 
@@ -23,24 +23,24 @@ TEST_F(FileNames, FollowTheRulesOfWindows)
         {u"CON.tar.gz"_s, u"CON.tar.gz"_s}, {u"CON "_s, u"CON "_s}, {u"con"_s, u"_con"_s},
         {u".."_s, u".."_s}, {u"h\u00E9 ~.x"_s, u"h\u00E9 ~.x"_s}, {u"LPT10"_s, u"LPT10"_s}};
     for (const auto &[name, valid] : rows) {
-        EXPECT_EQ(FileUtils::isValidFileName(name), name == valid) << name.toStdString();
-        EXPECT_EQ(FileUtils::ensureValidFileName(name), valid);
+        EXPECT_EQ(isValidFileName(name), name == valid) << name.toStdString();
+        EXPECT_EQ(ensureValidFileName(name), valid);
     }
     for (const QString &name : {QString(), withNul}) {
-        EXPECT_TRUE(FileUtils::isValidFileName(name));
+        EXPECT_TRUE(isValidFileName(name));
     }
-    EXPECT_EQ(FileUtils::ensureValidFileName({}), u"file"_s);
-    EXPECT_EQ(FileUtils::ensureValidFileName(withNul), u"a"_s);
-    EXPECT_EQ(FileUtils::ensureValidFileName(withNul.sliced(1)), QString());
+    EXPECT_EQ(ensureValidFileName({}), u"file"_s);
+    EXPECT_EQ(ensureValidFileName(withNul), u"a"_s);
+    EXPECT_EQ(ensureValidFileName(withNul.sliced(1)), QString());
     QStringList devices{u"Con"_s, u"PRN"_s, u"aux"_s, u"nul"_s};
     for (int i = 0; i < 10; ++i) {
         devices << u"Com%1"_s.arg(i) << u"LPT%1"_s.arg(i);
     }
     for (const QString &device : devices) {
-        EXPECT_EQ(FileUtils::ensureValidFileName(device + u".x"_s), u'_' + device + u".x"_s);
+        EXPECT_EQ(ensureValidFileName(device + u".x"_s), u'_' + device + u".x"_s);
     }
     for (char16_t control = 1; control < u' '; ++control) {
-        EXPECT_FALSE(FileUtils::isValidFileName(QChar(control))) << int{control};
+        EXPECT_FALSE(isValidFileName(QChar(control))) << int{control};
     }
 }
 

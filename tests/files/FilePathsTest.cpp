@@ -13,7 +13,7 @@ TEST_F(FilePaths, AreAddedToAList)
     QString paths;
     for (const auto &[added, expected] :
         {std::pair{u""_s, u""_s}, {u"a"_s, u"a"_s}, {u""_s, u"a"_s}, {u"b;"_s, u"a;b;"_s}}) {
-        FileUtils::addPathToPaths(paths, added);
+        addPathToPaths(paths, added);
         EXPECT_EQ(paths, expected);
     }
 }
@@ -32,17 +32,17 @@ TEST_F(FilePaths, AreTakenApart)
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.path.toStdString());
-        EXPECT_EQ(FileUtils::extractFolderPath(row.path), row.folder);
-        EXPECT_EQ(FileUtils::getBaseName(row.path), row.base);
-        EXPECT_EQ(FileUtils::getFilePathExtension(row.path), row.extension);
-        EXPECT_EQ(FileUtils::getFilePathCompleteExtension(row.path), row.completeExtension);
-        EXPECT_EQ(FileUtils::getFilePathWithoutExtension(row.path), row.withoutExtension);
-        EXPECT_EQ(FileUtils::changeFilePathExtension(row.path, u"png"_s), row.asPng);
+        EXPECT_EQ(extractFolderPath(row.path), row.folder);
+        EXPECT_EQ(getBaseName(row.path), row.base);
+        EXPECT_EQ(getFilePathExtension(row.path), row.extension);
+        EXPECT_EQ(getFilePathCompleteExtension(row.path), row.completeExtension);
+        EXPECT_EQ(getFilePathWithoutExtension(row.path), row.withoutExtension);
+        EXPECT_EQ(changeFilePathExtension(row.path, u"png"_s), row.asPng);
     }
-    EXPECT_EQ(FileUtils::changeFilePathExtension(u"a.b"_s, u".c"_s), u"a..c"_s);
-    EXPECT_TRUE(FileUtils::pathAreIdentical(u"a/b"_s, QDir::toNativeSeparators(u"a/b"_s)));
-    EXPECT_FALSE(FileUtils::pathAreIdentical(u"a/b"_s, u"a/B"_s));
-    EXPECT_FALSE(FileUtils::pathAreIdentical(u"a/b"_s, u"a/x/../b"_s));
+    EXPECT_EQ(changeFilePathExtension(u"a.b"_s, u".c"_s), u"a..c"_s);
+    EXPECT_TRUE(pathAreIdentical(u"a/b"_s, QDir::toNativeSeparators(u"a/b"_s)));
+    EXPECT_FALSE(pathAreIdentical(u"a/b"_s, u"a/B"_s));
+    EXPECT_FALSE(pathAreIdentical(u"a/b"_s, u"a/x/../b"_s));
 }
 
 TEST_F(FilePaths, RefuseInvalidExtensions)
@@ -56,7 +56,7 @@ TEST_F(FilePaths, RefuseInvalidExtensions)
         {u"a"_s, u"\\"_s, separator, "386"}};
     for (const auto &row : rows) {
         expectFailure<Exception::InvalidArgumentException>(
-            [&] { FileUtils::changeFilePathExtension(row.path, row.extension); },
+            [&] { changeFilePathExtension(row.path, row.extension); },
             row.line + " Vyn::OvraBase::FileUtils::changeFilePathExtension", row.message);
     }
 }

@@ -55,7 +55,7 @@ TEST_F(FileUtilsTest, AnswersForPathsAtWhichNothingIs)
         F::removeDirRecursiveIfItExists(missing);
         EXPECT_THROW(F::loadBinaryFile(missing), Exception::InvalidArgumentException);
     }
-    EXPECT_TRUE(exists("file"));
+    EXPECT_TRUE(exists(path("file")));
 }
 
 } // namespace

@@ -35,7 +35,7 @@ TEST_F(FolderCopies, HaveAllThatIsHiddenOrEmptyOrFarDown)
         std::string(100, 'a') + '/' + std::string(100, 'b') + '/' + std::string(100, 'c');
     make({{"source/a.txt", "a"}, {"source/.b/.c/d", "d"}, {"source/empty/", ""},
         {"source/" + deep + "/x", "x"}});
-    EXPECT_TRUE(FileUtils::copyRecursively(path("source"), path("new/deep")));
+    EXPECT_TRUE(copyRecursively(path("source"), path("new/deep")));
     EXPECT_EQ(tree("new/deep"), tree("source"));
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
@@ -43,9 +43,9 @@ TEST_F(FolderCopies, HaveAllThatIsHiddenOrEmptyOrFarDown)
 TEST_F(FolderCopies, CanBeOfQtResources)
 {
     ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
-    EXPECT_TRUE(FileUtils::copyRecursively(u":/ovrabase-test"_s, path("copy")));
-    EXPECT_TRUE(FileUtils::copyWithBackup(u":/ovrabase-test/resources.qrc"_s, path("single")));
-    EXPECT_FALSE(FileUtils::copyWithBackup(u":/ovrabase-test/missing"_s, path("single")));
+    EXPECT_TRUE(copyRecursively(u":/ovrabase-test"_s, path("copy")));
+    EXPECT_TRUE(copyWithBackup(u":/ovrabase-test/resources.qrc"_s, path("single")));
+    EXPECT_FALSE(copyWithBackup(u":/ovrabase-test/missing"_s, path("single")));
     QFile resource(u":/ovrabase-test/resources.qrc"_s);
     ASSERT_TRUE(resource.open(QFile::ReadOnly));
     const std::string content = resource.readAll().toStdString();
@@ -59,7 +59,7 @@ TEST_F(FolderCopies, ReportWhatCannotBeCopiedAndGoOn)
     for (const auto &[name, content] : inTheWay) {
         make({{"copy/" + name, content}});
     }
-    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+    EXPECT_FALSE(copyRecursively(path("source"), path("copy")));
     Tree expected = inTheWay;
     expected["c"] = "c";
     EXPECT_EQ(tree("copy"), expected);
@@ -69,9 +69,9 @@ TEST_F(FolderCopies, ReportWhatCannotBeCopiedAndGoOn)
 TEST_F(FolderCopies, FailForAPathThatIsNoFolder)
 {
     make({{"source/file", ""}});
-    EXPECT_FALSE(FileUtils::copyRecursively({}, path("copy")));
-    EXPECT_FALSE(FileUtils::copyRecursively(path("source/file"), path("copy")));
-    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("new") + u"\0x"_s));
+    EXPECT_FALSE(copyRecursively({}, path("copy")));
+    EXPECT_FALSE(copyRecursively(path("source/file"), path("copy")));
+    EXPECT_FALSE(copyRecursively(path("source"), path("new") + u"\0x"_s));
     EXPECT_EQ(tree(), (Tree{{"source/", ""}, {"source/file", ""}}));
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
@@ -79,7 +79,7 @@ TEST_F(FolderCopies, FailForAPathThatIsNoFolder)
 TEST_F(FolderCopies, IntoTheSourceHaveWhatItHeldBefore)
 {
     make({{"source/a", "a"}, {"source/copy/old", "old"}});
-    EXPECT_TRUE(FileUtils::copyRecursively(path("source"), u"copy"_s)); // in the source
+    EXPECT_TRUE(copyRecursively(path("source"), u"copy"_s)); // in the source
     EXPECT_EQ(tree("source"), (Tree{{"a", "a"}, {"copy/", ""}, {"copy/a", "a"}, {"copy/copy/", ""},
                                   {"copy/copy/old", "old"}, {"copy/old", "old"}}));
 }
@@ -91,7 +91,7 @@ TEST_F(FolderCopies, PassOverWhatIsNeitherFileNorFolder)
     link("nowhere", "source/dangling");
     link("source/circle", "source/circle");
     ASSERT_EQ(mkfifo(path("source/pipe").toLocal8Bit().constData(), 0600), 0);
-    EXPECT_TRUE(FileUtils::copyRecursively(path("source"), path("copy")));
+    EXPECT_TRUE(copyRecursively(path("source"), path("copy")));
     EXPECT_EQ(tree("copy"), Tree());
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
@@ -106,7 +106,7 @@ TEST_F(FolderCopies, EndForFoldersThatLinkToEachOther)
         make({{from, ""}});
         link("source/" + to, from + "to " + to);
     }
-    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+    EXPECT_FALSE(copyRecursively(path("source"), path("copy")));
     EXPECT_EQ(tree("copy").size(), kFolders * kFolders + 100); // links behind links
 }
 
@@ -119,7 +119,7 @@ TEST_F(FolderCopies, FollowLinksButNotBackUp)
     link("source", "source/one/up");
     link(".", "source/above");
 
-    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+    EXPECT_FALSE(copyRecursively(path("source"), path("copy")));
 
     EXPECT_EQ(tree("copy"), (Tree{{"beside/", ""}, {"beside/x", "x"}, {"one/", ""}, {"one/a", "a"},
                                 {"one/two/", ""}, {"one/two/b", "b"}, {"two/", ""}, {"two/b", "b"},
@@ -135,12 +135,12 @@ TEST_F(FolderCopies, ReportAFolderThatCannotBeListed)
     make({{"source/name", "x"}});
     {
         const auto limit = withOpenFiles(0);
-        EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+        EXPECT_FALSE(copyRecursively(path("source"), path("copy")));
     }
     expectNotCopied({u""_s});
     const QByteArray name = path("source/name").toLocal8Bit();
     ASSERT_EQ(std::rename(name.constData(), (name + '\xE9').constData()), 0); // not UTF-8
-    EXPECT_FALSE(FileUtils::copyRecursively(path("source"), path("copy")));
+    EXPECT_FALSE(copyRecursively(path("source"), path("copy")));
     EXPECT_EQ(std::remove((name + '\xE9').constData()), 0); // which Qt cannot
 }
 #endif

@@ -48,7 +48,7 @@ TEST_F(CacheTest, RemovesWhatIsInItsFolderAndNothingElse)
         SCOPED_TRACE(row.name);
         startAnew();
         make(row.before);
-        FileUtils::hideFileOnWindows(path("cache/.hidden"));
+        hideFileOnWindows(path("cache/.hidden"));
         Cache cache(path(row.path));
         row.call(cache);
         EXPECT_EQ(tree(), row.after);

@@ -25,15 +25,15 @@ TEST_F(ReadingAndWriting, DecodeTextByItsByteOrderMark)
     for (const auto &[name, bytes, text] : rows) {
         SCOPED_TRACE(name);
         make({{"text", bytes}});
-        EXPECT_EQ(FileUtils::loadTextFileToQString(path("text")), text);
-        EXPECT_EQ(FileUtils::loadBinaryFile(path("text")).toStdString(), bytes);
+        EXPECT_EQ(loadTextFileToQString(path("text")), text);
+        EXPECT_EQ(loadBinaryFile(path("text")).toStdString(), bytes);
     }
 }
 
 TEST_F(ReadingAndWriting, SaveTextAsUtf8)
 {
     make({{"text", "what was there before"}});
-    EXPECT_TRUE(FileUtils::saveTextToFile(u"two\nlines \u4E2D\U0001F600"_s, path("text")));
+    EXPECT_TRUE(saveTextToFile(u"two\nlines \u4E2D\U0001F600"_s, path("text")));
 #ifdef Q_OS_WIN
     EXPECT_EQ(tree()["text"], "two\r\nlines \xE4\xB8\xAD\xF0\x9F\x98\x80");
 #else
@@ -45,12 +45,12 @@ TEST_F(ReadingAndWriting, SayThatTextIsNotSaved)
 {
     for (const QString &refused :
         {path("missing/file"), mFolder.path(), QString(), path("file") + u"\0x"_s}) {
-        EXPECT_FALSE(FileUtils::saveTextToFile(u"x"_s, refused));
+        EXPECT_FALSE(saveTextToFile(u"x"_s, refused));
     }
     EXPECT_EQ(tree(), Tree());
 #ifdef Q_OS_LINUX
     for (const int size : {1, 100'000}) {
-        EXPECT_FALSE(FileUtils::saveTextToFile(QString(size, u'x'), u"/dev/full"_s));
+        EXPECT_FALSE(saveTextToFile(QString(size, u'x'), u"/dev/full"_s));
     }
 #endif
 }
@@ -58,9 +58,9 @@ TEST_F(ReadingAndWriting, SayThatTextIsNotSaved)
 TEST_F(ReadingAndWriting, FailWithALoggedErrorWhenTheyCannotLoad)
 {
     make({{"file%2", "x"}});
-    for (const auto load : {+[](const QString &path) { FileUtils::loadBinaryFile(path); },
-             +[](const QString &path) { FileUtils::loadTextFileToQString(path); },
-             +[](const QString &path) { FileUtils::fileDataToHash(path); }}) {
+    for (const auto load : {+[](const QString &path) { loadBinaryFile(path); },
+             +[](const QString &path) { loadTextFileToQString(path); },
+             +[](const QString &path) { fileDataToHash(path); }}) {
         for (const QString &missing : {path("missing%1"), mFolder.path()}) {
             expectFailure<Exception::InvalidArgumentException>([&] { load(missing); },
                 "136 Vyn::OvraBase::verifyAccessToFile",
@@ -88,7 +88,7 @@ TEST_F(ReadingAndWriting, TouchMakesAFileThatIsMissing)
 {
     make({{"old", "content"}});
     for (const QString &touched : {path("new"), path("old"), path("missing/file"), QString()}) {
-        FileUtils::touch(touched);
+        touch(touched);
     }
     EXPECT_EQ(tree(), (Tree{{"new", ""}, {"old", "content"}}));
 }
@@ -97,8 +97,8 @@ TEST_F(ReadingAndWriting, TouchMakesAFileThatIsMissing)
 TEST_F(ReadingAndWriting, DoNotWaitForAReaderOfAPipe)
 {
     ASSERT_EQ(mkfifo(path("pipe").toLocal8Bit().constData(), 0600), 0);
-    FileUtils::touch(path("pipe"));
-    EXPECT_FALSE(FileUtils::saveTextToFile(u"x"_s, path("pipe")));
+    touch(path("pipe"));
+    EXPECT_FALSE(saveTextToFile(u"x"_s, path("pipe")));
 }
 #endif
 
@@ -106,8 +106,8 @@ TEST_F(ReadingAndWriting, FindFilesByWildcards)
 {
     make({{"a.png", ""}, {"b.PNG", ""}, {"c.txt", ""}, {".d.png", ""}, {"sub/e.png", ""},
         {".hidden/f.png", ""}});
-    FileUtils::hideFileOnWindows(path(".d.png"));
-    FileUtils::hideFileOnWindows(path(".hidden"));
+    hideFileOnWindows(path(".d.png"));
+    hideFileOnWindows(path(".hidden"));
     const struct {
         QStringList filters;
         Recursion recursion;
@@ -116,7 +116,7 @@ TEST_F(ReadingAndWriting, FindFilesByWildcards)
         {{u"*.txt"_s, u"e*"_s}, Recursion::Recursive, {path("c.txt"), path("sub/e.png")}},
         {{}, Recursion(2), {path("a.png"), path("b.PNG"), path("c.txt")}}};
     for (const auto &[filters, recursion, found] : rows) {
-        const auto files = FileUtils::folderParseFiles(mFolder.path(), filters, recursion);
+        const auto files = folderParseFiles(mFolder.path(), filters, recursion);
         EXPECT_EQ(std::set(files.begin(), files.end()), found);
     }
 }
@@ -125,10 +125,10 @@ TEST_F(ReadingAndWriting, MakeFolders)
 {
     make({{"file", ""}});
     for (const QString &folder : {path("a/b/c/"), path("a/b"), QString()}) {
-        EXPECT_TRUE(FileUtils::makeFolder(folder));
+        EXPECT_TRUE(makeFolder(folder));
     }
     for (const QString &refused : {path("file"), path("file/below"), path("a/") + u"b\0c"_s}) {
-        EXPECT_FALSE(FileUtils::makeFolder(refused));
+        EXPECT_FALSE(makeFolder(refused));
     }
     EXPECT_EQ(tree(), (Tree{{"a/", ""}, {"a/b/", ""}, {"a/b/c/", ""}, {"file", ""}}));
 }

@@ -22,12 +22,11 @@ TEST_F(Removal, OfAFileLeavesAFolder)
 {
     make({{"file", "x"}, {"%1\u4E2D/", ""}});
     for (const QString &removed : {path("file"), path("file"), QString()}) {
-        FileUtils::removeFileIfItExists(removed);
+        removeFileIfItExists(removed);
     }
     EXPECT_THAT(mLog.records(), IsEmpty());
     const QString folder = path("%1\u4E2D");
-    expectFailure<Exception::FileDeletionException>(
-        [&] { FileUtils::removeFileIfItExists(folder); },
+    expectFailure<Exception::FileDeletionException>([&] { removeFileIfItExists(folder); },
         "718 Vyn::OvraBase::FileUtils::removeFileIfItExists",
         u"Could not remove: "_s + logStr(folder), folder);
     EXPECT_EQ(tree(), (Tree{{"%1\u4E2D/", ""}}));
@@ -38,13 +37,13 @@ TEST_F(Removal, OfAFolderLeavesAFile)
     make({{"folder/.hidden/x", "x"}, {"folder/read-only", "x"}, {"file", "x"}});
     QFile::setPermissions(path("folder/read-only"), QFile::ReadOwner);
     for (const char *name : {"folder", "file", "missing"}) {
-        FileUtils::removeDirRecursiveIfItExists(path(name));
+        removeDirRecursiveIfItExists(path(name));
     }
     EXPECT_EQ(tree(), (Tree{{"file", "x"}}));
 #ifdef Q_OS_LINUX
     const QString lasting = u"/proc/self/fdinfo"_s;
     expectFailure<Exception::FolderDeletionException>(
-        [&] { FileUtils::removeDirRecursiveIfItExists(lasting); },
+        [&] { removeDirRecursiveIfItExists(lasting); },
         "731 Vyn::OvraBase::FileUtils::removeDirRecursiveIfItExists",
         u"The directory or some of its content could not be removed : "_s + logStr(lasting),
         lasting);
@@ -57,17 +56,17 @@ TEST_F(Removal, OfALinkLeavesItsTarget)
     make({{"target/x", "x"}, {"folder/sub/y", "y"}, {"current/deep/", ""}});
     link("target", "folder/sub/link");
     link("nowhere", "folder/dangling");
-    FileUtils::removeDirRecursiveIfItExists(path("folder"));
+    removeDirRecursiveIfItExists(path("folder"));
     for (const char *spelling : {"link", "link/", "link/.", "link/./"}) {
         link("target", "link");
-        FileUtils::removeDirRecursiveIfItExists(path(spelling));
+        removeDirRecursiveIfItExists(path(spelling));
     }
     for (const char *target : {"target", "target/x", "nowhere"}) {
         link(target, "link");
-        FileUtils::removeFileIfItExists(path("link"));
+        removeFileIfItExists(path("link"));
     }
     const auto current = inFolder(path("current"));
-    FileUtils::removeDirRecursiveIfItExists(u"."_s);
+    removeDirRecursiveIfItExists(u"."_s);
     EXPECT_EQ(tree(), (Tree{{"target/", ""}, {"target/x", "x"}}));
 }
 
@@ -95,7 +94,7 @@ TEST_F(Removal, ReachesNamesOfAnyBytesAtAnyDepthWithFewOpenFiles)
     }
     close(deepest);
     const auto limit = withOpenFiles(100);
-    FileUtils::removeDirRecursiveIfItExists(path("folder"));
+    removeDirRecursiveIfItExists(path("folder"));
     EXPECT_EQ(tree(), Tree());
 }
 
@@ -116,8 +115,8 @@ TEST_F(Removal, GoesOnWhenSomethingCannotBeRemoved)
             close(deepest);
         }
         QFile::setPermissions(path("folder/b/empty and unreadable"), {});
-        EXPECT_THROW(FileUtils::removeDirRecursiveIfItExists(path("folder")),
-            Exception::FolderDeletionException);
+        EXPECT_THROW(
+            removeDirRecursiveIfItExists(path("folder")), Exception::FolderDeletionException);
     }
     std::map<std::string, int> left;
     QDirIterator entries(

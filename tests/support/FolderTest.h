@@ -27,15 +27,14 @@ using testing::IsEmpty;
 /// Files with their content, and folders, whose names end in a slash.
 using Tree = std::map<std::string, std::string>;
 
-/// Gives each test an empty folder, in which names are relative, and the log of what it does.
-class FolderTest : public testing::Test {
+/// Gives each test an empty folder, in which names are relative, the log of what it does, and the
+/// functions of FileUtils under their bare names.
+class FolderTest : public testing::Test, protected OvraBase::FileUtils {
 protected:
     QString path(const std::string &name) const
     {
         return mFolder.filePath(QString::fromStdString(name));
     }
-
-    bool exists(const std::string &name) const { return QFileInfo::exists(path(name)); }
 
     /// Makes what \a entries say, and the folders that hold it.
     void make(const Tree &entries) const
