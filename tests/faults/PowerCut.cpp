@@ -8,6 +8,7 @@
 #include "faults/Faults.h"
 
 #include <fcntl.h>
+#include <map>
 #include <sched.h>
 #include <sys/ioctl.h>
 #include <sys/mount.h>
@@ -44,13 +45,6 @@ public:
         require(umount(mFolder.toLocal8Bit().constData()) == 0 && start(), "mounts again");
     }
 
-    /// Cuts the power and returns when the disk is back.
-    void failAndStart() const
-    {
-        cutPower();
-        startAgain();
-    }
-
     /// Writes what the disk holds, and is meant to hold from then on.
     void sync() const { call(syncfs); }
 
@@ -77,44 +71,48 @@ private:
     QString mFolder = mHome.filePath(u"disk"_s);
 };
 
-const QByteArray kOld(9'000, 'o');
-const QByteArray kNew(20'000, 'n');
+/// Cuts the power at once after \a copy has answered true. Requires that each of \a files is there.
+void cutAfter(const Disk &disk, const std::function<bool()> &copy,
+    const std::map<const char *, QByteArray> &files)
+{
+    require(copy(), "copies");
+    disk.cutPower();
+    disk.startAgain();
+    for (const auto &[name, content] : files) {
+        require(read(disk.path(name)) == content, name);
+    }
+}
 
-/// Cuts the power at once after calls that answered true.
+/// Cuts the power at once after each kind of copy.
 void cutAfterCopies(const Disk &disk)
 {
+    const QByteArray old(9'000, 'o');
+    const QByteArray fresh(20'000, 'n');
     const QString source = disk.path("source");
-    write(source, kNew);
-    write(disk.path("file"), kOld); // nobody has synced it
-    require(FileUtils::copyWithBackup(source, disk.path("file")), "copies over a file");
-    disk.failAndStart();
-    require(read(disk.path("file")) == kNew, "the copy survives the cut");
-    require(read(disk.path("file.bak")) == kOld, "the old content survives the cut");
+    write(source, fresh);
+    write(disk.path("file"), old); // nobody has synced it
+    cutAfter(disk, [&] { return FileUtils::copyWithBackup(source, disk.path("file")); },
+        {{"file", fresh}, {"file.bak", old}});
 
-    write(disk.path("folder/inside"), kOld);
-    require(
-        FileUtils::copyWithBackup(disk.path("file"), disk.path("folder")), "copies over a folder");
-    disk.failAndStart();
-    require(read(disk.path("folder")) == kNew, "the copy over a folder survives the cut");
-    require(read(disk.path("folder.bak/inside")) == kOld, "the folder survives the cut");
+    write(disk.path("folder/inside"), old);
+    cutAfter(disk,
+        [&] { return FileUtils::copyWithBackup(disk.path("file"), disk.path("folder")); },
+        {{"folder", fresh}, {"folder.bak/inside", old}});
 
-    write(source, kNew);
-    write(disk.path("b"), kOld);
-    const std::vector<bool> answers =
-        FileUtils::copyWithBackup({{source, disk.path("a")}, {disk.path("missing"), disk.path("b")},
-            {source, disk.path("b")}, {source, disk.path("c")}});
-    require(answers == std::vector{true, false, true, true}, "copies many");
-    disk.failAndStart();
-    for (const char *name : {"a", "b", "c"}) {
-        require(read(disk.path(name)) == kNew, "many copies survive the cut");
-    }
-    require(read(disk.path("b.bak")) == kOld, "the old content under many survives the cut");
+    write(source, fresh);
+    write(disk.path("b"), old);
+    const auto copyMany = [&] {
+        return FileUtils::copyWithBackup({{source, disk.path("a")},
+                   {disk.path("missing"), disk.path("b")}, {source, disk.path("b")},
+                   {source, disk.path("c")}}) == std::vector{true, false, true, true};
+    };
+    cutAfter(disk, copyMany, {{"a", fresh}, {"b", fresh}, {"b.bak", old}, {"c", fresh}});
 
-    write(disk.path("tree/sub/deep/file"), kNew);
+    write(disk.path("tree/sub/deep/file"), fresh);
     require(FileUtils::makeFolder(disk.path("tree/empty")), "makes a folder");
-    require(FileUtils::copyRecursively(disk.path("tree"), disk.path("new/tree")), "copies a tree");
-    disk.failAndStart();
-    require(read(disk.path("new/tree/sub/deep/file")) == kNew, "the tree survives the cut");
+    cutAfter(disk,
+        [&] { return FileUtils::copyRecursively(disk.path("tree"), disk.path("new/tree")); },
+        {{"new/tree/sub/deep/file", fresh}});
     require(FileUtils::isFolder(disk.path("new/tree/empty")), "its folders survive the cut");
 }
 

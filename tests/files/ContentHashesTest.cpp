@@ -32,12 +32,11 @@ TEST_F(ContentHashes, OfAFileIsThatOfItsBytes)
 {
     EXPECT_EQ(dataToHash("abc").toHex(), "6778ad3f3f3f96b4522dca264174a23b");
     // Around the block of the hash and the pieces in which files are read.
-    for (const std::size_t size : {0, 1, 15, 16, 17, 65535, 65536, 65537, 1 << 20}) {
-        std::string content(size, '\0');
+    for (const int size : {0, 1, 15, 16, 17, 65535, 65536, 65537, 1 << 20}) {
+        QByteArray content(size, '\0');
         std::iota(content.begin(), content.end(), static_cast<char>(size));
-        make({{"file", content}});
-        EXPECT_EQ(fileDataToHash(path("file")), dataToHash(QByteArray::fromStdString(content)))
-            << size;
+        write(u"file"_s, content);
+        EXPECT_EQ(fileDataToHash(path("file")), dataToHash(content)) << size;
     }
 }
 

@@ -6,32 +6,29 @@
 namespace Vyn::Test {
 namespace {
 
+using namespace std::string_literals;
+
 using CopiesWithBackup = FolderTest;
 
 TEST_F(CopiesWithBackup, KeepTheOldContentAsTheBackup)
 {
     const struct {
-        const char *name, *source, *destination;
-        Tree before, after;
+        const char *name, *source, *destination, *before, *after;
     } rows[] = {
-        {"nothing to keep", "new", "file", {{"new", "n"}}, {{"file", "n"}, {"new", "n"}}},
-        {"in place of an older backup", "new", "file",
-            {{"file", "old"}, {"file.bak", "older"}, {"new", "n"}},
-            {{"file", "n"}, {"file.bak", "old"}, {"new", "n"}}},
-        {"of a folder in place of a file", "new", "folder",
-            {{"folder.bak", "older"}, {"folder/x", "x"}, {"new", "n"}},
-            {{"folder", "n"}, {"folder.bak/", ""}, {"folder.bak/x", "x"}, {"new", "n"}}},
-        {"when the source is the backup", "file.bak", "file", {{"file", "1"}, {"file.bak", "2"}},
-            {{"file", "2"}, {"file.bak", "1"}}},
+        {"nothing to keep", "new", "file", "new=n", "file=n, new=n"},
+        {"in place of an older backup", "new", "file", "file=old, file.bak=older, new=n",
+            "file.bak=old, file=n, new=n"},
+        {"of a folder in place of a file", "new", "folder", "folder.bak=older, folder/x=x, new=n",
+            "folder.bak/, folder.bak/x=x, folder=n, new=n"},
+        {"when the source is the backup", "file.bak", "file", "file=1, file.bak=2",
+            "file.bak=1, file=2"},
     };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.name);
-        startAnew();
+    forEach(rows, [&](const auto &row) {
         make(row.before);
         EXPECT_TRUE(copyWithBackup(path(row.source), path(row.destination)));
         EXPECT_EQ(tree(), row.after);
         EXPECT_THAT(mLog.records(), IsEmpty());
-    }
+    });
 }
 
 #ifdef Q_OS_LINUX
@@ -44,22 +41,20 @@ TEST_F(CopiesWithBackup, KeepTheOldContentWhereFileAndBackupAreLinked)
     } rows[] = {{"the backup is another name of the file", ::link, "file", "file.bak"},
         {"the backup leads to the file", ::symlink, "file", "file.bak"},
         {"the file leads to the backup", ::symlink, "file.bak", "file"}};
-    for (const auto &[name, makeLink, target, link] : rows) {
-        SCOPED_TRACE(name);
-        startAnew();
-        make({{target, "old"}});
+    forEach(rows, [&](const auto &row) {
+        const auto &[name, makeLink, target, link] = row;
+        make(target + "=old"s);
         ASSERT_EQ(makeLink(path(target).toUtf8().constData(), path(link).toUtf8().constData()), 0);
         EXPECT_TRUE(copyWithBackup(u"/proc/version"_s, path("file"))); // of size 0
-        EXPECT_EQ(tree()["file.bak"], "old");
-        EXPECT_THAT(tree()["file"], testing::StartsWith("Linux"));
-    }
+        EXPECT_THAT(tree(), testing::StartsWith("file.bak=old, file=Linux"));
+    });
 }
 
 TEST_F(CopiesWithBackup, KeepTheFileWhenTheSourceCannotBeReadToItsEnd)
 {
-    make({{"file", "old"}});
+    make("file=old");
     EXPECT_FALSE(copyWithBackup(u"/proc/self/mem"_s, path("file")));
-    EXPECT_EQ(tree(), (Tree{{"file", "old"}}));
+    EXPECT_EQ(tree(), "file=old");
 }
 #endif
 
@@ -87,11 +82,10 @@ TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
         {"missing folder", path("file"), path("missing/file")},
         {"file instead of a folder", path("file"), path("file/below")},
     };
-    for (const auto &[name, source, destination] : rows) {
-        SCOPED_TRACE(name);
-        startAnew();
-        const Tree before{{"blocked", "old"}, {"blocked.bak/", ""}, {"blocked.bak/x", "x"},
-            {"file", "old"}, {"file.bak", "older"}, {"folder/", ""}, {"folder/x", "x"}};
+    forEach(rows, [&](const auto &row) {
+        const auto &[name, source, destination] = row;
+        const std::string before = "blocked.bak/, blocked.bak/x=x, blocked=old, file.bak=older, "
+                                   "file=old, folder/, folder/x=x";
         make(before);
         EXPECT_FALSE(copyWithBackup(source, destination));
         EXPECT_EQ(tree(), before);
@@ -101,7 +95,7 @@ TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
             mLog.take(), ElementsAre(testing::FieldsAre(1,
                              "Debug: FileUtils.cpp:796 Vyn::OvraBase::FileUtils::copyWithBackup()",
                              testing::StartsWith(start.toStdString()))));
-    }
+    });
     QFile missing(path("missing"));
     EXPECT_FALSE(missing.copy(path("new")) || copyWithBackup(missing.fileName(), path("new")));
     EXPECT_THAT(mLog.take().at(0).message, testing::EndsWith(missing.errorString().toStdString()));
@@ -109,15 +103,15 @@ TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
 
 TEST_F(CopiesWithBackup, RenameABackupWithoutItsOriginalBackWhenTheyFail)
 {
-    make({{"lost.bak", "old"}});
+    make("lost.bak=old");
     EXPECT_FALSE(copyWithBackup(path("missing"), path("lost")));
-    EXPECT_EQ(tree(), (Tree{{"lost", "old"}}));
+    EXPECT_EQ(tree(), "lost=old");
 }
 
 #ifdef Q_OS_WIN
 TEST_F(CopiesWithBackup, ReplaceReadOnlyFiles)
 {
-    make({{"new", "new"}});
+    make("new=new");
     ASSERT_TRUE(QFile::setPermissions(path("new"), QFile::ReadOwner));
     for (int i = 0; i < 3; ++i) {
         EXPECT_TRUE(copyWithBackup(path("new"), path("file"))) << i;
@@ -133,27 +127,21 @@ TEST_F(CopiesWithBackup, ManyAtOnceDoWhatTheyDoOneAfterAnother)
 {
     const struct {
         const char *name;
-        std::vector<std::pair<std::string, std::string>> copies;
-    } rows[] = {
-        {"none", {}},
-        {"unrelated", {{"a", "1"}, {"b", "2"}, {"missing", "3"}, {"a", "missing/4"}, {"b", "x"}}},
-        {"a source is an earlier destination", {{"a", "new"}, {"new", "x"}, {"x", "y"}}},
-        {"a source is an earlier backup", {{"a", "x"}, {"x.bak", "y"}}},
-        {"twice to one destination", {{"a", "x"}, {"b", "x"}, {"missing", "x"}}},
-        {"over a backup", {{"a", "x"}, {"b", "x.bak"}}},
-        {"over a folder", {{"a", "folder"}, {"folder/c", "y"}, {"folder.bak/c", "z"}}},
+        QString copies; // source>destination
+    } rows[] = {{"none", u""_s}, {"unrelated", u"a>1 b>2 missing>3 a>missing/4 b>x"_s},
+        {"a source is an earlier destination", u"a>new new>x x>y"_s},
+        {"a source is an earlier backup", u"a>x x.bak>y"_s},
+        {"twice to one destination", u"a>x b>x missing>x"_s}, {"over a backup", u"a>x b>x.bak"_s},
+        {"over a folder", u"a>folder folder/c>y folder.bak/c>z"_s},
 #ifndef Q_OS_WIN
-        {"through links", {{"a", "new"}, {"dangling", "1"}, {"b", "here/x"}, {"link", "2"}}},
-        {"over links", {{"a", "here"}, {"here/b", "1"}, {"b", "link"}, {"link", "2"}}},
+        {"through links", u"a>new dangling>1 b>here/x link>2"_s},
+        {"over links", u"a>here here/b>1 b>link link>2"_s},
 #endif
-        {"back to a lost file", {{"missing", "lost"}, {"lost", "y"}, {"a", "lost"}}},
-    };
-    for (const auto &[name, copies] : rows) {
-        SCOPED_TRACE(name);
-        startAnew();
+        {"back to a lost file", u"missing>lost lost>y a>lost"_s}};
+    forEach(rows, [&](const auto &row) {
         for (const std::string folder : {"one/", "many/"}) {
-            for (const std::string file : {"a", "b", "x", "x.bak", "lost.bak", "folder/c"}) {
-                make({{folder + file, file}});
+            for (const char *file : {"a=a", "b=b", "x=x", "x.bak=y", "lost.bak=z", "folder/c=c"}) {
+                make(folder + file);
             }
 #ifndef Q_OS_WIN
             link(folder + "x", folder + "link");
@@ -163,15 +151,17 @@ TEST_F(CopiesWithBackup, ManyAtOnceDoWhatTheyDoOneAfterAnother)
         }
         std::vector<bool> expected;
         std::vector<std::pair<QString, QString>> many;
-        for (const auto &[source, destination] : copies) {
-            expected.push_back(copyWithBackup(path("one/" + source), path("one/" + destination)));
-            many.emplace_back(path("many/" + source), path("many/" + destination));
+        for (const QString &copy : row.copies.split(u' ', Qt::SkipEmptyParts)) {
+            const QString source = copy.section(u'>', 0, 0);
+            const QString destination = copy.section(u'>', 1);
+            expected.push_back(copyWithBackup(path("one/") + source, path("one/") + destination));
+            many.emplace_back(path("many/") + source, path("many/") + destination);
         }
         const std::size_t records = mLog.take().size();
         EXPECT_EQ(copyWithBackup(many), expected);
         EXPECT_EQ(mLog.take().size(), records);
         EXPECT_EQ(tree("many"), tree("one"));
-    }
+    });
 }
 
 } // namespace

@@ -17,7 +17,7 @@ using FileChecks = FolderTest;
 
 TEST_F(FileChecks, TellTheKindOfAPathAndOfALocalUrl)
 {
-    make({{"data.tar.gz", ""}, {"empty.d/", ""}});
+    make("data.tar.gz, empty.d/");
     const struct {
         const char *name;
         bool (*ofPath)(const QString &);
@@ -43,7 +43,7 @@ TEST_F(FileChecks, TellTheKindOfAPathAndOfALocalUrl)
         EXPECT_EQ(checkFileCanBeOpened(path), path == paths[1]);
         EXPECT_EQ(getFileSuffix(path), path == paths[1] ? u"tar.gz"_s : QString());
     }
-    make({{"empty.d/.hidden", ""}});
+    make("empty.d/.hidden");
     hideFileOnWindows(path("empty.d/.hidden"));
     EXPECT_FALSE(isNonEmptyFolder(path("empty.d")));
 }
@@ -92,7 +92,7 @@ TEST_F(FileChecks, KnowRelativeUrls)
 
 TEST_F(FileChecks, CompareModificationTimes)
 {
-    make({{"older", ""}, {"newer", ""}});
+    make("older, newer");
     QFile file(path("newer"));
     ASSERT_TRUE(file.open(QFile::Append));
     ASSERT_TRUE(file.setFileTime(

@@ -48,48 +48,46 @@ TEST_F(FileNames, AreNumberedUntilOneIsFree)
 {
     EXPECT_EQ(unique(u"n"_s, {}), u"n."_s);
     const struct {
+        const char *name;
         QString baseName;
-        std::vector<const char *> taken;
+        const char *taken;
         QString expected;
-    } rows[] = {{u"dir"_s, {"dir.png/"}, u"dir.png"_s}, // a folder counts as free
-        {u"img_12"_s, {}, u"img_12.png"_s}, {u"img_1234"_s, {}, u"img_1234.png"_s},
-        {u"img_\u0661\u0662\u0663"_s, {}, u"img_\u0661\u0662\u0663.png"_s},
-        {u"%1"_s, {}, u"%1.png"_s}, {u"_123"_s, {}, u".png"_s},
-        {u"_123"_s, {".png"}, u"_124.png"_s}, {u"img"_s, {"img.png"}, u"img_001.png"_s},
-        {u"img_041"_s, {}, u"img.png"_s}, {u"img_009"_s, {"img.png"}, u"img_010.png"_s},
-        {u"img_999"_s, {"img.png", "img_1000.png"}, u"img_1001.png"_s}};
-    for (const auto &row : rows) {
-        startAnew();
-        for (const char *name : row.taken) {
-            make({{name, ""}});
-        }
+    } rows[] = {{"a folder counts as free", u"dir"_s, "dir.png/", u"dir.png"_s},
+        {"two digits", u"img_12"_s, "", u"img_12.png"_s},
+        {"four digits", u"img_1234"_s, "", u"img_1234.png"_s},
+        {"Arabic digits", u"i_\u0661\u0662\u0663"_s, "", u"i_\u0661\u0662\u0663.png"_s},
+        {"a place holder", u"%1"_s, "", u"%1.png"_s}, {"only a number", u"_123"_s, "", u".png"_s},
+        {"after only a number", u"_123"_s, ".png", u"_124.png"_s},
+        {"the first number", u"img"_s, "img.png", u"img_001.png"_s},
+        {"a number that is not needed", u"img_041"_s, "", u"img.png"_s},
+        {"leading zeros", u"img_009"_s, "img.png", u"img_010.png"_s},
+        {"beyond three digits", u"i_999"_s, "i.png, i_1000.png", u"i_1001.png"_s}};
+    forEach(rows, [&](const auto &row) {
+        make(row.taken);
         EXPECT_EQ(unique(row.baseName), row.expected);
-    }
+    });
 }
 
 TEST_F(FileNames, TheFirstFreeOneIsFoundAmongMany)
 {
-    const std::string taken = "x";
-    Tree files{{"img.png", taken}, {"sub/img.png", taken}, {"img_0301.png", taken},
-        {"img_301.png.x", taken}, {"xmg_301.png", taken}, {"img_3x1.png", taken}};
+    make("img.png, sub/img.png, img_0301.png, img_301.png.x, xmg_301.png, img_3x1.png");
     for (int i = 1; i <= 300; ++i) {
-        const std::string name = u"img_%1.png"_s.arg(i, 3, 10, QChar(u'0')).toStdString();
-        files[name] = files["sub/" + name] = taken;
+        write(u"img_%1.png"_s.arg(i, 3, 10, QChar(u'0')));
+        write(u"sub/img_%1.png"_s.arg(i, 3, 10, QChar(u'0')));
     }
-    make(files);
     for (const QString &baseName : {u"img"_s, u"img_200"_s, u"sub/img"_s}) {
         EXPECT_EQ(unique(baseName), baseName.section(u'_', 0, 0) + u"_301.png"_s);
     }
     QFile::remove(path("img_250.png"));
     EXPECT_EQ(unique(u"img"_s), u"img_250.png"_s);
     EXPECT_EQ(unique(u"img_260"_s), u"img_301.png"_s);
-    make({{"img_250.png/", ""}});
+    make("img_250.png/");
     EXPECT_EQ(unique(u"img"_s), u"img_250.png"_s);
 #ifndef Q_OS_WIN
     QDir().rmdir(path("img_250.png"));
     link("nowhere", "img_250.png");
     EXPECT_EQ(unique(u"img"_s), u"img_250.png"_s);
-    make({{"nowhere", ""}});
+    make("nowhere");
     EXPECT_EQ(unique(u"img"_s), u"img_301.png"_s);
 #endif
 }

@@ -27,10 +27,10 @@ TEST_F(FileUtilsTest, OffersThreeMethodsThroughItsMetaObject)
 
 TEST_F(FileUtilsTest, AnswersForPathsAtWhichNothingIs)
 {
-    make({{"file", ""}});
-    std::vector<QString> paths{path("a") + u"\0b"_s, path("") + QString(100'000, u'a'),
-        path("") + u"a/"_s.repeated(50'000), path("") + QChar(0xD800),
-        path("") + QChar(0xDC00) + u"/x"_s, path("file/below"), path("missing///"), {}};
+    make("file");
+    std::vector<QString> paths{path("a") + u"\0b"_s, path("x") + QString(100'000, u'a'),
+        path("x") + u"a/"_s.repeated(50'000), path("x") + QChar(0xD800),
+        path("x") + QChar(0xDC00) + u"/x"_s, path("file/below"), path("missing///"), {}};
 #ifndef Q_OS_WIN
     link("nowhere", "dangling");
     link("circle", "circle");

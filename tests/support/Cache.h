@@ -16,6 +16,7 @@ struct Cache final : OvraBase::GenericCacheController {
     {
     }
     QString cacheFolderPath() const override { return path; }
+    void reset() { resetCacheFolder(path); }
     void setCacheFolderPath(const QString &folder) override { path = folder; }
 
     QString path;

@@ -14,7 +14,6 @@
 
 #include <gmock/gmock.h>
 
-#include <map>
 #include <string>
 
 namespace Vyn::Test {
@@ -24,11 +23,9 @@ using OvraBase::FileUtils;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Files with their content, and folders, whose names end in a slash.
-using Tree = std::map<std::string, std::string>;
-
 /// Gives each test an empty folder, in which names are relative, the log of what it does, and the
-/// functions of FileUtils under their bare names.
+/// functions of FileUtils under their bare names. A tree is written as one text, its sorted
+/// entries: "file=content, folder/, folder/empty file".
 class FolderTest : public testing::Test, protected OvraBase::FileUtils {
 protected:
     QString path(const std::string &name) const
@@ -36,16 +33,22 @@ protected:
         return mFolder.filePath(QString::fromStdString(name));
     }
 
-    /// Makes what \a entries say, and the folders that hold it.
-    void make(const Tree &entries) const
+    /// Writes a file, or makes a folder if \a name ends in a slash, with the folders above it.
+    void write(const QString &name, const QByteArray &content = {}) const
     {
-        for (const auto &[name, content] : entries) {
-            ASSERT_TRUE(QDir().mkpath(path(name.substr(0, name.find_last_of('/') + 1))));
-            if (!name.ends_with('/')) {
-                QFile file(path(name));
-                ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << name;
-                ASSERT_EQ(file.write(QByteArray::fromStdString(content)), qint64(content.size()));
-            }
+        QFile file(mFolder.filePath(name));
+        ASSERT_TRUE(QDir(mFolder.path()).mkpath(u"./"_s + name.left(name.lastIndexOf(u'/') + 1)));
+        if (!name.endsWith(u'/')) {
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        }
+    }
+
+    /// Writes each entry of \a tree.
+    void make(const std::string &tree) const
+    {
+        for (const QString &entry :
+            QString::fromStdString(tree).split(u", "_s, Qt::SkipEmptyParts)) {
+            write(entry.section(u'=', 0, 0), entry.section(u'=', 1).toUtf8());
         }
     }
 
@@ -54,28 +57,38 @@ protected:
         ASSERT_TRUE(QFile::link(path(target), path(name))) << name;
     }
 
-    /// Returns what is below \a name; what a link leads to counts as its content.
-    Tree tree(const std::string &name = ".") const
+    /// Returns the tree below \a name; what a link leads to counts as its content.
+    std::string tree(const std::string &name = ".") const
     {
-        Tree entries;
+        QStringList entries;
         QDirIterator all(path(name), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
             QDirIterator::Subdirectories);
         while (all.hasNext()) {
-            QFile entry(all.next());
-            const QString relative = QDir(path(name)).relativeFilePath(entry.fileName());
-            const bool isFile = all.fileInfo().isFile() && entry.open(QIODevice::ReadOnly);
-            entries[relative.toStdString() + (all.fileInfo().isDir() ? "/" : "")] =
-                isFile ? entry.readAll().toStdString() : std::string();
+            QFile file(all.next());
+            entries << QDir(path(name)).relativeFilePath(file.fileName());
+            if (all.fileInfo().isDir()) {
+                entries.last() += u'/';
+            } else if (all.fileInfo().isFile() && file.open(QIODevice::ReadOnly) &&
+                       file.size() != 0) {
+                entries.last() += u'=' + QString::fromUtf8(file.readAll());
+            }
         }
-        return entries;
+        entries.sort();
+        return entries.join(u", "_s).toStdString();
     }
 
-    /// Empties the folder and the log, for the next row of a table.
-    void startAnew()
+    /// Calls \a check for each row of a table, with an empty folder and an empty log. A failure
+    /// prints the row's name.
+    template<class Rows, class Check>
+    void forEach(const Rows &rows, const Check &check)
     {
-        QDir(mFolder.path()).removeRecursively();
-        ASSERT_TRUE(QDir().mkpath(mFolder.path()));
-        mLog.take();
+        for (const auto &row : rows) {
+            SCOPED_TRACE(row.name);
+            QDir(mFolder.path()).removeRecursively();
+            ASSERT_TRUE(QDir().mkpath(mFolder.path()));
+            mLog.take();
+            check(row);
+        }
     }
 
     /// Expects that \a call throws an E with \a message and \a subject and logs it first.
