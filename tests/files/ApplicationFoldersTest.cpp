@@ -96,10 +96,10 @@ unsigned modeOf(const QString &path)
 
 TEST_F(ApplicationFolders, KeepTheTemporaryFolderToItsUser)
 {
-    for (const unsigned before : {0700U, 0755U}) { // made now, or by a process with another mask
+    for (int i = 0; i < 2; ++i) {
         createApplicationTemporaryDir(u"a"_s);
         EXPECT_EQ(modeOf(path("tmp/an app")), 0700);
-        ::chmod(QFile::encodeName(path("tmp/an app")).constData(), before);
+        ::chmod(QFile::encodeName(path("tmp/an app")).constData(), 0755); // by another program
     }
 }
 
