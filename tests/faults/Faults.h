@@ -19,14 +19,14 @@
 #include <unistd.h>
 
 /// \file
-/// What the programs share that provoke one fault each. They exit with 0 if the library stands it,
-/// and with the status of notTested() if this machine does not let them provoke it.
+/// Shared by the programs that provoke one fault each. A program exits with 0 if the library
+/// passes, and with the status of notTested() if this machine does not allow the fault.
 namespace Vyn::Test {
 
 using namespace Qt::StringLiterals;
 using OvraBase::FileUtils;
 
-/// Tells why the fault cannot be provoked. ctest shows the test as skipped.
+/// Prints why the fault cannot be provoked. ctest shows the test as skipped.
 inline int notTested(const char *program, const char *why)
 {
     std::printf("NOT TESTED: %s, because %s\n", program, why);
@@ -54,9 +54,9 @@ inline QByteArray valueIn(const QString &path, const char *key)
     return text.mid(begin, text.indexOf('\n', begin) - begin).trimmed();
 }
 
-/// Runs \a call in a process of its own, which is stopped before and after each system call, and
-/// kills it as soon as \a endsHere, which is given its id, returns true for a stop. Returns whether
-/// it was killed; nothing if this system does not let us trace.
+/// Runs \a call in a process of its own, which is stopped before and after each system call.
+/// At each stop, \a endsHere is called with the id of the process, which is killed if it returns
+/// true. Returns true if the process was killed, and nothing if this system refuses ptrace().
 inline std::optional<bool> runInStops(
     const std::function<void()> &call, const std::function<bool(pid_t)> &endsHere)
 {
@@ -88,13 +88,13 @@ inline std::optional<bool> runInStops(
     return true;
 }
 
-/// Copies two files with backup, again and again, and kills the process one stop further each time,
-/// until the copies are whole. \a isPrepared is called before the copies of "source" to "work/1"
-/// and "work/2" in \a folder, which exist if \a isThere. \a cut is called at the stop, and \a
-/// restart, which is told whether the call returned, before the files are checked. Returns the
-/// number of stops, 0 if this system does not let us trace.
+/// Copies the file "source" in \a folder to "work/1" and "work/2" with backup, and kills the
+/// process at the first stop, then at the second and so on, until the copies return. Both
+/// destinations exist before if \a isThere. Calls \a prepared before the copies, \a cut at the
+/// stop, and then \a restart with true if the copies returned. Requires after each run that no
+/// content is lost. Returns the number of stops, 0 if this system refuses ptrace().
 inline int cutCopiesAtEachStop(const QString &folder, bool isThere,
-    const std::function<void()> &isPrepared, const std::function<void()> &cut,
+    const std::function<void()> &prepared, const std::function<void()> &cut,
     const std::function<void(bool)> &restart)
 {
     const QByteArray old(9'000, 'o');
@@ -110,7 +110,7 @@ inline int cutCopiesAtEachStop(const QString &folder, bool isThere,
                 write(copy, old);
             }
         }
-        isPrepared();
+        prepared();
         int left = stop;
         const auto call = [&] {
             FileUtils::copyWithBackup({{source, copies[0]}, {source, copies[1]}});

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// The power fails during and after copies: a file system of its own is shut down without writing
-/// what it holds in memory.
+/// The power fails during and after copies. The program mounts a file system and shuts it down
+/// without writing what is in memory.
 
 #include "faults/Faults.h"
 
@@ -25,7 +25,7 @@ public:
     bool isMade() const
     {
         QFile image(mImage);
-        // In a mount namespace of its own, what is mounted goes with this process.
+        // In a private mount namespace, the mount ends with this process.
         return unshare(CLONE_NEWNS) == 0 &&
                mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
                image.open(QFile::WriteOnly) && image.resize(qint64{32} << 20) &&
@@ -45,7 +45,7 @@ public:
         require(umount(mFolder.toLocal8Bit().constData()) == 0 && start(), "mounts again");
     }
 
-    /// Writes what the disk holds, and is meant to hold from then on.
+    /// Writes to the disk what is in memory.
     void sync() const { call(syncfs); }
 
     QString path(const char *name) const { return mFolder + u'/' + QString::fromUtf8(name); }
@@ -71,7 +71,7 @@ private:
     QString mFolder = mHome.filePath(u"disk"_s);
 };
 
-/// Cuts the power at once after \a copy has answered true. Requires that each of \a files is there.
+/// Cuts the power as soon as \a copy has returned true. Requires that \a files have their content.
 void cutAfter(const Disk &disk, const std::function<bool()> &copy,
     const std::map<const char *, QByteArray> &files)
 {

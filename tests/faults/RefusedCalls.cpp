@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// The disk is full or the system refuses a call in the middle of a copy. This program has
-/// functions of its own in the place of the system's, which the library finds first.
+/// The disk is full or the system refuses a call in the middle of a copy. The functions of this
+/// program replace those of the system, because the loader finds them first.
 
 #include "faults/Faults.h"
 
@@ -67,7 +67,8 @@ int syncfs(int file) noexcept
     return int(call(SYS_syncfs, file));
 }
 
-/// Closes all the same, as the system does. Only files that are written are refused.
+/// Closes the file even if the call is refused, as the system does. Calls for files that are only
+/// read succeed.
 int close(int file)
 {
     const bool isWritten = (fcntl(file, F_GETFL) & O_ACCMODE) == O_WRONLY;
@@ -82,7 +83,7 @@ using namespace Vyn::Test;
 
 constexpr qsizetype kNoLimit = qsizetype{1} << 40;
 
-/// A full disk: files cannot grow beyond this size. Nobody is root enough to exceed it.
+/// Lets files grow up to \a size, like a full disk. The limit holds for root too.
 void limitFiles(qsizetype size)
 {
     std::signal(SIGXFSZ, SIG_IGN);
@@ -144,7 +145,7 @@ int main()
         {"no fchmod", {{SYS_fchmod, EPERM}}, kNoLimit, true},
         {"no link", {{SYS_link, EPERM}}, kNoLimit, true},
         {"no renameat2", {{SYS_renameat2, EINVAL}}, kNoLimit, true},
-        {"neither", {{SYS_renameat2, EINVAL}, {SYS_link, EPERM}}, kNoLimit, true},
+        {"no renameat2, no link", {{SYS_renameat2, EINVAL}, {SYS_link, EPERM}}, kNoLimit, true},
         {"an exceeded quota", {{SYS_close, EDQUOT}}, kNoLimit, false},
         {"a broken disk", {{SYS_fsync, EIO}, {SYS_syncfs, EIO}}, kNoLimit, false},
     };

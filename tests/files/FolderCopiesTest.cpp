@@ -30,7 +30,7 @@ protected:
     }
 };
 
-TEST_F(FolderCopies, HaveAllThatIsHiddenOrEmptyOrFarDown)
+TEST_F(FolderCopies, CopyHiddenEmptyAndDeepFolders)
 {
     const std::string name(100, 'x');
     make("source/a.txt=a, source/.b/.c/d=d, source/empty/, source/" + name + '/' + name + '/' +
@@ -40,7 +40,7 @@ TEST_F(FolderCopies, HaveAllThatIsHiddenOrEmptyOrFarDown)
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
-TEST_F(FolderCopies, CanBeOfQtResources)
+TEST_F(FolderCopies, CopyQtResources)
 {
     ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
     EXPECT_TRUE(copyRecursively(u":/ovrabase-test"_s, path("copy")));
@@ -61,7 +61,7 @@ TEST_F(FolderCopies, ReportWhatCannotBeCopiedAndGoOn)
     expectNotCopied({u"/%1"_s, u"/empty"_s, u"/sub/b"_s});
 }
 
-TEST_F(FolderCopies, FailForAPathThatIsNoFolder)
+TEST_F(FolderCopies, FailForAPathThatIsNotAFolder)
 {
     make("source/file");
     EXPECT_FALSE(copyRecursively({}, path("copy")));
@@ -71,7 +71,7 @@ TEST_F(FolderCopies, FailForAPathThatIsNoFolder)
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
-TEST_F(FolderCopies, IntoTheSourceHaveWhatItHeldBefore)
+TEST_F(FolderCopies, IntoTheSourceCopyWhatItHeldBefore)
 {
     make("source/a=a, source/copy/old=old");
     EXPECT_TRUE(copyRecursively(path("source"), u"copy"_s)); // in the source
@@ -90,7 +90,7 @@ TEST_F(FolderCopies, PassOverWhatIsNeitherFileNorFolder)
     EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
-/// Twenty folders would come in twenty factorial times.
+/// Without a limit, twenty folders would be copied in each of their twenty factorial orders.
 TEST_F(FolderCopies, EndForFoldersThatLinkToEachOther)
 {
     constexpr int kFolders = 20;

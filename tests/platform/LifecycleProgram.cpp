@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Objects that lose their last owner before, at and after the end of the application object: each
-// dies once, and while the GUI is there if it had to wait. The process ends with 0 when all is as
-// it should be.
+// Objects lose their last owner before, at and after the end of the application object. Each must
+// be deleted once, and one that had to wait before the GUI ends. The process ends with 0 if they
+// are.
 
 #include "support/RecordedLog.h"
 #include "support/Require.h"
@@ -43,7 +43,7 @@ std::shared_ptr<QObject> makeModel()
     return {new Model, QObjectDeleteLater()};
 }
 
-// So many that the test runs into its time limit if each death costs time for all that wait.
+// So many that the test reaches its time limit if deleting one takes time for each that waits.
 constexpr int kMany = 200'000;
 constexpr int kWaiting = 3 + kMany;
 constexpr int kApplications = 2;

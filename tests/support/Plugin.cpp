@@ -18,7 +18,8 @@
 using namespace Vyn::Test;
 using Vyn::OvraBase::ServiceLocator;
 
-/// Registers the plug-in's service and answers with the number of the application's, 0 without one.
+/// Registers the plug-in's service. Returns the number of the application's service, 0 if it has
+/// none.
 extern "C" PLUGIN_EXPORT int plugInServices()
 {
     auto &locator = *ServiceLocator::instance();

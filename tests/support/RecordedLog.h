@@ -46,7 +46,7 @@ public:
         return mRecorder->records;
     }
 
-    /// Returns what was recorded and begins anew.
+    /// Returns the records and forgets them.
     std::vector<Record> take()
     {
         const std::lock_guard lock(mRecorder->mutex);

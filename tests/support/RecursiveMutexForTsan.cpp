@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// Shows Qt's recursive mutex to ThreadSanitizer. QMutex tells it of itself in its header; this one
-/// locks inside Qt, which is not instrumented. The program's definitions come before Qt's.
+/// Tells ThreadSanitizer about Qt's recursive mutex, which locks inside Qt, where nothing is
+/// instrumented. (QMutex does so itself, in its header.) The functions of the program replace those
+/// of Qt, because the loader finds them first.
 
 #include <QMutex>
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Runs where the loader finds an empty file in FreeImage's place. The process ends with 0 when svg
-// is the only image extension, and one record says so.
+// Runs where the loader finds an empty file instead of FreeImage. The process ends with 0 if svg is
+// the only image extension and one warning is logged.
 
 #include "support/RecordedLog.h"
 #include "support/Require.h"
