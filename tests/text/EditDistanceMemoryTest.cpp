@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstddef>
 
 namespace {
@@ -13,7 +14,7 @@ thread_local std::size_t requestedBytes = 0;
 
 } // namespace
 
-// In the place of the one that the standard library and Qt allocate with.
+// Replaces the function that the standard library and Qt allocate with.
 extern "C" void *__libc_malloc(std::size_t size);
 extern "C" void *malloc(std::size_t size) noexcept
 {
@@ -32,45 +33,33 @@ std::size_t bytesRequestedBy(Work work)
     return requestedBytes - before;
 }
 
-/// A text whose units are all different, beginning with \a first.
+/// Returns a text whose units are all different, beginning with \a first.
 QString distinct(qsizetype size, char16_t first)
 {
     QString result(size, Qt::Uninitialized);
-    for (QChar &unit : result) {
-        unit = QChar(first++);
-    }
+    std::generate(result.begin(), result.end(), [&first] { return QChar(first++); });
     return result;
 }
 
-TEST(EditDistanceMemory, IsNoneForTextsOfUpTo128Units)
+TEST(EditDistanceMemory, IsNoneForTextsOfUpTo128UnitsAndAByteForEachUnitOfALongText)
 {
     const QString a = distinct(128, u'0');
     const QString b = distinct(128, 0x0400);
     const DamerauLevenshteinMatcher matcher(a);
-
     EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinDistance(a, b); }), 0U);
     EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinSubstringDistance(b, a); }), 0U);
     EXPECT_EQ(bytesRequestedBy([&] { matcher.distance(b); }), 0U);
     EXPECT_EQ(bytesRequestedBy([&] { matcher.distance(b, 200); }), 0U);
     EXPECT_EQ(bytesRequestedBy([&] { matcher.substringDistance(b); }), 0U);
-}
 
-TEST(EditDistanceMemory, IsAByteForEachUnitOfALongText)
-{
-    const QString a = distinct(20'000, 0);
-    const QString b = distinct(20'000, 10'000);
-    const QString c = distinct(2'000, 15'000);
-
-    EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinDistance(a, b); }), 20'000U);
-    EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinSubstringDistance(a, c); }), 2'000U);
-}
-
-TEST(EditDistanceMemory, OfAMatcherIsOneAndAHalfKibibytesFor64Units)
-{
-    constexpr std::size_t kBands = 20'000 / 64 + 1;
-    const QString a = distinct(20'000, 0);
-    EXPECT_THAT(bytesRequestedBy([&] { const DamerauLevenshteinMatcher made(a); }),
-        testing::AllOf(testing::Gt(kBands * 1024), testing::Lt(kBands * 1600)));
+    constexpr std::size_t kUnits = 20'000;
+    const QString c = distinct(kUnits, 0);
+    const QString d = distinct(kUnits, 10'000);
+    EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinDistance(c, d); }), kUnits);
+    EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinSubstringDistance(c, b); }), 128U);
+    // A matcher takes 1.5 KiB for every 64 units.
+    EXPECT_THAT(bytesRequestedBy([&] { const DamerauLevenshteinMatcher made(c); }),
+        testing::AllOf(testing::Gt(kUnits * 16), testing::Lt(kUnits * 25)));
 }
 
 } // namespace

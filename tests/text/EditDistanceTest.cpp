@@ -8,9 +8,9 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <random>
+#include <utility>
 
 namespace Vyn::OvraBase::StringUtils {
 namespace {
@@ -21,137 +21,109 @@ using Vyn::Test::expectedDistances;
 
 constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
 
-EditDistances limited(const EditDistances &distances, std::uint64_t limit)
-{
-    const auto cap = [limit](std::uint64_t d) { return d > limit ? limit + 1 : d; };
-    return {cap(distances.whole), cap(distances.part)};
-}
-
 void expectDistances(const QString &a, const QString &b, const EditDistances &expected)
 {
-    const DamerauLevenshteinMatcher matcher(a);
+    SCOPED_TRACE(a.toStdString() + " | " + b.toStdString());
     const EditDistances byFunctions{
         damerauLevenshteinDistance(a, b), damerauLevenshteinSubstringDistance(a, b)};
+    ASSERT_EQ(byFunctions, expected);
+    const DamerauLevenshteinMatcher matcher(a);
     const EditDistances byMatcher{matcher.distance(b), matcher.substringDistance(b)};
-    ASSERT_EQ(byFunctions, expected) << qPrintable(a) << " | " << qPrintable(b);
-    ASSERT_EQ(byMatcher, expected) << qPrintable(a) << " | " << qPrintable(b);
+    ASSERT_EQ(byMatcher, expected);
     for (const std::uint64_t limit : {std::uint64_t{0}, std::uint64_t{3}, expected.part,
              expected.whole / 2, expected.whole - 1, expected.whole, kNoLimit - 1, kNoLimit}) {
+        const auto capped = [limit](std::uint64_t d) { return d > limit ? limit + 1 : d; };
         const EditDistances within{matcher.distance(b, limit), matcher.substringDistance(b, limit)};
-        ASSERT_EQ(within, limited(expected, limit))
-            << qPrintable(a) << " | " << qPrintable(b) << ", limit " << limit;
+        ASSERT_EQ(within, (EditDistances{capped(expected.whole), capped(expected.part)}))
+            << "limit " << limit;
     }
 }
 
-struct Row {
-    const char *name;
-    QString a;
-    QString b;
-    EditDistances expected;
-};
-
-TEST(EditDistance, OfNamedCases)
+// These rows also check expectedDistances(), which the next test relies on.
+TEST(EditDistance, CountsUnitsAndSwappedPairs)
 {
-    const QString a64(64, u'a');
-    const std::array rows{
-        Row{"both empty", {}, {}, {0, 0}},
-        Row{"empty pattern", {}, u"abc"_s, {3, 0}},
-        Row{"empty text", u"abc"_s, {}, {3, 3}},
-        Row{"swapped pair", u"ab"_s, u"ba"_s, {1, 1}},
-        Row{"a swapped pair is not edited again", u"ca"_s, u"abc"_s, {3, 1}},
-        Row{"case counts", u"Abc"_s, u"abc"_s, {1, 1}},
-        Row{"part found", u"abc"_s, u"xxabcxx"_s, {4, 0}},
-        Row{"part nearly found", u"abd"_s, u"xxabcxx"_s, {5, 1}},
-        Row{"the order of the arguments counts for parts", u"xxabcxx"_s, u"abc"_s, {4, 4}},
-        Row{"surrogate pairs are two units", u"\U0001F600"_s, u"x"_s, {2, 2}},
-        Row{"one half of a pair differs", u"\U0001F600"_s, u"\U0001F601"_s, {1, 1}},
-        Row{"a composed letter is not its parts", u"\u00E9"_s, u"e\u0301"_s, {2, 1}},
-        Row{"same low byte", u"a\u0161\u0261a"_s, u"a\u0261\u0161\u0361"_s, {2, 2}},
-        // Bands are cut from the end.
-        Row{"a swap across the border of a band", u'x' + a64 + u"bc"_s + a64.chopped(2) + u'y',
-            u'z' + a64 + u"cb"_s + a64.chopped(2) + u'w', {3, 3}},
-    };
-    for (const Row &row : rows) {
+    const struct {
+        const char *name;
+        QString a, b;
+        EditDistances expected;
+    } rows[] = {{"both empty", {}, {}, {0, 0}}, {"empty pattern", {}, u"abc"_s, {3, 0}},
+        {"empty text", u"abc"_s, {}, {3, 3}}, {"swapped pair", u"ab"_s, u"ba"_s, {1, 1}},
+        {"a swapped pair is not edited again", u"ca"_s, u"abc"_s, {3, 1}},
+        {"case", u"Abc"_s, u"abc"_s, {1, 1}}, {"part", u"abc"_s, u"xxabcxx"_s, {4, 0}},
+        {"part of the pattern", u"xxabcxx"_s, u"abc"_s, {4, 4}},
+        {"two units of a surrogate pair", u"\U0001F600"_s, u"x"_s, {2, 2}},
+        {"a composed letter and its parts", u"\u00E9"_s, u"e\u0301"_s, {2, 1}}};
+    for (const auto &row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(expectedDistances(row.a, row.b), row.expected);
         expectDistances(row.a, row.b, row.expected);
     }
 }
 
-/// Makes pairs of texts over alphabets of different kinds, often near to each other.
-class Pairs {
+/// Makes texts over alphabets of different kinds.
+class Texts {
 public:
-    std::size_t below(std::size_t limit) { return mRandom() % limit; }
-
-    /// Chooses an alphabet, then lengths: mostly short ones, sometimes next to a multiple of 64.
-    std::pair<QString, QString> next()
+    qsizetype below(qsizetype limit)
     {
-        static constexpr std::array<std::size_t, 6> kSizes = {1, 2, 4, 26, 300, 60000};
-        static constexpr std::array<unsigned, 4> kStarts = {u'a', 0x00F0, 0x0430, 0xD7F0};
-        mLetters = kSizes[below(kSizes.size())];
-        mFirst = kStarts[below(kStarts.size())];
+        return static_cast<qsizetype>(mRandom() % static_cast<std::size_t>(limit));
+    }
+
+    /// Chooses an alphabet and makes two texts, half of them near to each other. Most are short,
+    /// some have a size next to a multiple of 64.
+    std::pair<QString, QString> pair()
+    {
+        static constexpr int kSizes[] = {1, 2, 4, 26, 300, 60000};
+        static constexpr int kStarts[] = {u'a', 0x00F0, 0x0430, 0xD7F0};
+        mLetters = kSizes[below(6)];
+        mFirst = kStarts[below(4)];
         mStep = below(4) == 0 ? 256 : 1;
-        const QString a = text(length());
-        return {a, below(2) == 0 ? text(length()) : edited(a)};
+        const auto size = [this] {
+            return below(20) != 0 ? below(13) : (1 + below(2)) * 64 + below(3) - 1;
+        };
+        const QString a = text(size());
+        if (below(2) == 0) {
+            return {a, text(size())};
+        }
+        QString b = a;
+        for (qsizetype edits = below(5); edits > 0; --edits) {
+            const qsizetype at = below(b.size() + 1);
+            b.replace(at, below(2), text(below(2)));
+            std::reverse(b.begin() + at, b.begin() + std::min(at + below(3), b.size()));
+        }
+        return {a, b};
     }
 
 private:
-    std::size_t length() { return below(20) != 0 ? below(13) : (1 + below(2)) * 64 + below(3) - 1; }
-
-    QChar unit() { return QChar(static_cast<char16_t>(mFirst + below(mLetters) * mStep)); }
-
-    QString text(std::size_t size)
+    QString text(qsizetype size)
     {
-        QString result;
-        while (static_cast<std::size_t>(result.size()) < size) {
-            result += unit();
-        }
+        QString result(size, Qt::Uninitialized);
+        std::generate(result.begin(), result.end(),
+            [this] { return QChar(static_cast<char16_t>(mFirst + below(mLetters) * mStep)); });
         return result;
     }
 
-    QString edited(QString text)
-    {
-        for (std::size_t edits = below(5); edits > 0; --edits) {
-            const auto at =
-                static_cast<qsizetype>(below(static_cast<std::size_t>(text.size()) + 1));
-            if (const std::size_t kind = below(3); kind == 0) {
-                text.insert(at, unit());
-            } else if (kind == 1) {
-                text.remove(at, 1);
-            } else {
-                std::reverse(text.begin() + at, text.begin() + std::min(at + 2, text.size()));
-            }
-        }
-        return text;
-    }
-
     std::mt19937 mRandom{2003};
-    std::size_t mLetters = 1;
-    std::size_t mStep = 1;
-    unsigned mFirst = 0;
+    int mLetters = 1;
+    int mFirst = 0;
+    int mStep = 1;
 };
 
 TEST(EditDistance, IsThatOfTheDefinition)
 {
-    Pairs pairs;
-    for (int i = 0; i < 20'000 && !testing::Test::HasFailure(); ++i) {
-        const auto [a, b] = pairs.next();
-        expectDistances(a, b, expectedDistances(a, b));
-    }
-    // Of many bands, most of them near to each other.
-    for (int i = 0; i < 60 && !testing::Test::HasFailure(); ++i) {
-        const auto size = static_cast<qsizetype>(129 + pairs.below(500));
-        std::pair<QString, QString> texts;
-        while (texts.first.size() < size) {
-            const auto [a, b] = pairs.next();
-            texts.first += a;
-            texts.second += pairs.below(8) == 0 ? b : a;
+    Texts texts;
+    for (int i = 0; i < 20'000 && !HasFailure(); ++i) {
+        auto [a, b] = texts.pair();
+        // Every 300th pair has many bands and is mostly alike.
+        for (const auto size = i % 300 == 0 ? 129 + texts.below(500) : 0; a.size() < size;) {
+            const auto [c, d] = texts.pair();
+            a += c;
+            b += texts.below(8) == 0 ? d : c;
         }
-        expectDistances(texts.first, texts.second, expectedDistances(texts.first, texts.second));
+        expectDistances(a, b, expectedDistances(a, b));
     }
 }
 
-TEST(DamerauLevenshteinMatcher, OutlivesWhatItWasMadeFrom)
+TEST(EditDistance, OfAMatcherNeedsNothingThatItWasMadeFrom)
 {
     DamerauLevenshteinMatcher copy(u"other"_s);
     {
