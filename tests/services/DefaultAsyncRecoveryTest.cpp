@@ -23,133 +23,103 @@
 namespace Vyn::OvraBase {
 namespace {
 
-using Test::onThreads;
-using Test::Operation;
-using Test::Record;
-using Test::RecordedLog;
-using testing::ElementsAre;
+using namespace Test;
 
-TEST(Future, KnowsItsOperationAndWhenItHasEnded)
-{
-    const Vyn::future<void> none{Vyn::future<void>::backend_type()};
-    EXPECT_FALSE(none.valid());
-    EXPECT_FALSE(none.isReady());
-    none.await();
-    EXPECT_FALSE(none == Vyn::future<void>(none));
-
-    Operation good;
-    Operation bad;
-    const auto copy = good.future;
-    EXPECT_TRUE(copy == good.future);
-    EXPECT_FALSE(bad.future == good.future);
-    EXPECT_FALSE(none == good.future);
-    EXPECT_TRUE(copy.valid());
-    EXPECT_FALSE(copy.isReady());
-    good.finish();
-    bad.fail();
-    for (const auto &ended : {copy, bad.future}) {
-        EXPECT_TRUE(ended.isReady());
-        EXPECT_NO_THROW(ended.await());
-    }
-}
-
-TEST(DefaultAsyncRecovery, RegistersAnOperationOnceAndAnIdOnce)
-{
-    const RecordedLog log;
-    Operation load;
-    Operation save;
-    DefaultAsyncRecovery registry;
-    EXPECT_EQ(registry.dumpRegistry(), "");
-
-    registry.registerRecoverable(7, load.future, QStringLiteral("lädt %2"));
-    registry.registerRecoverable(7, save.future, QStringLiteral("dropped"));
-    EXPECT_EQ(registry.dumpRegistry(), "7: lädt %2\n");
-    EXPECT_THAT(log.records(), ElementsAre());
-
-    registry.registerRecoverable(8, load.future, QStringLiteral("again %3"));
-    EXPECT_EQ(registry.registrySize(), 1U);
-    EXPECT_THAT(log.records(),
-        ElementsAre(Record{2,
-            "Debug: DefaultAsyncRecovery.cpp:49 "
-            "Vyn::OvraBase::DefaultAsyncRecovery::registerRecoverable()",
-            "The future with description <again %3> was already registered with id 7 and "
-            "description <lädt %2>"}));
-
-    registry.unregisterRecoverable(8);
-    EXPECT_EQ(registry.registrySize(), 1U);
-    registry.unregisterRecoverable(7);
-    EXPECT_EQ(registry.registrySize(), 0U);
-    registry.registerRecoverable(1, {}, {});
-    registry.registerRecoverable(2, {}, {});
-    EXPECT_EQ(registry.registrySize(), 2U) << "invalid futures are not one operation";
-}
-
-TEST(DefaultAsyncRecovery, MayBeCalledByTheDelegateOfItsOwnRecord)
-{
-    struct Dumping : Core::Log::LogDelegate {
-        void log(int, const QString &, const QString &) override { dump = registry.dumpRegistry(); }
-        DefaultAsyncRecovery registry;
-        std::string dump;
-    };
-    const RecordedLog bound;
-    const auto delegate = std::make_shared<Dumping>();
-    const Core::Log::ScopedPushLogDelegate registration(delegate);
-    Operation load;
-    delegate->registry.registerRecoverable(1, load.future, QStringLiteral("load"));
-    delegate->registry.registerRecoverable(1, load.future, QStringLiteral("load"));
-    EXPECT_EQ(delegate->dump, "1: load\n");
-}
-
-TEST(DefaultAsyncRecovery, WaitsForNothingWhereNobodyRecovers)
-{
-    Operation endless;
-    const auto destroyRegistryWith = [](const Vyn::future<void> &future) {
-        DefaultAsyncRecovery().registerRecoverable(1, future, {});
-    };
-    destroyRegistryWith(endless.future); // no locator
-    ServiceLocator::start();
-    destroyRegistryWith(endless.future); // no recovery service
-    auto service = std::make_unique<DefaultAsyncRecovery>();
-    service->registerRecoverable(1, endless.future, {});
-    EXPECT_TRUE(ServiceLocator::instance()->registerService(std::move(service)));
-    destroyRegistryWith({}); // no operation
-    ServiceLocator::stop();
-    EXPECT_FALSE(endless.future.isReady());
-    endless.finish();
-}
-
-/// A registry of its own beside the recovery service of a started locator: this is the one that
-/// waits at its end.
-struct WaitingRegistry : testing::Test {
-    WaitingRegistry()
+/// A registry apart from the recovery service of a started locator. Its destructor waits.
+struct DefaultAsyncRecoveryTest : testing::Test {
+    DefaultAsyncRecoveryTest()
     {
         ServiceLocator::start();
         EXPECT_TRUE(
             ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>()));
-        registry->registerRecoverable(1, operation.future, {});
+        registry->registerRecoverable(7, operation.future, QStringLiteral("lädt %2"));
     }
-    void TearDown() override { ServiceLocator::stop(); }
+    ~DefaultAsyncRecoveryTest() override { ServiceLocator::stop(); }
 
     Operation operation;
     std::unique_ptr<DefaultAsyncRecovery> registry = std::make_unique<DefaultAsyncRecovery>();
 };
 
-TEST_F(WaitingRegistry, TurnsEventsOnTheMainThread)
+TEST_F(DefaultAsyncRecoveryTest, KnowsTheOperationsOfFuturesAndWhenTheyHaveEnded)
 {
-    // Only the event loop can end the operation, and not at its first turn.
-    const auto end = [this, waiting = registry.get()] {
-        waiting->unregisterRecoverable(1);
-        operation.finish();
-    };
-    QTimer::singleShot(10, QCoreApplication::instance(), end);
-    registry.reset();
-    EXPECT_TRUE(operation.future.isReady());
+    const Vyn::future<void> none{Vyn::future<void>::backend_type()};
+    EXPECT_FALSE(none.valid() || none.isReady() || none == Vyn::future<void>(none));
+    none.await();
+
+    Operation other;
+    const auto copy = operation.future;
+    EXPECT_TRUE(copy == operation.future);
+    EXPECT_FALSE(other.future == copy || none == copy);
+    EXPECT_TRUE(copy.valid());
+    EXPECT_FALSE(copy.isReady());
+    operation.finish();
+    other.finish(false);
+    for (const auto &ended : {copy, other.future}) {
+        EXPECT_TRUE(ended.isReady());
+        EXPECT_NO_THROW(ended.await());
+    }
 }
 
-TEST_F(WaitingRegistry, LetsTheDeferredDeleteThatEndsAnOperationRun)
+TEST_F(DefaultAsyncRecoveryTest, LogsASecondRegistrationOfAnOperationAndIgnoresThatOfAnId)
 {
+    const RecordedLog log;
+    // The record is logged without the lock.
+    struct Dumping : Core::Log::LogDelegate {
+        void log(int, const QString &, const QString &) override
+        {
+            dump = registry->dumpRegistry();
+        }
+        DefaultAsyncRecovery *registry = nullptr;
+        std::string dump;
+    };
+    const auto dumping = std::make_shared<Dumping>();
+    dumping->registry = registry.get();
+    const Core::Log::ScopedPushLogDelegate registration(dumping);
+
+    Operation save;
+    registry->registerRecoverable(7, save.future, QStringLiteral("dropped"));
+    registry->registerRecoverable(8, operation.future, QStringLiteral("again %3"));
+    EXPECT_EQ(dumping->dump, "7: lädt %2\n");
+    EXPECT_THAT(log.records(),
+        testing::ElementsAre(Record{2,
+            "Debug: DefaultAsyncRecovery.cpp:49 "
+            "Vyn::OvraBase::DefaultAsyncRecovery::registerRecoverable()",
+            "The future with description <again %3> was already registered with id 7 and "
+            "description <lädt %2>"}));
+
+    registry->unregisterRecoverable(8);
+    EXPECT_EQ(registry->registrySize(), 1U);
+    registry->unregisterRecoverable(7);
+    EXPECT_EQ(registry->registrySize(), 0U);
+    registry->registerRecoverable(1, {}, {});
+    registry->registerRecoverable(2, {}, {});
+    EXPECT_EQ(registry->registrySize(), 2U) << "invalid futures are not one operation";
+}
+
+TEST_F(DefaultAsyncRecoveryTest, WaitsForNothingWhereNobodyRecovers)
+{
+    ServiceLocator::stop();
+    registry = std::make_unique<DefaultAsyncRecovery>(); // no locator
+    registry->registerRecoverable(1, operation.future, {});
+    ServiceLocator::start();
+    registry = std::make_unique<DefaultAsyncRecovery>(); // no recovery service
+    registry->registerRecoverable(1, operation.future, {});
+    EXPECT_TRUE(ServiceLocator::instance()->registerService(std::move(registry)));
+    DefaultAsyncRecovery().registerRecoverable(1, {}, {}); // no operation
+    ServiceLocator::stop();
+    EXPECT_FALSE(operation.future.isReady());
+}
+
+TEST_F(DefaultAsyncRecoveryTest, RunsEventsAndEarlierDeferredDeletesOnTheMainThreadWhileItWaits)
+{
+    // The operation ends later than the deferred delete, and so not when the wait first looks.
     auto *const worker = new QObject;
-    QObject::connect(worker, &QObject::destroyed, [this] { operation.finish(); });
+    QObject::connect(worker, &QObject::destroyed, [this, waiting = registry.get()] {
+        QTimer::singleShot(10, QCoreApplication::instance(), [this, waiting] {
+            waiting->unregisterRecoverable(7);
+            operation.finish();
+        });
+    });
     worker->deleteLater();
     bool isRescued = false;
     QTimer rescue;
@@ -157,32 +127,33 @@ TEST_F(WaitingRegistry, LetsTheDeferredDeleteThatEndsAnOperationRun)
     rescue.start(5000);
     registry.reset();
     EXPECT_FALSE(isRescued);
+    EXPECT_TRUE(operation.future.isReady());
 }
 
-TEST_F(WaitingRegistry, BlocksAnyOtherThreadUntilTheOperationFails)
+TEST_F(DefaultAsyncRecoveryTest, BlocksAnyOtherThreadUntilTheOperationFails)
 {
     auto destroyed = std::async(std::launch::async, [this] { registry.reset(); });
     EXPECT_EQ(destroyed.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
-    operation.fail();
+    operation.finish(false);
     destroyed.get();
 }
 
-TEST(DefaultAsyncRecovery, ServesEightThreads)
+TEST_F(DefaultAsyncRecoveryTest, ServesEightThreads)
 {
     constexpr std::size_t kIds = 320;
     for (int round = 0; round < 20; ++round) {
-        DefaultAsyncRecovery registry;
+        DefaultAsyncRecovery shared;
         onThreads(8, [&](int first) {
             for (auto id = static_cast<std::size_t>(first); id < kIds; id += 8) {
-                registry.registerRecoverable(id, Operation().future, QStringLiteral("x"));
-                EXPECT_NE(registry.dumpRegistry(), "");
+                shared.registerRecoverable(id, Operation().future, QStringLiteral("x"));
+                EXPECT_NE(shared.dumpRegistry(), "");
                 if (id % 16 >= 8) {
-                    registry.unregisterRecoverable(id);
+                    shared.unregisterRecoverable(id);
                 }
             }
         });
-        const std::string dump = registry.dumpRegistry();
-        ASSERT_EQ(registry.registrySize(), kIds / 2);
+        const std::string dump = shared.dumpRegistry();
+        ASSERT_EQ(shared.registrySize(), kIds / 2);
         ASSERT_EQ(std::count(dump.begin(), dump.end(), '\n'), kIds / 2);
     }
 }

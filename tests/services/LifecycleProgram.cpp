@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// A process from its first static to its last: logs before main(), stops, starts again, and ends
-// without stopping. It ends with 0 only if the service that is destroyed last says so: to services,
-// the library is whole until their end.
+// Logs before main(), stops and starts the locator, and exits without stopping it. A process of its
+// own, because it tests the order of statics. It exits with 0 if the last service finds all that it
+// uses at its end.
 
 #include "services/Operation.h"
 #include "support/RecordedLog.h"
@@ -30,15 +30,11 @@ namespace {
 using namespace Vyn::OvraBase;
 using Vyn::Test::require;
 
-struct BeforeMain {
-    BeforeMain()
-    {
-        ServiceLocator::stop();
-        require(!ServiceLocator::started(), "no locator before start()");
-        logger(Debug).error("early") << "dropped";
-    }
-};
-const BeforeMain gBeforeMain;
+const bool gStartedBeforeMain = [] {
+    ServiceLocator::stop();
+    logger(Debug).error("early") << "dropped";
+    return ServiceLocator::started();
+}();
 
 QObject *gGuarded = nullptr;
 
@@ -57,21 +53,21 @@ void useWhatIsKept()
     require(stringToMeter(QStringLiteral("2 km"), {}) == 2000, "length units are known");
     require(getSharedLibraryExtension() == QStringLiteral(".dll"), "the extension is there");
     require(FileUtils::isImageExt(QStringLiteral("png")), "image extensions are known");
-    const QString file = QStringLiteral("/file");
-    require(FileUtils::getAppDataAbsolutePath(file.sliced(1)).endsWith(file), "the data's folder");
-    require(FileUtils::getDocumentsAbsolutePath(file.sliced(1)).endsWith(file), "the documents'");
+    const QString file = QStringLiteral("file");
+    require(FileUtils::getAppDataAbsolutePath(file).endsWith(u"/file"), "the data's folder");
+    require(FileUtils::getDocumentsAbsolutePath(file).endsWith(u"/file"), "the documents'");
     require(!FileUtils::safeApplicationDirPath().isEmpty(), "the application's folder");
-    require(
-        logStr(QVariant(1)) == QStringLiteral("QVariant(1 as int)"), "variants have their form");
+    require(logStr(QVariant(1)).contains(u"1 as int"), "variants have their form");
 }
 
 /// Logs and looks services up at its end, and holds an operation that never ends.
 struct Farewell : Service {
     OVRABASE_SERVICE_TYPE_ID(Vyn::Test::Farewell)
 
-    explicit Farewell(Vyn::future<void> pending)
+    Farewell(const Vyn::future<void> &endless, bool last)
+        : isLast(last)
     {
-        recovery.registerRecoverable(1, std::move(pending), QStringLiteral("endless"));
+        recovery->registerRecoverable(1, endless, QStringLiteral("endless"));
     }
     ~Farewell() override
     {
@@ -79,18 +75,14 @@ struct Farewell : Service {
         require(ServiceLocator::instance() == nullptr, "looking a service up finds no locator");
         useWhatIsKept();
         logger(Debug).info("late") << "farewell";
+        recovery.reset();
+        if (isLast) {
+            std::_Exit(0);
+        }
     }
 
-    struct Verdict {
-        ~Verdict()
-        {
-            if (isSuccess) {
-                std::_Exit(0);
-            }
-        }
-        bool isSuccess = false;
-    } verdict;
-    DefaultAsyncRecovery recovery; // ends before the verdict
+    bool isLast;
+    std::unique_ptr<DefaultAsyncRecovery> recovery = std::make_unique<DefaultAsyncRecovery>();
 };
 
 } // namespace Vyn::Test
@@ -106,24 +98,21 @@ int main(int argc, char **argv)
     setForbidStealingOwnershipFuction(
         [target = std::make_shared<QObject **>(&gGuarded)](QObject *object) { **target = object; });
 
-    ServiceLocator::start();
-    require(ServiceLocator::instance()->registerService(std::make_unique<Farewell>(endless.future)),
-        "the first service is registered");
-    require(ServiceLocator::instance()->registerService(std::make_unique<DefaultAsyncRecovery>()),
-        "the second service is registered");
-    ServiceLocator::start();
-    require(ServiceLocator::instance()->service<Farewell>() != nullptr, "a second start is none");
-    ServiceLocator::stop();
-    require(log.records().size() == 1, "early records are dropped, those of the end are not");
-    ServiceLocator::stop();
-
-    ServiceLocator::start();
-    auto &second = *ServiceLocator::instance();
-    require(second.service<Farewell>() == nullptr, "a new locator is empty");
-    auto farewell = std::make_unique<Farewell>(endless.future);
-    farewell->verdict.isSuccess = true;
-    require(second.registerService(std::move(farewell)) &&
-                second.registerService(std::make_unique<DefaultAsyncRecovery>()),
-        "services are registered again");
+    require(!gStartedBeforeMain, "no locator before start()");
+    for (const bool isLast : {false, true}) {
+        ServiceLocator::start();
+        require(!ServiceLocator::instance()->service<Farewell>(), "a new locator is empty");
+        const auto locator = ServiceLocator::instance();
+        require(locator->registerService(std::make_unique<Farewell>(endless.future, isLast)) &&
+                    locator->registerService(std::make_unique<DefaultAsyncRecovery>()),
+            "both services are registered");
+        ServiceLocator::start();
+        require(ServiceLocator::instance()->service<Farewell>(), "a second start does nothing");
+        if (!isLast) {
+            ServiceLocator::stop();
+            require(log.records().size() == 1, "early records are dropped, late ones are not");
+            ServiceLocator::stop();
+        }
+    }
     return 1; // unless the end of the process stops the locator
 }

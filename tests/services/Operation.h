@@ -14,48 +14,35 @@
 
 namespace Vyn::Test {
 
-/// An operation that ends when the test says so.
+/// An operation that ends, well or with an error, when finish() is called.
 class Operation {
+    static void end(bool isSuccess)
+    {
+        if (!isSuccess) {
+            throw std::runtime_error("failed");
+        }
+    }
+
 #if OVRABASE_HAS_STLAB
-    stlab::packaged_task<bool> mTask;
+    std::pair<stlab::packaged_task<bool>, Vyn::future<void>::backend_type> mTask =
+        stlab::package<void(bool)>(stlab::immediate_executor, &end);
 
 public:
-    Operation()
+    void finish(bool isSuccess = true)
     {
-        auto [task, backend] = stlab::package<void(bool)>(stlab::immediate_executor, [](bool good) {
-            if (!good) {
-                throw std::runtime_error("failed");
-            }
-        });
-        mTask = std::move(task);
-        future = backend;
+        mTask.first(isSuccess);
     }
-    void finish()
-    {
-        mTask(true);
-    }
-    void fail()
-    {
-        mTask(false);
-    }
+    Vyn::future<void> future{mTask.second};
 #else
-    std::promise<void> mPromise;
+    std::packaged_task<void(bool)> mTask{&end};
 
 public:
-    Operation()
-        : future(mPromise.get_future().share())
+    void finish(bool isSuccess = true)
     {
+        mTask(isSuccess);
     }
-    void finish()
-    {
-        mPromise.set_value();
-    }
-    void fail()
-    {
-        mPromise.set_exception(std::make_exception_ptr(std::runtime_error("failed")));
-    }
+    Vyn::future<void> future{mTask.get_future().share()};
 #endif
-    Vyn::future<void> future;
 };
 
 } // namespace Vyn::Test
