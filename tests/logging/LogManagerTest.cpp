@@ -7,15 +7,17 @@
 #include <ovrabase/logging/LogManager.h>
 #include <ovrabase/logging/Logger.h>
 
+#include <QScopeGuard>
+
 #include <gmock/gmock.h>
 
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <functional>
 #include <future>
 #include <map>
 #include <memory>
-#include <numeric>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -26,26 +28,17 @@
 namespace Vyn::Core::Log {
 namespace {
 
-using Test::onThreads;
-using Test::Record;
-using Test::RecordedLog;
-using testing::AllOf;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::Pair;
-using testing::StartsWith;
+using namespace Test;
+using namespace testing;
 
 struct Calling : LogDelegate {
+    explicit Calling(std::function<void(const QString &)> called)
+        : function(std::move(called))
+    {
+    }
     void log(int, const QString &, const QString &message) override { function(message); }
     std::function<void(const QString &)> function;
 };
-
-std::shared_ptr<Calling> calling(std::function<void(const QString &)> function)
-{
-    const auto delegate = std::make_shared<Calling>();
-    delegate->function = std::move(function);
-    return delegate;
-}
 
 void say(const char *message)
 {
@@ -57,37 +50,32 @@ Record said(const char *message)
     return {0, "c", message};
 }
 
-TEST(LogManager, ARecordOfADelegateFollowsTheOneBeingDelivered)
+TEST(LogManager, DeliversWhatABrokenDelegateLogsAfterWhatItTakes)
 {
+    QString text = QStringLiteral("a");
     int inside = 0;
-    const ScopedPushLogDelegate echo(calling([&](const QString &message) {
+    const ScopedPushLogDelegate null(nullptr);
+    const ScopedPushLogDelegate broken(std::make_shared<Calling>([&](const QString &message) {
         EXPECT_EQ(++inside, 1) << "nested delivery";
         if (message == QStringLiteral("a")) {
             say("b");
             say("c");
         }
+        const_cast<QString &>(message).append(u'!');
+        text.append(u'?');
         --inside;
+        throw std::runtime_error("broken");
     }));
     const RecordedLog later;
-    say("a");
+    EXPECT_NO_THROW(LogManager::instance()->log(0, QStringLiteral("c"), text));
     EXPECT_THAT(later.records(), ElementsAre(said("a"), said("b"), said("c")));
+    EXPECT_EQ(text, QStringLiteral("a???"));
 }
 
-TEST(LogManager, AThrowingOrNullDelegateKeepsNobodyFromBeingServed)
-{
-    const ScopedPushLogDelegate null(nullptr);
-    const ScopedPushLogDelegate thrower(
-        calling([](const QString &) { throw std::runtime_error("broken"); }));
-    const RecordedLog log;
-    EXPECT_NO_THROW(say("first"));
-    say("second");
-    EXPECT_THAT(log.records(), ElementsAre(said("first"), said("second")));
-}
-
-TEST(LogManager, TheEndOfOneRegistrationEndsAllOfTheSameDelegateAndReleasesIt)
+TEST(LogManager, EndsAllRegistrationsOfADelegateWithTheFirstAndReleasesIt)
 {
     int calls = 0;
-    auto delegate = calling([&](const QString &) { ++calls; });
+    auto delegate = std::make_shared<Calling>([&](const QString &) { ++calls; });
     const std::weak_ptr<LogDelegate> watched = delegate;
     {
         const ScopedPushLogDelegate first(delegate);
@@ -102,13 +90,13 @@ TEST(LogManager, TheEndOfOneRegistrationEndsAllOfTheSameDelegateAndReleasesIt)
     EXPECT_TRUE(watched.expired());
 }
 
-TEST(LogManager, DelegatesMayComeAndGoDuringARecord)
+TEST(LogManager, LetsDelegatesComeAndGoDuringARecord)
 {
     std::optional<RecordedLog> added;
     std::optional<ScopedPushLogDelegate> ended;
     int callsAfterItsEnd = 0;
-    const auto counting = calling([&](const QString &) { ++callsAfterItsEnd; });
-    const ScopedPushLogDelegate changer(calling([&](const QString &) {
+    const auto counting = std::make_shared<Calling>([&](const QString &) { ++callsAfterItsEnd; });
+    const ScopedPushLogDelegate changer(std::make_shared<Calling>([&](const QString &) {
         if (!added) {
             added.emplace();
             ended.reset();
@@ -129,6 +117,7 @@ TEST(LogManager, ReleasesADelegateThatEndsItsOwnRegistrationWithoutTheLock)
     const RecordedLog log;
     std::optional<ScopedPushLogDelegate> registration;
     struct Writer : Calling {
+        using Calling::Calling;
         ~Writer() override
         {
             const auto flushed = std::make_shared<std::promise<void>>();
@@ -137,56 +126,12 @@ TEST(LogManager, ReleasesADelegateThatEndsItsOwnRegistrationWithoutTheLock)
                 std::future_status::ready);
         }
     };
-    auto writer = std::make_shared<Writer>();
-    writer->function = [&](const QString &) { registration.reset(); };
-    registration.emplace(std::move(writer));
+    registration.emplace(std::make_shared<Writer>([&](const QString &) { registration.reset(); }));
     say("x");
     EXPECT_THAT(log.records(), ElementsAre(said("x"), said("flushed")));
 }
 
-TEST(LogManager, GivesEachDelegateTheTextThatWasLogged)
-{
-    QString text = QStringLiteral("as logged");
-    const ScopedPushLogDelegate changer(calling([&](const QString &message) {
-        const_cast<QString &>(message).append(u'!');
-        text.append(u'?');
-    }));
-    const RecordedLog later;
-    LogManager::instance()->log(0, QStringLiteral("c"), text);
-    EXPECT_THAT(later.records(), ElementsAre(said("as logged")));
-    EXPECT_EQ(text, QStringLiteral("as logged?"));
-}
-
-TEST(LogManager, EightThreadsLoseDoubleAndReorderNothing)
-{
-    constexpr int kThreads = 8;
-    constexpr int kMessages = 2000;
-    std::map<int, std::vector<int>> seen;
-    std::atomic<int> inside = 0;
-    const ScopedPushLogDelegate collector(calling([&](const QString &message) {
-        EXPECT_EQ(++inside, 1) << "two records at once";
-        const QStringList parts = message.split(u' ');
-        seen[parts.at(0).toInt()].push_back(parts.at(1).toInt());
-        --inside;
-    }));
-
-    Logger logger;
-    bindLogger(logger, QString());
-    onThreads(kThreads, [&logger](int thread) {
-        for (int i = 0; i < kMessages; ++i) {
-            logger.info("c") << thread << ' ' << i;
-        }
-    });
-
-    ASSERT_EQ(seen.size(), std::size_t{kThreads});
-    std::vector<int> all(kMessages);
-    std::iota(all.begin(), all.end(), 0);
-    for (const auto &[thread, numbers] : seen) {
-        EXPECT_EQ(numbers, all) << thread;
-    }
-}
-
-TEST(BindLogger, PutsThePrefixBeforeTheContextAndCapsTheLevel)
+TEST(LogManager, GetsThePrefixBeforeTheContextOfABoundLoggerAndALevelUpTo2)
 {
     const RecordedLog log;
     Logger logger;
@@ -203,79 +148,78 @@ TEST(BindLogger, PutsThePrefixBeforeTheContextAndCapsTheLevel)
             Record{0, "\uFFFD\uFFFD", std::string("broken \uFFFD\0end", 14)}));
 }
 
-class QtMessages : public testing::Test {
-protected:
-    QtMessageHandler mPrevious = installQtMessageHandler();
-    RecordedLog mLog;
-
-    ~QtMessages() override
-    {
-        setQtMessageMask(0x1e);
-        qInstallMessageHandler(mPrevious);
-    }
-
-    static void emitMessage(QtMsgType type, const char *file = "widget.cpp")
-    {
-        // The installed handler itself: QMessageLogger would end the process on a fatal message.
-        const QtMessageHandler handler = qInstallMessageHandler(nullptr);
-        qInstallMessageHandler(handler);
-        handler(type, QMessageLogContext(file, 42, "f", "category"), QStringLiteral("hello"));
-    }
-};
-
-TEST_F(QtMessages, ArriveWithTheirLevelUnlessMasked)
+void emitMessage(QtMsgType type, const char *file = "widget.cpp",
+    const QString &message = QStringLiteral("hello"))
 {
-    const std::string text = "widget.cpp(42): hello";
-    for (const QtMsgType type : {QtDebugMsg, QtWarningMsg, QtCriticalMsg, QtFatalMsg, QtInfoMsg}) {
-        emitMessage(type);
-    }
-    EXPECT_THAT(mLog.take(), ElementsAre(Record{1, "Default", text}, Record{2, "Default", text},
-                                 Record{2, "Default", text}, Record{0, "Default", text}));
+    // The installed handler itself: QMessageLogger would end the process on a fatal message.
+    static const QtMessageHandler handler = qInstallMessageHandler(installQtMessageHandler());
+    handler(type, QMessageLogContext(file, 42, "f", "category"), message);
+}
 
-    emitMessage(QtWarningMsg, nullptr);
-    EXPECT_THAT(mLog.take(), ElementsAre(Record{1, "Default", "(42): hello"}));
-
-    for (const auto &[only, level] : {std::pair{QtDebugMsg, 0}, {QtWarningMsg, 1},
-             {QtCriticalMsg, 2}, {QtFatalMsg, 2}, {QtInfoMsg, 0}}) {
-        setQtMessageMask(1 << only);
+TEST(LogManager, GetsTheMessagesOfQtWithTheirLevelsUnlessTheyAreMasked)
+{
+    RecordedLog log;
+    const auto emitAll = [](const char *file) {
         for (const int type : {0, 1, 2, 3, 4}) {
-            emitMessage(static_cast<QtMsgType>(type));
+            emitMessage(static_cast<QtMsgType>(type), file);
         }
-        EXPECT_THAT(mLog.take(), ElementsAre(Record{level, "Default", text})) << only;
+    };
+    emitAll(nullptr);
+    const std::string text = "(42): hello";
+    EXPECT_THAT(log.take(), ElementsAre(Record{1, "Default", text}, _, _, _)) << "not of debug";
+
+    const auto restore = qScopeGuard([] { setQtMessageMask(0x1e); });
+    for (const auto &[type, level] : {std::pair{QtDebugMsg, 0}, {QtWarningMsg, 1},
+             {QtCriticalMsg, 2}, {QtFatalMsg, 2}, {QtInfoMsg, 0}}) {
+        SCOPED_TRACE(type);
+        setQtMessageMask(1 << type);
+        emitAll("widget.cpp");
+        EXPECT_THAT(log.take(), ElementsAre(Record{level, "Default", "widget.cpp" + text}));
     }
-    setQtMessageMask(0x01);
+    setQtMessageMask(1 << QtDebugMsg);
     emitMessage(static_cast<QtMsgType>(7));
-    EXPECT_THAT(mLog.take(), ElementsAre(Record{0, "Default", text}));
+    EXPECT_THAT(log.take(), ElementsAre(Record{0, "Default", "widget.cpp" + text}));
 }
 
-TEST_F(QtMessages, OfADelegateDoNotDeadlock)
+TEST(LogManager, DeliversEachRecordOnceAndInOrderWhileEightThreadsAndADelegateLog)
 {
-    // This thread delivers and makes Qt speak, the other one comes from Qt meanwhile.
-    std::thread other;
-    const ScopedPushLogDelegate speaking(calling([&](const QString &message) {
-        if (message == QStringLiteral("x")) {
-            std::atomic<bool> isComing = false;
-            other = std::thread([&isComing] {
-                isComing = true;
-                emitMessage(QtInfoMsg);
-            });
-            while (!isComing) {
-            }
-            for (int i = 0; i < 200; ++i) {
-                std::this_thread::yield();
-                emitMessage(QtWarningMsg);
+    constexpr int kMessages = 2000;
+    std::array<int, 8> next{};
+    int answers = 0;
+    std::atomic<int> inside = 0;
+    const ScopedPushLogDelegate collector(std::make_shared<Calling>([&](const QString &message) {
+        EXPECT_EQ(++inside, 1) << "two records at once";
+        if (const QStringList parts = message.split(u' ');
+            parts.at(0) == QStringLiteral("answer(42):")) {
+            ++answers;
+        } else {
+            EXPECT_EQ(parts.last().toInt(), next.at(parts.at(1).toUInt())++)
+                << message.toStdString();
+            emitMessage(QtInfoMsg, "answer"); // must not wait for a thread that comes from Qt
+        }
+        --inside;
+    }));
+    Logger logger;
+    bindLogger(logger, QString());
+    onThreads(8, [&logger](int thread) {
+        for (int i = 0; i < kMessages; ++i) {
+            if (thread % 2 == 0) {
+                logger.info("c") << "thread " << thread << ' ' << i;
+            } else {
+                emitMessage(QtInfoMsg, "qt", QStringLiteral("%1 %2").arg(thread).arg(i));
             }
         }
-    }));
-    say("x");
-    other.join();
-    EXPECT_EQ(mLog.take().size(), 202U);
+    });
+    EXPECT_THAT(next, Each(kMessages));
+    EXPECT_EQ(answers, 8 * kMessages);
 }
 
-TEST_F(QtMessages, OfADelegateForEachRecordEndAfterAHundredInARow)
+TEST(LogManager, DropsQtMessagesThatADelegateCausesForEachRecordAfterAHundredInARow)
 {
     for (const int perRecord : {1, 2}) {
-        const ScopedPushLogDelegate broken(calling([&](const QString &message) {
+        SCOPED_TRACE(perRecord);
+        const RecordedLog log;
+        const ScopedPushLogDelegate broken(std::make_shared<Calling>([&](const QString &message) {
             for (int i = 0; i < perRecord; ++i) {
                 emitMessage(QtWarningMsg);
             }
@@ -285,7 +229,7 @@ TEST_F(QtMessages, OfADelegateForEachRecordEndAfterAHundredInARow)
         }));
         say("x"); // each of its messages begins a chain
         std::map<std::string, int> times;
-        for (const Record &record : mLog.take()) {
+        for (const Record &record : log.records()) {
             ++times[record.context + ' ' + record.message];
         }
         EXPECT_THAT(times,
@@ -296,9 +240,9 @@ TEST_F(QtMessages, OfADelegateForEachRecordEndAfterAHundredInARow)
     }
 }
 
-TEST_F(QtMessages, ThatAreFatalInADelegateReachStandardError)
+TEST(LogManager, WritesAFatalQtMessageOfADelegateToStandardError)
 {
-    const ScopedPushLogDelegate dying(calling([](const QString &message) {
+    const ScopedPushLogDelegate dying(std::make_shared<Calling>([](const QString &message) {
         emitMessage(message == QStringLiteral("x") ? QtFatalMsg : QtDebugMsg);
     }));
     testing::internal::CaptureStderr();
