@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Loads the library by hand, lets it take part in spdlog's and Qt's logging, unloads it and logs.
-// The process ends with 0 when that does not crash.
+// Loads a plug-in and with it the library, installs the library's handlers for spdlog and Qt,
+// unloads the plug-in and logs. Exits with 0 unless that crashes.
 
 #include "support/Require.h"
 
