@@ -3,8 +3,9 @@
 
 #include "FreeImage.h"
 
+#include <algorithm>
+#include <cstring>
 #include <string>
-#include <string_view>
 
 namespace {
 
@@ -22,12 +23,8 @@ FREE_IMAGE_FORMAT FreeImage_GetFIFFromFilename(const char *filename)
 {
     std::string word = filename;
     word.erase(0, word.rfind('.') + 1);
-    if (word.empty() || word.find(' ') != std::string::npos) {
-        return FIF_UNKNOWN;
-    }
-    for (char &c : word) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return std::string_view(kKnown).find(' ' + word + ' ') != std::string_view::npos ? FIF_KNOWN
-                                                                                     : FIF_UNKNOWN;
+    std::transform(word.begin(), word.end(), word.begin(),
+        [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    const bool isWord = !word.empty() && word.find(' ') == std::string::npos;
+    return isWord && std::strstr(kKnown, (' ' + word + ' ').c_str()) ? FIF_KNOWN : FIF_UNKNOWN;
 }
