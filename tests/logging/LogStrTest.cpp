@@ -31,7 +31,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using namespace std::string_literals;
-using LogStr::HasForm;
+using Detail::HasForm;
 using testing::Each;
 
 template<class T>

@@ -102,7 +102,7 @@ int main(int argc, char **argv)
     for (const bool isLast : {false, true}) {
         ServiceLocator::start();
         require(!ServiceLocator::instance()->service<Farewell>(), "a new locator is empty");
-        const auto locator = ServiceLocator::instance();
+        const auto &locator = ServiceLocator::instance();
         require(locator->registerService(std::make_unique<Farewell>(endless.future, isLast)) &&
                     locator->registerService(std::make_unique<DefaultAsyncRecovery>()),
             "both services are registered");
