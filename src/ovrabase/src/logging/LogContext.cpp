@@ -108,9 +108,9 @@ std::size_t beginOfName(std::string_view text)
             continue;
         } else if (c == '(') {
             // These parentheses are part of a name: "(anonymous namespace)::f()".
-            const bool isScope = i == 0 || before.ends_with(':') ||
-                                 text.substr(i).starts_with("(anonymous") ||
-                                 text.substr(i).starts_with("(unnamed");
+            const bool isScope =
+                i == 0 || before.ends_with(':') || text.substr(i).starts_with("(anonymous") ||
+                text.substr(i).starts_with("(lambda") || text.substr(i).starts_with("(unnamed");
             const bool isType = before.ends_with("decltype") || before.ends_with("decltype ");
             if (templates > 0 || isScope || isType) {
                 i = afterGroup(text, i);
@@ -142,9 +142,11 @@ std::size_t endOfName(std::string_view text, std::size_t begin, std::string_view
 {
     std::size_t end = kNotFound;
     std::size_t lastParameters = text.size();
+    std::size_t beforeTags = begin; // a tag of the ABI stands behind the function's name
     for (std::size_t i = begin; i < text.size();) {
         const char c = text[i];
-        const std::string_view before = text.substr(begin, i - begin);
+        const bool isTag = text.substr(i).starts_with(kAbiTag);
+        const std::string_view before = text.substr(begin, beforeTags - begin);
         if (isOneOf(c, ")]}")) {
             break; // closes a bracket of the type that is around the name
         }
@@ -164,6 +166,7 @@ std::size_t endOfName(std::string_view text, std::size_t begin, std::string_view
         } else {
             ++i;
         }
+        beforeTags = isTag ? beforeTags : i;
     }
     // The loop does not find a conversion to a template parameter: its name has the parameter in
     // one of the two texts, and the argument in the other.
