@@ -2,32 +2,37 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Runs the fuzzers: first with the inputs in fuzz/corpus, then with new ones.
-#   tools/fuzz.sh SECONDS [TARGET...]    runs each target for that time; without names, all targets
-# Inputs that fail are kept in build/clang/findings, new inputs that reach more code in
-# build/clang/corpus.
+# Replays the inputs in fuzz/corpus, then looks for new ones that break a property:
+#   tools/fuzz.sh SECONDS [TARGET...]
+# SECONDS is the time of the whole run, which all targets (without names: every target) share. As many
+# run at once as there are processors. Prints the executions and the findings of each target; a finding
+# ends its target. Inputs that end in a finding are kept in build/clang/findings, new ones that reach
+# more code in build/clang/corpus, where the next run begins.
 . "$(dirname "$0")/lib.sh"
+[[ ${1:-} =~ ^[0-9]+$ ]] || fail "how many seconds? See the top of $0"
 seconds=$1
 shift
 
 install_packages "${build_packages[@]}" clang-14 clang libclang-rt-14-dev
 configure_and_build clang -DOVRABASE_BUILD_FUZZERS=ON
 
-# fuzz TARGET SECONDS
+# fuzz TARGET SECONDS: prints target, executions, executions in a second, findings.
 fuzz() {
-    local name=$1 seconds=$2 build=build/clang log=build/clang/findings/$1.log
-    local options=(-timeout=10 -rss_limit_mb=4096 -max_len=4096 "-artifact_prefix=$build/findings/$name-")
+    local name=$1 seconds=$2 build=build/clang log=build/clang/findings/$1.log findings=0 options
+    options=(-timeout=10 -rss_limit_mb=4096 -max_len=4096 -print_final_stats=1
+        "-artifact_prefix=$build/findings/$name-")
     [ ! -f "fuzz/dictionaries/$name.dict" ] || options+=("-dict=fuzz/dictionaries/$name.dict")
-    mkdir -p "$build/corpus/$name" "$build/findings"
-    if "$build/bin/$name" "${options[@]}" -runs=0 "fuzz/corpus/$name" >"$log" 2>&1 &&
-        "$build/bin/$name" "${options[@]}" -max_total_time="$seconds" \
+    mkdir -p "$build/corpus/$name"
+    if ! "$build/bin/$name" "${options[@]}" -runs=0 "fuzz/corpus/$name" >"$log" 2>&1 ||
+        ! "$build/bin/$name" "${options[@]}" -max_total_time="$seconds" \
             "$build/corpus/$name" "fuzz/corpus/$name" >>"$log" 2>&1; then
-        printf '  %-44s %s\n' "$name" "$(grep -o 'Done.*' "$log" | tail -n 1)"
-    else
-        cat "$log"
-        printf '  %-44s FAILED\n' "$name"
-        return 1
+        findings=1
+        cat "$log" >&2
     fi
+    awk -v name="$name" -v findings="$findings" '
+        /^stat::number_of_executed_units/ { runs += $2 }
+        /^stat::average_exec_per_sec/ { rate = $2 }
+        END { printf "  %-28s %14d %10d %9d\n", name, runs, rate, findings }' "$log"
 }
 export -f fuzz
 
@@ -35,4 +40,11 @@ if [ $# -eq 0 ]; then
     mapfile -t targets < <(basename -s .cpp fuzz/*Fuzzer.cpp)
     set -- "${targets[@]}"
 fi
-printf '%s\n' "$@" | xargs -P "$jobs" -I '{}' bash -c "fuzz '{}' $seconds"
+each=$((seconds * (jobs < $# ? jobs : $#) / $#))
+mkdir -p build/clang/findings
+echo "  each target for $each s"
+printf '  %-28s %14s %10s %9s\n' target executions "a second" findings
+printf '%s\n' "$@" | xargs -P "$jobs" -I '{}' bash -c "fuzz '{}' $((each > 0 ? each : 1))" \
+    | tee build/clang/findings/table
+awk '{ runs += $2; findings += $4 }
+    END { printf "  %-28s %14d %10s %9d\n", "all", runs, "", findings; exit findings > 0 }' build/clang/findings/table
