@@ -4,7 +4,8 @@
 """Puts small faults into the library, one at a time, and runs the tests of their folder.
 
 A fault that no test notices is a survivor: a test is missing, or the code is not needed. Works on a
-copy of the committed sources in build/mutate, so that an interruption leaves no fault in the sources.
+copy of the committed sources in build/mutate, so an interruption leaves no fault in the sources. A
+fault in a removal could remove anything, so the tests can write to folders in memory only.
 """
 
 import argparse
@@ -12,11 +13,13 @@ import os
 import pathlib
 import random
 import re
+import resource
 import signal
 import subprocess
 import sys
+import time
 
-BUILD = pathlib.Path("build/mutate")
+BUILD = pathlib.Path("build/mutate").absolute()
 TREE = BUILD / "tree"
 SOURCES = TREE / "src/ovrabase/src"
 
@@ -54,10 +57,28 @@ def faults_of(path):
     return found
 
 
+# Runs a command for which all files are read-only, but for new ones in memory, which also cover the
+# folder of the first argument. Ends with all of its processes.
+ENCLOSED = ["unshare", "--mount", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-ec", """
+    cut -d' ' -f2 /proc/self/mounts | sort -u | while read -r point; do
+        mount -o remount,bind,ro "$point" 2>/dev/null || true
+    done
+    mount -t tmpfs -o size=2g tmpfs /mnt
+    mkdir /mnt/upper /mnt/work
+    mount -t overlay overlay -o "lowerdir=$1,upperdir=/mnt/upper,workdir=/mnt/work" "$1"
+    if touch / 2>/dev/null; then exit 1; fi
+    shift
+    export HOME=/mnt TMPDIR=/mnt XDG_RUNTIME_DIR=/mnt
+    exec "$@"
+""", "enclosed"]
+MOST_MEMORY = 8 << 30
+
+
 def run(arguments, seconds):
     """Returns whether the command succeeds in time. Ends its processes if it does not."""
     with subprocess.Popen(arguments, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                          stdin=subprocess.DEVNULL, start_new_session=True) as process:
+                          stdin=subprocess.DEVNULL, start_new_session=True, preexec_fn=lambda:
+                          resource.setrlimit(resource.RLIMIT_AS, (MOST_MEMORY, MOST_MEMORY))) as process:
         try:
             return process.wait(seconds) == 0
         except subprocess.TimeoutExpired:
@@ -73,13 +94,12 @@ def targets(folder):
     """Returns the targets of a folder's test programs."""
     listing = subprocess.run(["ninja", "-C", BUILD / "build", "-t", "targets", "all"],
                              capture_output=True, text=True, check=True).stdout
-    names = re.findall(rf"^({folder}(?:_\w+)?): phony", listing, re.M)
-    return sorted({name for name in names if name != folder})
+    return sorted(set(re.findall(rf"^({folder}_\w+): phony", listing, re.M)))
 
 
-def test(folder):
-    return run(["ctest", "--test-dir", BUILD / "build", "--no-tests=error", "--stop-on-failure",
-                "-R", rf"^{folder}(_|$)"], 300)
+def test(folder, seconds=300):
+    return run([*ENCLOSED, BUILD, "ctest", "--test-dir", BUILD / "build", "--no-tests=error",
+                "--stop-on-failure", "-R", rf"^{folder}(_|$)"], seconds)
 
 
 def main():
@@ -92,9 +112,13 @@ def main():
     TREE.mkdir(parents=True, exist_ok=True)
     archive = subprocess.run(["git", "archive", "HEAD"], capture_output=True, check=True).stdout
     subprocess.run(["tar", "-x", "-C", TREE], input=archive, check=True)
-    if not run(["cmake", "-S", TREE, "-B", BUILD / "build", "-G", "Ninja",
-                "-DCMAKE_BUILD_TYPE=Debug", "-DOVRABASE_BUILD_EXAMPLES=OFF"], 300):
+    # Test programs need no new link when only the library has changed.
+    if not run(["cmake", "-S", TREE, "-B", BUILD / "build", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
+                "-DCMAKE_CXX_FLAGS_DEBUG=", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
+                "-DOVRABASE_BUILD_EXAMPLES=OFF"], 300):
         sys.exit("the build cannot be configured")
+    if not run([*ENCLOSED, BUILD, "true"], 10):
+        sys.exit("planted faults may remove any file: run this as root, who can make all read-only")
 
     system = "/windows/" if os.name != "nt" else "/posix/"
     sources = [path for path in sorted(SOURCES.rglob("*.cpp"))
@@ -102,9 +126,13 @@ def main():
                and options.only in path.as_posix()]
     faults = [fault for path in sources for fault in faults_of(path)]
     random.Random(options.seed).shuffle(faults)
+    limits = {}  # of the tests of a folder, in seconds
     for folder in sorted({path.relative_to(SOURCES).parts[0] for path in sources}):
-        if not (build(folder) and test(folder)):
-            sys.exit(f"the tests of {folder} fail without any fault")
+        built = build(folder)
+        begin = time.monotonic()
+        if not (built and test(folder)):
+            sys.exit(f"the tests of {folder} fail without a fault")
+        limits[folder] = 30 + 5 * (time.monotonic() - begin)
 
     caught, survivors = 0, []
     for path, number, kind, changed in faults:
@@ -116,7 +144,7 @@ def main():
         before, lines[number - 1] = lines[number - 1], changed
         path.write_text("\n".join(lines) + "\n", encoding="utf-8")
         if build(folder):  # a fault that does not compile does not count
-            if test(folder):
+            if test(folder, limits[folder]):
                 place = f"{path.relative_to(TREE)}:{number}: {kind}"
                 survivors.append(place)
                 print(f"{place}\n  - {before.strip()}\n  + {changed.strip()}", flush=True)
