@@ -54,7 +54,16 @@ TEST_F(CopiesWithBackup, KeepTheFileWhenTheSourceCannotBeReadToItsEnd)
 {
     make("file=old");
     EXPECT_FALSE(copyWithBackup(u"/proc/self/mem"_s, path("file")));
+    EXPECT_FALSE(copyWithBackup(u"/dev/zero"_s, path("file")));
     EXPECT_EQ(tree(), "file=old");
+}
+
+TEST_F(CopiesWithBackup, KeepTheOldContentIfTheNamesOfOneFileDifferInLetterCase)
+{
+    make("new=n");
+    ASSERT_EQ(::link(path("new").toUtf8().constData(), path("NEW").toUtf8().constData()), 0);
+    EXPECT_TRUE(copyWithBackup(path("new"), path("NEW")));
+    EXPECT_EQ(tree(), "NEW.bak=n, NEW=n, new=n");
 }
 #endif
 

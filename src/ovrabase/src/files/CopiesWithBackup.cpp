@@ -40,18 +40,27 @@ bool areEquivalent(const QString &a, const QString &b)
 
 bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
 {
-    if (a.fileName().compare(b.fileName(), Qt::CaseInsensitive) != 0 ||
-        !areEquivalent(a.path(), b.path())) {
+    const QString name = a.fileName();
+    const QString other = b.fileName();
+    if (name.compare(other, Qt::CaseInsensitive) != 0) {
         return false;
     }
-    if (a.fileName() == b.fileName()) {
+    if (!areEquivalent(a.path(), b.path())) {
+        return false;
+    }
+    if (name == other) {
         return true;
+    }
+    if (isLink(a) || isLink(b)) {
+        return false;
+    }
+    if (!areEquivalent(a.filePath(), b.filePath())) {
+        return false;
     }
     // Two spellings of one name, unless they are names of one file in a folder that tells them
     // apart.
     std::error_code unknown;
-    return !isLink(a) && !isLink(b) && areEquivalent(a.filePath(), b.filePath()) &&
-           std::filesystem::hard_link_count(os::nativePath(a.filePath()), unknown) == 1;
+    return std::filesystem::hard_link_count(os::nativePath(a.filePath()), unknown) == 1;
 }
 
 /// Tells whether \a backup is another name of the file \a path, and not a link that leads to it.

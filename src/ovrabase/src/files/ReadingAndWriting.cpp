@@ -117,7 +117,10 @@ bool FileUtils::saveTextToFile(const QString &text, const QString &path)
 bool FileUtils::makeFolder(const QString &path)
 {
     const QFileInfo entry(path);
-    return entry.isDir() || (!entry.isFile() && QDir().mkpath(QDir(path).absolutePath()));
+    if (entry.isDir() || entry.isFile()) {
+        return entry.isDir();
+    }
+    return QDir().mkpath(QDir(path).absolutePath());
 }
 
 void FileUtils::touch(const QString &path)

@@ -59,9 +59,15 @@ void FileUtils::removeDirRecursiveIfItExists(const QString &path)
 
 void FileUtils::removeFileIfItExists(const QString &path)
 {
-    const QFileInfo entry(path);
-    if (entryExists(entry) && !QFile::remove(path) && !(isLink(entry) && QDir().rmdir(path)) &&
-        entryExists(QFileInfo(path))) {
+    QFileInfo entry(path);
+    if (!entryExists(entry) || QFile::remove(path)) {
+        return;
+    }
+    if (isLink(entry)) {
+        QDir().rmdir(path); // Windows has links that only this removes
+    }
+    entry.refresh();
+    if (entryExists(entry)) {
         fail<Exception::FileDeletionException>(
             kFileNotRemoved, QStringLiteral("Could not remove: ") + logStr(path), path);
     }

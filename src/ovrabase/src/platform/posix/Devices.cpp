@@ -133,18 +133,18 @@ bool isDisk(udev_device *device, const QString &driver)
 /// bind to its physical device, or Linux added the node itself ("LNX…") to structure the table.
 bool isPassiveAcpiNode(udev_device *device)
 {
-    return QFileInfo::exists(QFile::decodeName(udev_device_get_syspath(device)) +
-                             QStringLiteral("/physical_node")) ||
-           firstOf(device, {"modalias"}, {}).startsWith(QLatin1String("acpi:LNX"));
+    const QString folder = QFile::decodeName(udev_device_get_syspath(device));
+    const QString drivers = firstOf(device, {"modalias"}, {});
+    return QFileInfo::exists(folder + QStringLiteral("/physical_node")) ||
+           drivers.startsWith(QLatin1String("acpi:LNX"));
 }
 
 /// Returns true if \a device is on a bus and no driver is bound to it. A device of a class (in
 /// /sys/class and not on a bus) never has a driver: drivers create it.
 bool lacksDriver(udev_device *device)
 {
-    const QString subsystem = text(udev_device_get_subsystem(device));
-    return !udev_device_get_driver(device) &&
-           QFileInfo::exists(QStringLiteral("/sys/bus/") + subsystem) && !isPassiveAcpiNode(device);
+    const QString bus = QStringLiteral("/sys/bus/") + text(udev_device_get_subsystem(device));
+    return !udev_device_get_driver(device) && QFileInfo::exists(bus) && !isPassiveAcpiNode(device);
 }
 
 std::vector<QString> childrenOf(udev *context, udev_device *device)
