@@ -2,15 +2,14 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Measures which lines and branches of the library the tests run. Prints a summary and writes pages to
-# build/coverage/html. Fails below 97 % of the lines or 90 % of the branches. gcovr.cfg lists what is left
-# out, with the reasons.
+# Runs the tests and measures which lines and branches of the library they run. Prints a summary and writes
+# pages to build/coverage/html. Fails below 97 % of the lines or 90 % of the branches. gcovr.cfg lists what
+# is left out, with the reasons.
 . "$(dirname "$0")/lib.sh"
 
-install_packages "${build_packages[@]}" "${test_packages[@]}" gcovr
-configure_and_build coverage
-find build/coverage -name '*.gcda' -delete # the counts of an earlier run
-quietly "tests" ctest --preset coverage -j "$jobs"
+install_packages gcovr
+[ ! -d build/coverage ] || find build/coverage -name '*.gcda' -delete # counts of an earlier run
+tools/test.sh coverage
 mkdir -p build/coverage/html
 gcovr --config gcovr.cfg --object-directory build/coverage --html-details build/coverage/html/index.html \
     --print-summary --fail-under-line 97 --fail-under-branch 90 build/coverage | tail -n 4
