@@ -46,9 +46,12 @@ std::string scopeFrom(FuzzedDataProvider &input)
             "{anonymous}::", "(unnamed class)::", "(anonymous class)::", "<lambda(int)>::",
             "Box<T>::", "operators::", "(lambda at it's.cpp:1:2)::"});
     case 1:
-        return "Box<" + typeFrom(input) + ">::";
+        return std::string("Box<").append(typeFrom(input)).append(">::");
     default: // a class inside a function
-        return "g" + parametersFrom(input) + qualifiersFrom(input) + "::";
+        return std::string("g")
+            .append(parametersFrom(input))
+            .append(qualifiersFrom(input))
+            .append("::");
     }
 }
 

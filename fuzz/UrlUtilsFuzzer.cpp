@@ -6,6 +6,8 @@
 #include <ovrabase/files/FileUtils.h>
 #include <ovrabase/files/UrlUtils.h>
 
+#include <QDir>
+
 #include <cstdint>
 
 using Vyn::OvraBase::FileUtils;
@@ -20,7 +22,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
     const QString base = UrlUtils::getFileBaseNameFromUrl(url);
     require(!base.contains(u'.'));
-    require(base.isEmpty() || url.fileName(QUrl::FullyDecoded).startsWith(base));
+    const QString name = QDir::fromNativeSeparators(url.fileName(QUrl::FullyDecoded));
+    require(base.isEmpty() || name.section(u'/', -1).startsWith(base));
     require(UrlUtils::isValidFolderName(text) == (!text.isEmpty() && !text.contains(u'/')));
     require(UrlUtils::urlsContainsImages({text}) ==
             FileUtils::isImageExt(FileUtils::getFilePathExtension(text)));

@@ -2,16 +2,16 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Builds the library, its tests and its examples for Windows with MinGW-w64 and runs them under Wine,
-# without a display. Installs what is missing on Debian 12 (as root). The first call builds Qt for
-# Windows, see tools/windows/build-dependencies.sh.
+# Builds the library, its tests, examples, benchmarks and a program that replays the fuzzers' inputs
+# for Windows with MinGW-w64 and runs them under Wine, without a display. Installs what is missing on
+# Debian 12 (as root). The first call builds Qt for Windows, see tools/windows/build-dependencies.sh.
 #
 #   tools/test-windows.sh             runs all tests and makes a ZIP of the library in build/packages
 #   tools/test-windows.sh text files  runs the tests of these folders only
 . "$(dirname "$0")/lib.sh"
 
 install_packages "${build_packages[@]}" build-essential dpkg-dev g++-mingw-w64-x86-64-posix googletest \
-    qt6-base-dev-tools wine wine64
+    libclang-rt-14-dev qt6-base-dev-tools wine wine64
 
 prefix=$(tools/windows/build-dependencies.sh)
 build=build/windows
@@ -22,7 +22,10 @@ standIn=tests/windows/freeimage_stand_in
 x86_64-w64-mingw32-g++-posix -std=c++20 -Wall -Wextra -Werror -O2 -shared "$standIn/FreeImage.cpp" \
     -o "$build/bin/libfreeimage.dll"
 
+fuzzerHeaders=$(dirname "$(dirname "$(dpkg -L libclang-rt-14-dev | grep '/FuzzedDataProvider.h$')")")
 quietly "configure windows" cmake --preset windows -DOVRABASE_WINDOWS_PREFIX="$prefix" \
+    -DOVRABASE_BUILD_FUZZERS=ON -DOVRABASE_FUZZED_DATA_PROVIDER="$fuzzerHeaders" \
+    -DOVRABASE_BUILD_BENCHMARKS=ON -Dbenchmark_DIR="${prefix%/prefix}/benchmark/lib/cmake/benchmark" \
     -DFreeImage_INCLUDE_DIR="$PWD/$standIn" -DFreeImage_LIBRARY="$PWD/$build/bin/libfreeimage.dll"
 quietly "build windows" cmake --build --preset windows -j "$jobs" ${1:+--target "${@/%/_tests}"}
 quietly "exports" tools/check-exports.sh "$build/bin/libovrabase.dll"
@@ -55,6 +58,19 @@ quietly "no display" timeout 60 wine reg add 'HKCU\Software\Wine\Drivers' /v Gra
 names=$(IFS='|'; echo "$*")
 ctest --preset windows ${1:+--tests-regex "^($names)\$"} </dev/null 9>&-
 [ $# -eq 0 ] || exit 0
+
+# Programs that compare the answers of their contenders tell a difference as an error, and succeed.
+compare_contenders() {
+    local source output
+    for source in $(grep -l 'the contenders differ' benchmarks/*.cpp); do
+        output=$(cmake -E chdir "$build/bin" timeout 300 \
+            wine "$(basename -s .cpp "$source").exe" --benchmark_min_time=0.001)
+        echo "$output"
+        grep -q ' ns ' <<<"$output" || fail "$source measures nothing"
+        [[ $output != *'ERROR OCCURRED'* ]] || fail "$source has contenders that differ"
+    done
+}
+quietly "contenders of the benchmarks agree" compare_contenders 9>&-
 
 version=$(sed -n 's/^ *VERSION //p' CMakeLists.txt)
 name=ovrabase-$version-win64

@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Builds Qt (Core and Gui), fmt and spdlog for Windows from Debian's source packages with MinGW-w64,
-# and prints the folder in which they are installed. They are kept in
+# Builds Qt (Core and Gui), fmt, spdlog and Google Benchmark for Windows from Debian's source packages
+# with MinGW-w64, and prints the folder in which they are installed. They are kept in
 # ${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase} for the next call. The first call takes
 # about ten minutes on two cores.
 set -euo pipefail
@@ -13,6 +13,7 @@ root=$(cd "$(dirname "$0")/../.." && pwd)
 qtVersion=$(dpkg-query -W -f '${Version}' qt6-base-dev | sed 's/[+-].*//')
 cache=${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}/mingw-qt-$qtVersion
 prefix=$cache/prefix # created by a rename at the end, so it is complete if it exists
+benchmark=$cache/benchmark # likewise
 work=$cache/work
 
 # Runs apt-get with a package list of its own: the source packages of the machine's Debian mirrors.
@@ -21,6 +22,7 @@ apt_with_sources() {
         -o Dir::State::Lists="$work/lists" -o APT::Sandbox::User=root "$@"
 }
 
+# get_sources PACKAGE...
 get_sources() {
     mkdir -p "$work/lists/partial"
     if [ -z "$(apt-get indextargets 'Created-By: Packages' 'Origin: Debian')" ]; then
@@ -31,8 +33,7 @@ get_sources() {
         | sort -u >"$work/sources.list"
     apt_with_sources update
     cd "$work"
-    apt_with_sources --only-source source fmtlib spdlog \
-        "qt6-base=$(dpkg-query -W -f '${source:Version}' qt6-base-dev)"
+    apt_with_sources --only-source source "$@"
 }
 
 # build NAME [CMAKE OPTION...]: NAME is the beginning of the unpacked source package's name.
@@ -49,7 +50,7 @@ build() {
 
 build_all() {
     rm -rf "$work"
-    get_sources
+    get_sources fmtlib spdlog "qt6-base=$(dpkg-query -W -f '${source:Version}' qt6-base-dev)"
     build fmtlib -DFMT_TEST=OFF -DFMT_DOC=OFF
     build spdlog -DSPDLOG_FMT_EXTERNAL=ON -DSPDLOG_BUILD_EXAMPLE=OFF
     # Debian's package has no tablet header because of its licence. pkg-config would find libraries of
@@ -62,14 +63,25 @@ build_all() {
     rm -rf "$work"
 }
 
+build_benchmark() {
+    rm -rf "$work"
+    get_sources benchmark
+    # GIT_VERSION: from its own sources.
+    build benchmark -DBUILD_SHARED_LIBS=OFF -DGIT_VERSION=0.0.0 -DBENCHMARK_ENABLE_TESTING=OFF \
+        -DBENCHMARK_ENABLE_WERROR=OFF -DBENCHMARK_INSTALL_DOCS=OFF
+    mv "$work/prefix" "$benchmark"
+    rm -rf "$work"
+}
+
 mkdir -p "$cache"
 exec 9>"$cache/lock"
 flock 9
+log=$cache/build.log
+exec 3>&2
+trap '[ $? = 0 ] || tail -n 30 "$log" >&3' EXIT
 if [ ! -d "$prefix" ]; then
-    log=$cache/build.log
-    echo "Building Qt $qtVersion for Windows (ten minutes or more), see $log" >&2
-    exec 3>&2
-    trap '[ $? = 0 ] || tail -n 30 "$log" >&3' EXIT
+    echo "Building Qt $qtVersion for Windows (ten minutes and more), see $log" >&2
     build_all >"$log" 2>&1
 fi
+[ -d "$benchmark" ] || build_benchmark >"$log" 2>&1
 echo "$prefix"
