@@ -46,9 +46,9 @@ int fchmod(int file, mode_t mode) noexcept
     return int(call(SYS_fchmod, file, mode));
 }
 
-int link(const char *from, const char *to) noexcept
+int linkat(int fromFolder, const char *from, int toFolder, const char *to, int flags) noexcept
 {
-    return int(call(SYS_link, from, to));
+    return int(call(SYS_linkat, fromFolder, from, toFolder, to, flags));
 }
 
 int renameat2(
@@ -143,9 +143,9 @@ int main()
         {"a full disk", {}, kDisk, true},
         {"no copy_file_range", {{SYS_copy_file_range, EINVAL}}, kDisk, true},
         {"no fchmod", {{SYS_fchmod, EPERM}}, kNoLimit, true},
-        {"no link", {{SYS_link, EPERM}}, kNoLimit, true},
+        {"no link", {{SYS_linkat, EPERM}}, kNoLimit, true},
         {"no renameat2", {{SYS_renameat2, EINVAL}}, kNoLimit, true},
-        {"no renameat2, no link", {{SYS_renameat2, EINVAL}, {SYS_link, EPERM}}, kNoLimit, true},
+        {"no renameat2, no link", {{SYS_renameat2, EINVAL}, {SYS_linkat, EPERM}}, kNoLimit, true},
         {"an exceeded quota", {{SYS_close, EDQUOT}}, kNoLimit, false},
         {"a broken disk", {{SYS_fsync, EIO}, {SYS_syncfs, EIO}}, kNoLimit, false},
     };

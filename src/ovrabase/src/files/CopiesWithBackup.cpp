@@ -11,13 +11,15 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QHash>
-#include <QSet>
-#include <QUuid>
+#include <QRandomGenerator>
+#include <QStringView>
 
 #include <filesystem>
+#include <functional>
 #include <optional>
+#include <string_view>
 #include <system_error>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -27,9 +29,11 @@ namespace {
 constexpr LogPosition kNotCopiedWithBackup{
     "FileUtils.cpp:796 Vyn::OvraBase::FileUtils::copyWithBackup()"};
 
+constexpr QLatin1String kBackupEnd(".bak");
+
 QString backupOf(const QString &path)
 {
-    return path + QStringLiteral(".bak");
+    return path + kBackupEnd;
 }
 
 bool areEquivalent(const QString &a, const QString &b)
@@ -75,12 +79,6 @@ bool isPassage(const QFileInfo &entry)
     return isLink(entry) || entry.isDir();
 }
 
-QString freePathIn(const QString &folder)
-{
-    return (folder.endsWith(u'/') ? folder : QString(folder + u'/')) +
-           QUuid::createUuid().toString(QUuid::WithoutBraces) + QStringLiteral(".tmp");
-}
-
 /// Copies with backup, made one after another and synced together.
 class CopyBatch {
 public:
@@ -89,48 +87,50 @@ public:
     {
     }
 
-    /// Plans the copy number \a index, which commit() makes.
+    /// Makes the copy number \a index, which takes the place of \a destination in commit().
     void add(std::size_t index, const QString &source, const QString &destination)
     {
-        PendingCopy copy{index, source, destination, {}, {}, false, false, {}};
+        PendingCopy copy{index, source, destination, {}, {}, {}, {}, false, false, {}};
         if (!canBePath(source) || !canBePath(destination)) {
             report(copy, FileError::NotAPath);
             return;
         }
         QFileInfo from(source);
-        const QFileInfo before(destination);
-        if (dependsOnPending(from, before)) {
+        const QFileInfo to(destination);
+        const QString key = keyOf(to, mDestination);
+        if (dependsOnPending(from, key)) {
             commit();
             from.refresh();
         }
-        if (const std::error_code error = prepare(copy, from, before)) {
+        copy.folder = to.path();
+        copy.name = to.fileName();
+        if (const std::error_code error = makeFresh(copy, from, to)) {
             report(copy, error);
             return;
         }
         mPending.push_back(copy);
-        const QString key = keyOf(before);
-        mTouched << key << backupOf(key);
+        mTouched.insert(key);
         if (copy.replacesPassage) {
             commit();
         }
     }
 
-    /// Makes the pending copies and puts them in the places of their destinations.
+    /// Puts the pending copies in the places of their destinations.
     void commit()
     {
-        finish([](const PendingCopy &copy) { return copyFile(copy.source, copy.fresh); },
-            &PendingCopy::fresh);
         // The new content must be on the disk before it gets the old name; the old content, too,
         // which may have been written just before.
-        sync(syncContent, &PendingCopy::fresh);
-        finish(replaceDestination, &PendingCopy::fresh);
-        sync(syncNames, &PendingCopy::destination);
+        sync(&CopyBatch::syncContent, &PendingCopy::fresh);
+        finish(&CopyBatch::replaceDestination, &PendingCopy::fresh);
+        sync(&CopyBatch::syncNames, &PendingCopy::name);
         for (const PendingCopy &copy : mPending) {
             mResults[copy.index] = true;
         }
         mPending.clear();
         mTouched.clear();
-        mFolders.clear();
+        mDestination = {};
+        mSource = {};
+        mLastFolder.reset();
     }
 
     const std::vector<bool> &results() const { return mResults; }
@@ -140,30 +140,49 @@ private:
         std::size_t index;
         QString source;
         QString destination;
-        QString fresh; ///< the copy, beside the destination until it takes its place
-        std::optional<std::size_t> fileSystem; ///< none if its folder is not there
+        QString folder; ///< that holds the destination
+        QString name;   ///< of the destination
+        QString fresh;  ///< name of the copy until it takes the place of the destination
+        std::optional<std::size_t> fileSystem; ///< none if the folder does not exist
         bool isNew;                            ///< nothing is at the destination
         bool replacesPassage;  ///< other paths may lead through the destination or the backup
         std::error_code error; ///< of the last step
     };
     struct Folder {
-        QString key;                           ///< empty until it is known
+        QString path;
+        QString canonical;
         std::optional<std::size_t> fileSystem; ///< none until it is known
     };
-
-    /// Returns one text for all paths of an entry, links in its folder's path or not.
-    QString keyOf(const QFileInfo &entry)
-    {
-        const QString path = entry.path();
-        QString &folder = mFolders[path].key;
-        if (folder.isEmpty()) {
-            folder = QFileInfo(path).canonicalFilePath().toCaseFolded() + u'/';
+    struct KeyHash {
+        std::size_t operator()(const QString &key) const
+        {
+            const QStringView text(key);
+            return std::hash<std::u16string_view>()(
+                {text.utf16(), static_cast<std::size_t>(text.size())});
         }
-        return folder + entry.fileName().toCaseFolded();
+    };
+
+    /// Returns one text for all paths of \a entry, with and without links in the path of its
+    /// folder. \a last is the folder of the last entry, which many entries share.
+    static QString keyOf(const QFileInfo &entry, Folder &last)
+    {
+        const QString folder = entry.path();
+        if (last.path != folder) {
+            last = {folder, QFileInfo(folder).canonicalFilePath().toCaseFolded() + u'/', {}};
+        }
+        return last.canonical + entry.fileName().toCaseFolded();
     }
 
-    /// Tells whether the result would be another one if the pending copies were not made first.
-    bool dependsOnPending(const QFileInfo &from, const QFileInfo &before)
+    /// Tells whether \a key is that of a pending destination or backup.
+    bool isTouched(const QString &key) const
+    {
+        return mTouched.contains(key) ||
+               (key.endsWith(kBackupEnd) && mTouched.contains(key.chopped(kBackupEnd.size())));
+    }
+
+    /// Tells whether the result of a copy \a from an entry to the destination with the key \a to
+    /// would be another one if the pending copies were not committed first.
+    bool dependsOnPending(const QFileInfo &from, const QString &to)
     {
         if (mPending.empty()) {
             return false;
@@ -171,76 +190,74 @@ private:
         if (isLink(from)) {
             const QString target = from.canonicalFilePath();
             const bool leadsNowhere = target.isEmpty(); // yet
-            if (leadsNowhere || mTouched.contains(keyOf(QFileInfo(target)))) {
+            if (leadsNowhere || isTouched(keyOf(QFileInfo(target), mSource))) {
                 return true;
             }
         }
-        const QString key = keyOf(before);
-        return mTouched.contains(keyOf(from)) || mTouched.contains(key) ||
-               mTouched.contains(backupOf(key));
+        return isTouched(keyOf(from, mSource)) || isTouched(to) || mTouched.contains(backupOf(to));
     }
 
-    std::error_code prepare(PendingCopy &copy, const QFileInfo &from, const QFileInfo &before)
+    std::error_code makeFresh(PendingCopy &copy, const QFileInfo &from, const QFileInfo &to)
     {
         // Reading from a pipe may never begin, from a device never end.
         if (!from.isFile() && !from.isDir() && from.exists()) {
             return FileError::SourceIsNoFile;
         }
-        copy.isNew = !entryExists(before);
-        if (!copy.isNew && areSameEntry(from, before)) {
+        copy.isNew = !entryExists(to);
+        if (!copy.isNew && areSameEntry(from, to)) {
             return FileError::SameFile;
         }
         copy.replacesPassage =
-            !copy.isNew && (isPassage(before) || isPassage(QFileInfo(backupOf(copy.destination))));
-        const QString folder = before.path();
-        copy.fresh = freePathIn(folder);
-        std::optional<std::size_t> &fileSystem = mFolders[folder].fileSystem;
-        if (!fileSystem) {
-            fileSystem = mFileSystems.add(folder);
+            !copy.isNew && (isPassage(to) || isPassage(QFileInfo(backupOf(copy.destination))));
+        if (!mDestination.fileSystem) {
+            mDestination.fileSystem = mFileSystems.add(copy.folder);
         }
-        copy.fileSystem = fileSystem;
-        return {};
+        copy.fileSystem = mDestination.fileSystem;
+        copy.fresh = freeName();
+        return copyFile(from, open(copy), copy.fresh);
     }
 
-    static std::error_code replaceDestination(const PendingCopy &copy)
+    std::error_code replaceDestination(const PendingCopy &copy)
     {
-        if (copy.isNew && !os::renameNew(copy.fresh, copy.destination)) {
+        const os::CopyFolder &folder = open(copy);
+        if (copy.isNew && !folder.renameNew(copy.fresh, copy.name)) {
             return {};
         }
         const QFileInfo before(copy.destination);
         const QString backup = backupOf(copy.destination);
         if (!entryExists(before)) {
-            return os::renameNew(copy.fresh, copy.destination);
+            return folder.renameNew(copy.fresh, copy.name);
+        }
+        if (copy.name.isEmpty()) { // the path ends in a separator
+            return std::make_error_code(std::errc::invalid_argument);
         }
         if (!keepsContentOf(copy.destination, backup)) {
             if (before.isDir() && !isLink(before)) {
                 QFile::remove(backup); // a folder does not replace a file
             }
             if (const std::error_code error =
-                    os::keepAsBackup(copy.destination, backup, freePathIn(before.path()))) {
+                    folder.keepAsBackup(copy.name, backupOf(copy.name), freeName())) {
                 return error;
             }
             if (!entryExists(QFileInfo(copy.destination))) {
-                return os::renameNew(copy.fresh, copy.destination);
+                return folder.renameNew(copy.fresh, copy.name);
             }
         }
-        return os::renameOver(copy.fresh, copy.destination);
+        return folder.renameOver(copy.fresh, copy.name);
     }
 
-    static std::error_code syncContent(const PendingCopy &copy)
+    std::error_code syncContent(const PendingCopy &copy)
     {
-        const std::error_code error = os::syncFile(copy.fresh);
+        const std::error_code error = open(copy).syncFile(copy.fresh);
         return error || !QFileInfo(copy.destination).isFile() ? error
-                                                              : os::syncFile(copy.destination);
+                                                              : open(copy).syncFile(copy.name);
     }
 
-    static std::error_code syncNames(const PendingCopy &copy)
-    {
-        return os::syncFolder(QFileInfo(copy.destination).path());
-    }
+    std::error_code syncNames(const PendingCopy &copy) { return open(copy).syncNames(); }
 
     /// Syncs one pending copy with \a syncOne, and more than one together.
-    void sync(std::error_code (*syncOne)(const PendingCopy &), QString PendingCopy::*made)
+    void sync(
+        std::error_code (CopyBatch::*syncOne)(const PendingCopy &), QString PendingCopy::*made)
     {
         if (mPending.size() == 1 && !QFileInfo(mPending.front().destination).isDir()) {
             finish(syncOne, made);
@@ -255,11 +272,10 @@ private:
     }
 
     /// Does \a step for each pending copy, and drops those that fail.
-    template<class Step>
-    void finish(Step step, QString PendingCopy::*made)
+    void finish(std::error_code (CopyBatch::*step)(const PendingCopy &), QString PendingCopy::*made)
     {
         for (PendingCopy &copy : mPending) {
-            copy.error = step(copy);
+            copy.error = (this->*step)(copy);
         }
         dropFailed(made);
     }
@@ -269,12 +285,20 @@ private:
     {
         std::erase_if(mPending, [&](const PendingCopy &copy) {
             if (copy.error) {
-                os::discardCopy(copy.*made);
+                open(copy).discardCopy(copy.*made);
                 report(copy, copy.error);
             }
             return bool(copy.error);
         });
     }
+
+    const os::CopyFolder &open(const PendingCopy &copy)
+    {
+        return copyFolder(copy.folder, mLastFolder);
+    }
+
+    /// Returns a name that no entry has.
+    QString freeName() { return mRandom + QString::number(++mNames) + QStringLiteral(".tmp"); }
 
     static void report(const PendingCopy &copy, const std::error_code &error)
     {
@@ -294,9 +318,14 @@ private:
 
     std::vector<bool> mResults;
     std::vector<PendingCopy> mPending;
-    QSet<QString> mTouched;          ///< keys of the destinations and backups of the pending
-    QHash<QString, Folder> mFolders; ///< by path
+    std::unordered_set<QString, KeyHash> mTouched; ///< keys of the pending destinations
+    Folder mSource;                                ///< of the last copy
+    Folder mDestination;                           ///< of the last copy
+    std::optional<os::CopyFolder> mLastFolder;
     os::SyncedFileSystems mFileSystems;
+    // The names are short, because Linux allocates memory for those of 40 bytes and more.
+    QString mRandom = QString::number(QRandomGenerator::system()->generate64(), 36) + u'-';
+    int mNames = 0;
 };
 
 } // namespace

@@ -11,40 +11,54 @@ namespace Vyn::OvraBase {
 namespace {
 
 /// QFile::copy() writes through a buffer and misses an error of its last write.
-std::error_code copyResource(const QString &from, const QString &to)
+std::error_code copyResource(const QString &from, const os::CopyFolder &folder, const QString &name)
 {
     QFile source(from);
     if (!source.open(QIODevice::ReadOnly)) {
         return FileError::SourceNotOpened;
     }
     const QByteArray content = source.readAll();
-    QFile copy(to);
+    QFile copy(folder.path(name));
     if (!copy.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
         return std::make_error_code(
-            QFileInfo::exists(to) ? std::errc::file_exists : std::errc::permission_denied);
+            copy.exists() ? std::errc::file_exists : std::errc::permission_denied);
     }
     const bool isWritten = copy.write(content) == content.size();
     copy.close();
     copy.setPermissions(source.permissions());
     const std::error_code error = isWritten && copy.error() == QFile::NoError
-                                      ? os::syncFile(to) // Windows syncs nothing later
+                                      ? folder.syncFile(name) // Windows syncs nothing later
                                       : std::make_error_code(std::errc::io_error);
     if (error) {
-        os::discardCopy(to);
+        folder.discardCopy(name);
     }
     return error;
 }
 
 } // namespace
 
-std::error_code copyFile(const QString &from, const QString &to)
+QString os::CopyFolder::path(const QString &name) const
 {
-    if (!QFileInfo(from).isNativePath()) {
-        return copyResource(from, to);
+    return (mPath.endsWith(u'/') ? mPath : QString(mPath + u'/')) + name;
+}
+
+const os::CopyFolder &copyFolder(const QString &path, std::optional<os::CopyFolder> &last)
+{
+    if (!last || last->path() != path) {
+        last.emplace(path);
     }
-    const std::error_code error = os::copyFile(from, to);
+    return *last;
+}
+
+std::error_code copyFile(const QFileInfo &from, const os::CopyFolder &folder, const QString &name)
+{
+    const QString path = from.filePath();
+    if (!from.isNativePath()) {
+        return copyResource(path, folder, name);
+    }
+    const std::error_code error = folder.copyFile(path, name);
     const bool isOfSource =
-        error && error != FileError::SourceIsNoFile && !QFile(from).open(QIODevice::ReadOnly);
+        error && error != FileError::SourceIsNoFile && !QFile(path).open(QIODevice::ReadOnly);
     return isOfSource ? FileError::SourceNotOpened : error;
 }
 

@@ -11,28 +11,57 @@
 #include <system_error>
 #include <vector>
 
+class QFileInfo;
+
 /// \file
 /// What copies are made of. Each function returns an empty code on success.
 namespace Vyn::OvraBase {
 
-/// Makes \a to, where nothing is yet, a copy of the file or Qt resource \a from. On failure nothing
-/// new is at \a to. The copy need not be synced yet.
-std::error_code copyFile(const QString &from, const QString &to);
-
 namespace os {
 
-/// Does what Vyn::OvraBase::copyFile() does for files of the system. The copy has the permissions
-/// of \a from without the set-uid, set-gid and sticky bits, where the file system lets them be set.
-std::error_code copyFile(const QString &from, const QString &to);
+/// A folder in which copies are made. The system looks up its path once, where it can.
+class CopyFolder {
+public:
+    explicit CopyFolder(const QString &path);
+    ~CopyFolder();
+    CopyFolder(const CopyFolder &) = delete;
+    CopyFolder &operator=(const CopyFolder &) = delete;
 
-/// Removes the copy \a path, even if it is read-only. Ignores failures.
-void discardCopy(const QString &path);
+    const QString &path() const { return mPath; }
+    QString path(const QString &name) const;
 
-/// Waits until the content of the file \a path is on the disk.
-std::error_code syncFile(const QString &path);
+    /// Does what Vyn::OvraBase::copyFile() does for files of the system. The copy has the
+    /// permissions of \a from without the set-uid, set-gid and sticky bits, where the file system
+    /// lets them be set.
+    std::error_code copyFile(const QString &from, const QString &name) const;
 
-/// Waits until the names in the folder \a path are on the disk.
-std::error_code syncFolder(const QString &path);
+    /// Removes the copy \a name, even if it is read-only. Ignores failures.
+    void discardCopy(const QString &name) const;
+
+    /// Waits until the content of the file \a name is on the disk.
+    std::error_code syncFile(const QString &name) const;
+
+    /// Waits until the names in the folder are on the disk.
+    std::error_code syncNames() const;
+
+    /// Renames \a from to \a to, which must not exist.
+    std::error_code renameNew(const QString &from, const QString &to) const;
+
+    /// Renames \a from to \a to in one step, over a file that exists. On failure nothing has
+    /// changed.
+    std::error_code renameOver(const QString &from, const QString &to) const;
+
+    /// Gives the entry \a name the second name \a backup, in place of what has it. Renames the
+    /// entry where it cannot have two names: a folder, on Windows, and on file systems without hard
+    /// links. No entry may have the name \a spare.
+    std::error_code keepAsBackup(
+        const QString &name, const QString &backup, const QString &spare) const;
+
+private:
+    QString mPath;
+    int mDescriptor = -1;   ///< -1 if the folder cannot be opened, and on Windows
+    std::error_code mError; ///< why it cannot be opened
+};
 
 /// File systems that are synced as a whole, which costs less than one sync for each file. Windows
 /// can sync files only: there, the other functions of this header sync what they write.
@@ -58,18 +87,6 @@ private:
     std::vector<FileSystem> mFileSystems;
 };
 
-/// Renames \a from to \a to, which must not exist. Both are in one folder.
-std::error_code renameNew(const QString &from, const QString &to);
-
-/// Renames \a from to \a to in one step, over a file that is there. Without success nothing has
-/// changed. Both are in one folder.
-std::error_code renameOver(const QString &from, const QString &to);
-
-/// Keeps the entry \a path under the name \a backup too, in place of what is there. Renames it
-/// where it cannot have two names: a folder, on Windows, and on file systems without hard links.
-/// The name \a spare must be free. All are in one folder.
-std::error_code keepAsBackup(const QString &path, const QString &backup, const QString &spare);
-
 /// Makes the folder \a to, where nothing is yet, not more open than the folder \a from; only its
 /// owner has all rights.
 std::error_code makeFolderLike(const QString &from, const QString &to);
@@ -82,4 +99,12 @@ void finishFolderLike(const QString &from, const QString &to);
 std::error_code listFolder(const QString &path, QStringList &names);
 
 } // namespace os
+
+/// Returns the open folder \a path: \a last if that is the one, else a new one, kept in \a last.
+const os::CopyFolder &copyFolder(const QString &path, std::optional<os::CopyFolder> &last);
+
+/// Makes \a name, which must not exist in \a folder, a copy of the file or Qt resource \a from. On
+/// failure nothing new is there. The copy need not be synced yet.
+std::error_code copyFile(const QFileInfo &from, const os::CopyFolder &folder, const QString &name);
+
 } // namespace Vyn::OvraBase

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 #include <vector>
 
@@ -150,6 +151,11 @@ bool FileUtils::copyRecursively(const QString &source, const QString &destinatio
     bool allCopied = true;
     os::SyncedFileSystems fileSystems;
     std::vector<const PlannedCopy *> madeFolders;
+    std::optional<os::CopyFolder> last;
+    const auto copyOne = [&](const PlannedCopy &copy) {
+        const QFileInfo to(copy.to);
+        return copyFile(QFileInfo(copy.from), copyFolder(to.path(), last), to.fileName());
+    };
     for (const PlannedCopy &copy : plan.copies()) {
         if (copy.kind == PlannedCopy::Folder) {
             if (!isFolder(copy.to) && !os::makeFolderLike(copy.from, copy.to)) {
@@ -163,7 +169,7 @@ bool FileUtils::copyRecursively(const QString &source, const QString &destinatio
             if (copy.isEmpty) { // else the copy of what is inside tells
                 warn(copy);
             }
-        } else if (copy.kind == PlannedCopy::Impossible || copyFile(copy.from, copy.to)) {
+        } else if (copy.kind == PlannedCopy::Impossible || copyOne(copy)) {
             warn(copy);
             allCopied = false;
         }

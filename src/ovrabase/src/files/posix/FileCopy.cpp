@@ -36,8 +36,13 @@ std::error_code errorOf(int result)
 
 class Descriptor {
 public:
-    Descriptor(const QString &path, int flags, mode_t mode = 0)
-        : mDescriptor(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, mode))
+    Descriptor(const QString &path, int flags)
+        : Descriptor(AT_FDCWD, path, flags)
+    {
+    }
+    Descriptor(int folder, const QString &name, int flags, mode_t mode = 0)
+        : mDescriptor(
+              ::openat(folder, QFile::encodeName(name).constData(), flags | O_CLOEXEC, mode))
     {
     }
     ~Descriptor()
@@ -72,24 +77,28 @@ std::error_code writeAll(int file, const char *data, ssize_t size)
     return {};
 }
 
-/// Copies from where both files stand to the end of \a from, which is \a size bytes long or grows.
+/// Copies from where both files stand to the end of \a from, which had \a size bytes.
 std::error_code copyContent(int from, int to, off_t size)
 {
     // Shares the blocks where the file system can. It refuses many pairs of files and finds nothing
     // in those of /proc. Reading and writing go on where it ends, and meet the error if it is one.
     constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;
-    ssize_t count = 0;
-    for (off_t copied = 0; copied < size; copied += count) {
-        count = ::copy_file_range(from, nullptr, to, nullptr, kMostAtOnce, 0);
+    off_t copied = 0;
+    while (copied < size) {
+        const ssize_t count = ::copy_file_range(from, nullptr, to, nullptr, kMostAtOnce, 0);
         if (count <= 0) {
             break;
         }
+        copied += count;
+    }
+    if (size > 0 && copied >= size) {
+        return {};
     }
 
     constexpr std::size_t kBufferSize = std::size_t{64} << 10;
     const auto buffer = std::make_unique_for_overwrite<char[]>(kBufferSize);
     for (;;) {
-        count = ::read(from, buffer.get(), kBufferSize);
+        const ssize_t count = ::read(from, buffer.get(), kBufferSize);
         if (count == 0) {
             return {};
         }
@@ -129,9 +138,25 @@ std::error_code syncOpened(const Descriptor &entry)
 
 } // namespace
 
+CopyFolder::CopyFolder(const QString &path)
+    : mPath(path)
+{
+    // Names in a folder can be changed without the right to list them.
+    Descriptor folder(path, O_PATH | O_DIRECTORY);
+    mError = folder.isOpen() ? std::error_code() : lastError();
+    mDescriptor = folder.release();
+}
+
+CopyFolder::~CopyFolder()
+{
+    if (mDescriptor >= 0) {
+        ::close(mDescriptor);
+    }
+}
+
 // Neither the standard library nor Qt serves: std::filesystem::copy_file() of GCC 12 misses the
 // error of the last write, QFile::copy() starts again after an error and syncs each file.
-std::error_code copyFile(const QString &from, const QString &to)
+std::error_code CopyFolder::copyFile(const QString &from, const QString &name) const
 {
     const Descriptor source(from, O_RDONLY | O_NONBLOCK); // a pipe may be there meanwhile
     struct stat status {};
@@ -142,8 +167,11 @@ std::error_code copyFile(const QString &from, const QString &to)
         return S_ISDIR(status.st_mode) ? std::make_error_code(std::errc::is_a_directory)
                                        : FileError::SourceIsNoFile;
     }
+    if (mError) {
+        return mError;
+    }
     const mode_t permissions = status.st_mode & kPermissions;
-    Descriptor copy(to, O_WRONLY | O_CREAT | O_EXCL, permissions);
+    Descriptor copy(mDescriptor, name, O_WRONLY | O_CREAT | O_EXCL, permissions);
     if (!copy.isOpen()) {
         return lastError();
     }
@@ -152,30 +180,71 @@ std::error_code copyFile(const QString &from, const QString &to)
     if (::fstat(copy.get(), &status) != 0 || (status.st_mode & ~mode_t{S_IFMT}) != permissions) {
         static_cast<void>(::fchmod(copy.get(), permissions));
     }
+    // The disk works while the next file is copied. The sync, which waits, tells the errors.
+    static_cast<void>(::sync_file_range(copy.get(), 0, 0, SYNC_FILE_RANGE_WRITE));
     if (::close(copy.release()) != 0 && !error) {
         error = lastError();
     }
     if (error) {
-        discardCopy(to);
+        discardCopy(name);
     }
     return error;
 }
 
-void discardCopy(const QString &path)
+void CopyFolder::discardCopy(const QString &name) const
 {
-    ::unlink(QFile::encodeName(path).constData());
+    ::unlinkat(mDescriptor, QFile::encodeName(name).constData(), 0);
 }
 
-std::error_code syncFile(const QString &path)
+std::error_code CopyFolder::syncFile(const QString &name) const
 {
-    return syncOpened(Descriptor(path, kToSync));
+    return syncOpened(Descriptor(mDescriptor, name, kToSync));
 }
 
-std::error_code syncFolder(const QString &path)
+std::error_code CopyFolder::syncNames() const
 {
-    const std::error_code error = syncOpened(Descriptor(path, kToSync | O_DIRECTORY));
+    const std::error_code error =
+        syncOpened(Descriptor(mDescriptor, QStringLiteral("."), kToSync | O_DIRECTORY));
     // Some network file systems sync files only.
     return error == std::errc::invalid_argument ? std::error_code() : error;
+}
+
+std::error_code CopyFolder::renameNew(const QString &from, const QString &to) const
+{
+    const QByteArray source = QFile::encodeName(from);
+    const QByteArray destination = QFile::encodeName(to);
+    const std::error_code error = errorOf(::renameat2(
+        mDescriptor, source.constData(), mDescriptor, destination.constData(), RENAME_NOREPLACE));
+    if (error != std::errc::invalid_argument && error != std::errc::function_not_supported) {
+        return error;
+    }
+    // This file system has no such rename. Two names for a moment, but never over another file.
+    if (::linkat(mDescriptor, source.constData(), mDescriptor, destination.constData(), 0) == 0) {
+        ::unlinkat(mDescriptor, source.constData(), 0);
+        return {};
+    }
+    return errno == EEXIST ? lastError() : renameOver(from, to);
+}
+
+std::error_code CopyFolder::renameOver(const QString &from, const QString &to) const
+{
+    return errorOf(::renameat(mDescriptor, QFile::encodeName(from).constData(), mDescriptor,
+        QFile::encodeName(to).constData()));
+}
+
+std::error_code CopyFolder::keepAsBackup(
+    const QString &name, const QString &backup, const QString &spare) const
+{
+    const QByteArray second = QFile::encodeName(spare);
+    if (::linkat(mDescriptor, QFile::encodeName(name).constData(), mDescriptor, second.constData(),
+            0) != 0) {
+        return renameOver(name, backup);
+    }
+    const std::error_code error = renameOver(spare, backup);
+    if (error) {
+        ::unlinkat(mDescriptor, second.constData(), 0);
+    }
+    return error;
 }
 
 SyncedFileSystems::~SyncedFileSystems()
@@ -213,42 +282,6 @@ std::vector<std::error_code> SyncedFileSystems::sync() const
                                                    : errorOf(::syncfs(fileSystem.descriptor)));
     }
     return errors;
-}
-
-std::error_code renameNew(const QString &from, const QString &to)
-{
-    const QByteArray source = QFile::encodeName(from);
-    const QByteArray destination = QFile::encodeName(to);
-    const std::error_code error = errorOf(::renameat2(
-        AT_FDCWD, source.constData(), AT_FDCWD, destination.constData(), RENAME_NOREPLACE));
-    if (error != std::errc::invalid_argument && error != std::errc::function_not_supported) {
-        return error;
-    }
-    // This file system has no such rename. Two names for a moment, but never over another file.
-    if (::link(source.constData(), destination.constData()) == 0) {
-        ::unlink(source.constData());
-        return {};
-    }
-    return errno == EEXIST ? lastError() : renameOver(from, to);
-}
-
-std::error_code renameOver(const QString &from, const QString &to)
-{
-    return errorOf(
-        ::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()));
-}
-
-std::error_code keepAsBackup(const QString &path, const QString &backup, const QString &spare)
-{
-    const QByteArray second = QFile::encodeName(spare);
-    if (::link(QFile::encodeName(path).constData(), second.constData()) != 0) {
-        return renameOver(path, backup);
-    }
-    const std::error_code error = renameOver(spare, backup);
-    if (error) {
-        ::unlink(second.constData());
-    }
-    return error;
 }
 
 std::error_code makeFolderLike(const QString &from, const QString &to)

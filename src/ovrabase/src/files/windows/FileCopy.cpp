@@ -75,37 +75,66 @@ std::error_code sync(const std::filesystem::path &path)
 
 } // namespace
 
-std::error_code copyFile(const QString &from, const QString &to)
+CopyFolder::CopyFolder(const QString &path)
+    : mPath(path)
 {
-    const std::filesystem::path copy = nativePath(to);
+}
+
+CopyFolder::~CopyFolder() {}
+
+std::error_code CopyFolder::copyFile(const QString &from, const QString &name) const
+{
+    const std::filesystem::path copy = nativePath(path(name));
     const bool wasFree = ::GetFileAttributesW(copy.c_str()) == INVALID_FILE_ATTRIBUTES;
     const bool isCopied = ::CopyFileW(nativePath(from).c_str(), copy.c_str(), TRUE) != 0;
     const std::error_code error = isCopied ? sync(copy) : errorFrom(::GetLastError());
     if (error && wasFree && error.value() != ERROR_FILE_EXISTS) {
-        discardCopy(to);
+        discardCopy(name);
     }
     return error;
 }
 
-void discardCopy(const QString &path)
+void CopyFolder::discardCopy(const QString &name) const
 {
-    const std::filesystem::path copy = nativePath(path);
+    const std::filesystem::path copy = nativePath(path(name));
     WithoutReadOnly(copy).release();
     ::DeleteFileW(copy.c_str());
 }
 
-std::error_code syncFile(const QString &path)
+std::error_code CopyFolder::syncFile(const QString &name) const
 {
-    const std::error_code error = sync(nativePath(path));
+    const std::error_code error = sync(nativePath(path(name)));
     // Who may only read a file has not written it.
     const bool mayNotWrite =
         error.value() == ERROR_ACCESS_DENIED || error.value() == ERROR_SHARING_VIOLATION;
     return mayNotWrite ? std::error_code() : error;
 }
 
-std::error_code syncFolder(const QString & /*path*/)
+std::error_code CopyFolder::syncNames() const
 {
     return {}; // the renames wait until they are on the disk
+}
+
+std::error_code CopyFolder::renameNew(const QString &from, const QString &to) const
+{
+    return rename(path(from), path(to), 0);
+}
+
+std::error_code CopyFolder::renameOver(const QString &from, const QString &to) const
+{
+    WithoutReadOnly replaceable(nativePath(path(to)));
+    const std::error_code error = rename(path(from), path(to), MOVEFILE_REPLACE_EXISTING);
+    if (!error) {
+        replaceable.release();
+    }
+    return error;
+}
+
+std::error_code CopyFolder::keepAsBackup(
+    const QString &name, const QString &backup, const QString & /*spare*/) const
+{
+    // With a second name, a file that others have open would lose its older backup in vain.
+    return renameOver(name, backup);
 }
 
 SyncedFileSystems::~SyncedFileSystems() {}
@@ -121,27 +150,6 @@ std::optional<std::size_t> SyncedFileSystems::add(const QString & /*path*/)
 std::vector<std::error_code> SyncedFileSystems::sync() const
 {
     return std::vector<std::error_code>(mFileSystems.size());
-}
-
-std::error_code renameNew(const QString &from, const QString &to)
-{
-    return rename(from, to, 0);
-}
-
-std::error_code renameOver(const QString &from, const QString &to)
-{
-    WithoutReadOnly replaceable(nativePath(to));
-    const std::error_code error = rename(from, to, MOVEFILE_REPLACE_EXISTING);
-    if (!error) {
-        replaceable.release();
-    }
-    return error;
-}
-
-std::error_code keepAsBackup(const QString &path, const QString &backup, const QString & /*spare*/)
-{
-    // With a second name, a file that others have open would lose its older backup in vain.
-    return renameOver(path, backup);
 }
 
 std::error_code makeFolderLike(const QString & /*from*/, const QString &to)
