@@ -99,8 +99,7 @@ public:
         }
         qint64 &next = mNext.insert({names.path(names.first()), names.first()}).first->second;
         for (;; ++next) {
-            next = names.firstFree(next);
-            file.setFileName(names.path(next));
+            file.setFileName(names.firstFreePath(next));
             if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
                 break;
             }

@@ -150,7 +150,8 @@ QString FileUtils::getUniqueFileName(
     const QString &folder, const QString &baseName, const QString &extension)
 {
     const NumberedNames names(folder, baseName, extension);
-    return names.path(names.firstFree(names.first()));
+    qint64 number = names.first();
+    return names.firstFreePath(number);
 }
 
 NumberedNames::NumberedNames(
@@ -180,7 +181,7 @@ bool NumberedNames::isInFolder() const
     return QDir::isRelativePath(name) && !name.contains(u'/');
 }
 
-qint64 NumberedNames::firstFree(qint64 number) const
+QString NumberedNames::firstFreePath(qint64 &number) const
 {
     // The first names are tested without a listing, because a few tests are faster than one. Then
     // some entries are listed per test. To list an entry takes about a tenth of the time of a test,
@@ -194,8 +195,9 @@ qint64 NumberedNames::firstFree(qint64 number) const
         }
         // The listing cannot show that a name is free: the file system may ignore letter case, and
         // a file may be newer than the listing.
-        if (!FileUtils::isFile(path(number))) {
-            return number;
+        QString candidate = path(number);
+        if (!FileUtils::isFile(candidate)) {
+            return candidate;
         }
         if (++tests == kTestsBeforeListing && isInFolder()) {
             listed.emplace(mFolder.path(), mStem + u'_', mEnd);

@@ -21,8 +21,9 @@ public:
     /// Returns the path with \a number.
     QString path(qint64 number) const;
 
-    /// Returns the first number, from \a number on, at whose path no file exists.
-    qint64 firstFree(qint64 number) const;
+    /// Raises \a number to the first one, from its value on, at whose path no file exists. Returns
+    /// that path.
+    QString firstFreePath(qint64 &number) const;
 
 private:
     /// Returns false if the stem or the extension contains a separator, so that the paths are in
