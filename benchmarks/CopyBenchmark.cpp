@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// Copies of 10,000 small files that survive a power cut, beside "cp -r" and one sync of the file
-/// system, and beside QFile::copy(), which syncs each file.
-/// The folder that TMPDIR names decides which disk is measured. Compare medians of one run:
+/// Copies small files so that they survive a power cut, beside "cp -r" and one sync of the file
+/// system, and beside QFile::copy(), which syncs each file. The folder that TMPDIR names decides
+/// which disk is measured. Compare medians of one run:
 ///     CopyBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
 #include <ovrabase/files/FileUtils.h>
@@ -24,40 +24,38 @@ namespace {
 
 using Vyn::OvraBase::FileUtils;
 
-constexpr int kFiles = 10'000;
-
 QString nameOf(int file)
 {
     return QStringLiteral("%1/%2").arg(file / 100).arg(file);
 }
 
-/// A folder with the files, from 0 to 8 KB in size, in a hundred folders.
-const QTemporaryDir &source()
+/// Returns the path of a folder with \a files files, from 0 to 8 KB in size, in folders of a
+/// hundred.
+QString source(int files)
 {
-    static const QTemporaryDir folder;
-    static const bool isFilled = [] {
-        for (int i = 0; i < kFiles; ++i) {
-            const QString path = folder.filePath(nameOf(i));
-            FileUtils::makeFolder(FileUtils::extractFolderPath(path));
-            FileUtils::saveTextToFile(QString(i * 37 % 8192, u'x'), path);
+    static const QTemporaryDir base;
+    const QDir folder(base.filePath(QString::number(files)));
+    for (int i = 0; !folder.exists(nameOf(files - 1)) && i < files; ++i) {
+        folder.mkpath(QString::number(i / 100));
+        QFile file(folder.filePath(nameOf(i)));
+        if (file.open(QFile::WriteOnly)) {
+            file.write(QByteArray(i * 37 % 8192, 'x'));
         }
-        return true;
-    }();
-    benchmark::DoNotOptimize(isFilled);
-    return folder;
+    }
+    return folder.path();
 }
 
-/// Measures \a copyTo, which is given the path of a new folder each time. Nothing else is left to
-/// write to the disk when it begins.
-void measure(benchmark::State &state, const std::function<bool(const QDir &)> &copyTo)
+/// Measures \a copyTo, which gets the source and the path of a new folder each time. Before it
+/// begins, everything else is written to the disk.
+void measure(benchmark::State &state, const std::function<bool(const QDir &, const QDir &)> &copyTo)
 {
-    source();
+    const QDir from(source(int(state.range(0))));
     for (auto _ : state) {
         state.PauseTiming();
         const auto destination = std::make_unique<QTemporaryDir>();
         QProcess::execute(QStringLiteral("sync"), {QStringLiteral("-f"), destination->path()});
         state.ResumeTiming();
-        if (!copyTo(destination->filePath(QStringLiteral("copy")))) {
+        if (!copyTo(from, destination->filePath(QStringLiteral("copy")))) {
             state.SkipWithError("the copy fails");
         }
         state.PauseTiming();
@@ -68,19 +66,19 @@ void measure(benchmark::State &state, const std::function<bool(const QDir &)> &c
 
 void cpAndSync(benchmark::State &state)
 {
-    measure(state, [](const QDir &copy) {
+    measure(state, [](const QDir &from, const QDir &copy) {
         return QProcess::execute(QStringLiteral("sh"),
                    {QStringLiteral("-c"), QStringLiteral("cp -r \"$0\" \"$1\" && sync -f \"$1\""),
-                       source().path(), copy.path()}) == 0;
+                       from.path(), copy.path()}) == 0;
     });
 }
 
 void copyManyWithBackup(benchmark::State &state)
 {
-    measure(state, [](const QDir &copy) {
+    measure(state, [&](const QDir &from, const QDir &copy) {
         std::vector<std::pair<QString, QString>> copies;
-        for (int i = 0; i < kFiles; ++i) {
-            copies.emplace_back(source().filePath(nameOf(i)), copy.filePath(nameOf(i)));
+        for (int i = 0; i < state.range(0); ++i) {
+            copies.emplace_back(from.filePath(nameOf(i)), copy.filePath(nameOf(i)));
             if (i % 100 == 0) {
                 copy.mkpath(QString::number(i / 100));
             }
@@ -92,29 +90,30 @@ void copyManyWithBackup(benchmark::State &state)
 
 void copyFolder(benchmark::State &state)
 {
-    measure(state,
-        [](const QDir &copy) { return FileUtils::copyRecursively(source().path(), copy.path()); });
+    measure(state, [](const QDir &from, const QDir &copy) {
+        return FileUtils::copyRecursively(from.path(), copy.path());
+    });
 }
 
 void copyAndSyncEach(benchmark::State &state)
 {
-    measure(state, [](const QDir &copy) {
+    measure(state, [&](const QDir &from, const QDir &copy) {
         bool allCopied = true;
-        for (int i = 0; i < kFiles; ++i) {
+        for (int i = 0; i < state.range(0); ++i) {
             if (i % 100 == 0) {
                 copy.mkpath(QString::number(i / 100));
             }
             allCopied =
-                QFile::copy(source().filePath(nameOf(i)), copy.filePath(nameOf(i))) && allCopied;
+                QFile::copy(from.filePath(nameOf(i)), copy.filePath(nameOf(i))) && allCopied;
         }
         return allCopied;
     });
 }
 
-BENCHMARK(cpAndSync)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(copyManyWithBackup)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(copyFolder)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(copyAndSyncEach)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(cpAndSync)->Arg(10'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(copyManyWithBackup)->Arg(10'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(copyFolder)->Arg(500)->Arg(10'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(copyAndSyncEach)->Arg(500)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 
