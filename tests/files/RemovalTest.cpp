@@ -7,6 +7,8 @@
 
 #include <ovrabase/logging/logStr.h>
 
+#include <QProcess>
+
 #ifndef Q_OS_WIN
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -49,6 +51,27 @@ TEST_F(Removal, OfAFolderLeavesAFile)
         lasting);
 #endif
 }
+
+#ifdef Q_OS_WIN
+TEST_F(Removal, RemovalOfAJunctionLeavesItsTarget)
+{
+    write("target/x", "x");
+    write("folder/sub/y", "y");
+    for (const char *junction : {"folder/sub/junction", "swapped"}) { // one in the folder's place
+        const QStringList command{u"/c"_s, u"mklink"_s, u"/J"_s,
+            QDir::toNativeSeparators(path(junction)), QDir::toNativeSeparators(path("target"))};
+        QProcess::execute(u"cmd"_s, command);
+        if (!QFileInfo(path(junction)).isJunction()) {
+            GTEST_SKIP() << "NOT TESTED, because this system makes no junctions";
+        }
+    }
+    for (const char *removed : {"folder", "swapped"}) {
+        FileUtils::removeDirRecursiveIfItExists(path(removed));
+        EXPECT_FALSE(exists(removed));
+    }
+    EXPECT_THAT(tree("."), ElementsAre(Pair("target/", ""), Pair("target/x", "x")));
+}
+#endif
 
 #ifndef Q_OS_WIN
 TEST_F(Removal, OfALinkLeavesItsTarget)
