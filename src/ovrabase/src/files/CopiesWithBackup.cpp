@@ -85,6 +85,8 @@ public:
     explicit CopyBatch(std::size_t size)
         : mResults(size)
     {
+        mPending.reserve(size);
+        mTouched.reserve(size);
     }
 
     /// Makes the copy number \a index, which takes the place of \a destination in commit().
