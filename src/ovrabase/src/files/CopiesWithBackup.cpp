@@ -61,19 +61,19 @@ bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
     if (!areEquivalent(a.filePath(), b.filePath())) {
         return false;
     }
-    // Two spellings of one name, unless they are names of one file in a folder that tells them
-    // apart.
+    // The names differ in letter case. They name one entry, unless the folder distinguishes case
+    // and they are two hard links of one file.
     std::error_code unknown;
     return std::filesystem::hard_link_count(os::nativePath(a.filePath()), unknown) == 1;
 }
 
-/// Tells whether \a backup is another name of the file \a path, and not a link that leads to it.
+/// Returns true if \a backup is a hard link of the file \a path.
 bool keepsContentOf(const QString &path, const QString &backup)
 {
     return !isLink(QFileInfo(backup)) && areEquivalent(path, backup);
 }
 
-/// Tells whether other paths lead through \a entry, or would if it were replaced.
+/// Returns true for a link and for a folder: other paths may lead through them.
 bool isPassage(const QFileInfo &entry)
 {
     return isLink(entry) || entry.isDir();
@@ -120,8 +120,8 @@ public:
     /// Puts the pending copies in the places of their destinations.
     void commit()
     {
-        // The new content must be on the disk before it gets the old name; the old content, too,
-        // which may have been written just before.
+        // The new content must be on the disk before it gets the name of the old content. The old
+        // content must be there too: it may have been written a moment ago.
         sync(&CopyBatch::syncContent, &PendingCopy::fresh);
         finish(&CopyBatch::replaceDestination, &PendingCopy::fresh);
         sync(&CopyBatch::syncNames, &PendingCopy::name);
@@ -147,7 +147,7 @@ private:
         QString fresh;  ///< name of the copy until it takes the place of the destination
         std::optional<std::size_t> fileSystem; ///< none if the folder does not exist
         bool isNew;                            ///< nothing is at the destination
-        bool replacesPassage;  ///< other paths may lead through the destination or the backup
+        bool replacesPassage;  ///< the destination or the backup is a link or a folder
         std::error_code error; ///< of the last step
     };
     struct Folder {
@@ -182,8 +182,8 @@ private:
                (key.endsWith(kBackupEnd) && mTouched.contains(key.chopped(kBackupEnd.size())));
     }
 
-    /// Tells whether the result of a copy \a from an entry to the destination with the key \a to
-    /// would be another one if the pending copies were not committed first.
+    /// Returns true if the pending copies must be committed before a copy of \a from to the
+    /// destination with the key \a to, because they change what one of these is.
     bool dependsOnPending(const QFileInfo &from, const QString &to)
     {
         if (mPending.empty()) {
@@ -201,7 +201,7 @@ private:
 
     std::error_code makeFresh(PendingCopy &copy, const QFileInfo &from, const QFileInfo &to)
     {
-        // Reading from a pipe may never begin, from a device never end.
+        // Reading a pipe may block forever. A device may have no end.
         if (!from.isFile() && !from.isDir() && from.exists()) {
             return FileError::SourceIsNoFile;
         }
@@ -282,7 +282,7 @@ private:
         dropFailed(made);
     }
 
-    /// Reports the pending copies that failed, which give up what they \a made.
+    /// Drops and reports the pending copies that failed. Removes the file that each \a made.
     void dropFailed(QString PendingCopy::*made)
     {
         std::erase_if(mPending, [&](const PendingCopy &copy) {

@@ -14,7 +14,7 @@
 class QFileInfo;
 
 /// \file
-/// What copies are made of. Each function returns an empty code on success.
+/// The steps of copies. A std::error_code is empty on success.
 namespace Vyn::OvraBase {
 
 namespace os {
@@ -64,7 +64,7 @@ private:
 };
 
 /// File systems that are synced as a whole, which costs less than one sync for each file. Windows
-/// can sync files only: there, the other functions of this header sync what they write.
+/// can sync files only. There, the other functions of this header sync what they write.
 class SyncedFileSystems {
 public:
     SyncedFileSystems() = default;
@@ -72,11 +72,12 @@ public:
     SyncedFileSystems(const SyncedFileSystems &) = delete;
     SyncedFileSystems &operator=(const SyncedFileSystems &) = delete;
 
-    /// Adds the file system of the folder \a path, before anything is written to it: only then is
-    /// every write error told. Returns its index for sync(), none if there is no such folder.
+    /// Adds the file system of the folder \a path. To be called before anything is written there:
+    /// sync() reports only write errors that happen after this call. Returns the index of the file
+    /// system in the result of sync(), nothing if the folder does not exist.
     std::optional<std::size_t> add(const QString &path);
 
-    /// Waits until all that was written is on the disk. Returns a code for each file system.
+    /// Waits until everything that was written is on the disk. Returns a code for each file system.
     std::vector<std::error_code> sync() const;
 
 private:
@@ -87,11 +88,12 @@ private:
     std::vector<FileSystem> mFileSystems;
 };
 
-/// Makes the folder \a to, where nothing is yet, not more open than the folder \a from; only its
-/// owner has all rights.
+/// Makes the folder \a to, which must not exist, with the permissions of the folder \a from and all
+/// rights for its owner.
 std::error_code makeFolderLike(const QString &from, const QString &to);
 
-/// Takes from the folder \a to, which is filled, what \a from does not allow its owner.
+/// Takes from the owner of the folder \a to the rights that the owner of \a from does not have. To
+/// be called when the folder is filled.
 void finishFolderLike(const QString &from, const QString &to);
 
 /// Appends the names in the folder \a path, without "." and "..", to \a names. On failure, not all

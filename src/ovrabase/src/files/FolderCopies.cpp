@@ -39,8 +39,8 @@ bool isAtOrBelow(const QString &path, const QString &folder)
            path.startsWith(folder.endsWith(u'/') ? folder : QString(folder + u'/'));
 }
 
-/// Tells whether \a entry is known to be a pipe, a socket, a device or a link that leads nowhere,
-/// given that it is neither a file nor a folder.
+/// Returns true if \a entry, which is neither a file nor a folder, is known to be a pipe, a socket,
+/// a device or a dangling link.
 bool isOfAnotherKind(const QFileInfo &entry)
 {
     if (!isLink(entry)) {
@@ -61,14 +61,14 @@ std::error_code listNames(const QString &folder, QStringList &names)
     return {};
 }
 
-/// Lists what a folder holds now, every folder before its content.
+/// Lists the content of a folder at this moment. Each folder comes before its content.
 class FolderCopyPlan {
 public:
     FolderCopyPlan(const QString &source, const QString &destination)
         : mCopies{{PlannedCopy::Folder, source, destination}}
     {
         std::size_t next = 0;
-        while (next < mCopies.size()) { // which grows
+        while (next < mCopies.size()) { // addContent() appends to it
             if (mCopies[next].kind == PlannedCopy::Folder) {
                 const std::size_t before = mCopies.size();
                 addContent(PlannedCopy(mCopies[next]));
@@ -110,8 +110,9 @@ private:
         mCopies.push_back(copy);
     }
 
-    /// Tells whether the content behind \a link, which is in \a folder, is copied: not if that
-    /// leads back, and not without end if folders behind links link to each other.
+    /// Returns true if the content of the folder behind \a link, which is in \a folder, is copied.
+    /// Links that lead back are not followed, and of the links in linked folders only the first
+    /// ones: folders that link to each other would be copied without end.
     bool mayFollow(const QFileInfo &link, const PlannedCopy &folder, QStringList &linkedFrom)
     {
         constexpr int kMostNested = 100;
@@ -166,7 +167,7 @@ bool FileUtils::copyRecursively(const QString &source, const QString &destinatio
                 continue;
             }
             allCopied = false;
-            if (copy.isEmpty) { // else the copy of what is inside tells
+            if (copy.isEmpty) { // otherwise the files inside are reported
                 warn(copy);
             }
         } else if (copy.kind == PlannedCopy::Impossible || copyOne(copy)) {
@@ -174,7 +175,7 @@ bool FileUtils::copyRecursively(const QString &source, const QString &destinatio
             allCopied = false;
         }
     }
-    // A folder may not allow its owner to change what it holds, so the innermost is first.
+    // The innermost first: a finished folder may not let its owner change anything in it.
     std::for_each(madeFolders.crbegin(), madeFolders.crend(),
         [](const PlannedCopy *copy) { os::finishFolderLike(copy->from, copy->to); });
     for (const std::error_code &error : fileSystems.sync()) {

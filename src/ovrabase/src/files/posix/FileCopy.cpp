@@ -80,8 +80,9 @@ std::error_code writeAll(int file, const char *data, ssize_t size)
 /// Copies from where both files stand to the end of \a from, which had \a size bytes.
 std::error_code copyContent(int from, int to, off_t size)
 {
-    // Shares the blocks where the file system can. It refuses many pairs of files and finds nothing
-    // in those of /proc. Reading and writing go on where it ends, and meet the error if it is one.
+    // copy_file_range() shares the blocks where the file system can. It fails for many pairs of
+    // files and returns 0 for files of /proc. Then the loop below goes on with read() and write(),
+    // which report the error if there is one.
     constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;
     off_t copied = 0;
     while (copied < size) {
@@ -124,13 +125,13 @@ mode_t permissionsOfFolder(const QString &path)
     return status.st_mode & kPermissions & ~lost;
 }
 
-/// Opens a file or folder to sync it. Waits for nobody, should it be a pipe.
+/// Opens a file or folder to sync it. If it is a pipe, open() does not wait for a writer.
 constexpr int kToSync = O_RDONLY | O_NONBLOCK;
 
 std::error_code syncOpened(const Descriptor &entry)
 {
     if (!entry.isOpen() && errno == EACCES) {
-        ::sync(); // who may not read an entry can sync it only together with all others
+        ::sync(); // an entry that may not be read can only be synced with everything else
         return {};
     }
     return entry.isOpen() ? errorOf(::fsync(entry.get())) : lastError();
@@ -158,7 +159,7 @@ CopyFolder::~CopyFolder()
 // error of the last write, QFile::copy() starts again after an error and syncs each file.
 std::error_code CopyFolder::copyFile(const QString &from, const QString &name) const
 {
-    const Descriptor source(from, O_RDONLY | O_NONBLOCK); // a pipe may be there meanwhile
+    const Descriptor source(from, O_RDONLY | O_NONBLOCK); // it may be a pipe now
     struct stat status {};
     if (!source.isOpen() || ::fstat(source.get(), &status) != 0) {
         return lastError();
@@ -176,11 +177,13 @@ std::error_code CopyFolder::copyFile(const QString &from, const QString &name) c
         return lastError();
     }
     std::error_code error = copyContent(source.get(), copy.get(), status.st_size);
-    // Undoes the process's mask. Refused on a mount whose files all belong to somebody else.
+    // openat() has applied the process's umask. On a mount whose files all belong to another user,
+    // fchmod() is refused, and the copy keeps the permissions that it has.
     if (::fstat(copy.get(), &status) != 0 || (status.st_mode & ~mode_t{S_IFMT}) != permissions) {
         static_cast<void>(::fchmod(copy.get(), permissions));
     }
-    // The disk works while the next file is copied. The sync, which waits, tells the errors.
+    // Starts to write without waiting, so that the disk works while the next file is copied. The
+    // sync at the end waits and reports the errors.
     static_cast<void>(::sync_file_range(copy.get(), 0, 0, SYNC_FILE_RANGE_WRITE));
     if (::close(copy.release()) != 0 && !error) {
         error = lastError();
@@ -218,7 +221,8 @@ std::error_code CopyFolder::renameNew(const QString &from, const QString &to) co
     if (error != std::errc::invalid_argument && error != std::errc::function_not_supported) {
         return error;
     }
-    // This file system has no such rename. Two names for a moment, but never over another file.
+    // This file system has no such rename. With link() the file has two names for a moment, but it
+    // never replaces another one.
     if (::linkat(mDescriptor, source.constData(), mDescriptor, destination.constData(), 0) == 0) {
         ::unlinkat(mDescriptor, source.constData(), 0);
         return {};

@@ -104,7 +104,7 @@ void CopyFolder::discardCopy(const QString &name) const
 std::error_code CopyFolder::syncFile(const QString &name) const
 {
     const std::error_code error = sync(nativePath(path(name)));
-    // Who may only read a file has not written it.
+    // A user who may only read the file has written nothing to it.
     const bool mayNotWrite =
         error.value() == ERROR_ACCESS_DENIED || error.value() == ERROR_SHARING_VIOLATION;
     return mayNotWrite ? std::error_code() : error;
@@ -112,7 +112,7 @@ std::error_code CopyFolder::syncFile(const QString &name) const
 
 std::error_code CopyFolder::syncNames() const
 {
-    return {}; // the renames wait until they are on the disk
+    return {}; // with MOVEFILE_WRITE_THROUGH, each rename waits for the disk
 }
 
 std::error_code CopyFolder::renameNew(const QString &from, const QString &to) const
@@ -133,7 +133,8 @@ std::error_code CopyFolder::renameOver(const QString &from, const QString &to) c
 std::error_code CopyFolder::keepAsBackup(
     const QString &name, const QString &backup, const QString & /*spare*/) const
 {
-    // With a second name, a file that others have open would lose its older backup in vain.
+    // No hard link: if another program has the file open, it cannot be replaced after that, and the
+    // older backup would be lost for nothing.
     return renameOver(name, backup);
 }
 
