@@ -182,9 +182,11 @@ std::error_code CopyFolder::copyFile(const QString &from, const QString &name) c
     if (::fstat(copy.get(), &status) != 0 || (status.st_mode & ~mode_t{S_IFMT}) != permissions) {
         static_cast<void>(::fchmod(copy.get(), permissions));
     }
-    // Starts to write without waiting, so that the disk works while the next file is copied. The
-    // sync at the end waits and reports the errors.
-    static_cast<void>(::sync_file_range(copy.get(), 0, 0, SYNC_FILE_RANGE_WRITE));
+    // Starts to write without waiting, so that the disk works while the next file is copied. Small
+    // files cost less if the sync at the end writes them all. It waits and reports the errors.
+    if (constexpr off_t kLeast = off_t{64} << 10; status.st_size >= kLeast) {
+        static_cast<void>(::sync_file_range(copy.get(), 0, 0, SYNC_FILE_RANGE_WRITE));
+    }
     if (::close(copy.release()) != 0 && !error) {
         error = lastError();
     }
