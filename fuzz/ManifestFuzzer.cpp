@@ -6,26 +6,32 @@
 #include <ovrabase/errors/Exception.h>
 #include <ovrabase/files/FileUtils.h>
 
+#include <QDateTime>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <Manifest.h>
+#include <AssetLibrary.h>
 #include <cstdint>
 
-/// The input is the file "manifest.json" of an asset library.
+/// The input is a "manifest.json" that the intake finds in its library, beside an empty "b.png" of
+/// the time 0.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    static const QTemporaryDir library;
-    QFile file(library.filePath(QStringLiteral("manifest.json")));
-    require(file.open(QFile::WriteOnly) &&
-            file.write(reinterpret_cast<const char *>(data), static_cast<qint64>(size)) >= 0);
-    file.close();
+    static const QTemporaryDir folder;
+    QFile asset(folder.filePath(QStringLiteral("b.png")));
+    require(asset.open(QFile::WriteOnly) &&
+            asset.setFileTime(QDateTime::fromMSecsSinceEpoch(0), QFile::FileModificationTime));
+    asset.close();
+    QFile manifest(folder.filePath(QStringLiteral("manifest.json")));
+    require(manifest.open(QFile::WriteOnly) &&
+            manifest.write(reinterpret_cast<const char *>(data), static_cast<qint64>(size)) >= 0);
+    manifest.close();
     try {
-        const Manifest manifest(library.path());
-        require(manifest.save());
-        const Manifest again(library.path()); // must not throw: the manifest wrote this file
+        const AssetLibrary library(folder.path());
+        require(library.saveManifest());
+        const AssetLibrary again(folder.path()); // it reads what it has written
     } catch (const Vyn::Exception::FileFormatException &failure) {
-        require(failure.subject() == file.fileName());
+        require(failure.subject() == manifest.fileName());
     }
     return 0;
 }

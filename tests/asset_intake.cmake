@@ -1,4 +1,4 @@
-# Runs asset_intake on folders full of traps:
+# Runs asset_intake on folders with names, links and changes that are easy to get wrong:
 #   cmake -DINTAKE=program -DWORK=folder [-DEMULATOR=what runs Windows programs] -P this file
 
 file(REMOVE_RECURSE "${WORK}" "${WORK}.out" "${WORK}.err")
@@ -15,13 +15,13 @@ file(WRITE "${WORK}/library/a.png.bak" "the user's own")
 
 function(run expected_status)
     foreach(attempt first second)
-        # Into files, as the desktop that Wine starts would hold a pipe open for seconds after each run.
+        # Output goes to files: the desktop that Wine starts keeps a pipe open for seconds after each run.
         execute_process(COMMAND ${EMULATOR} "${INTAKE}" ${ARGN}
             RESULT_VARIABLE status OUTPUT_FILE "${WORK}.out" ERROR_FILE "${WORK}.err")
         file(READ "${WORK}.out" out)
         file(READ "${WORK}.err" err)
         if(NOT EMULATOR OR NOT "${out}${err}" STREQUAL "")
-            break() # our program never ends without a word, but once in thousands Wine does not start it
+            break() # the program always prints something; once in thousands of runs Wine does not start it
         endif()
     endforeach()
     if(NOT status EQUAL expected_status)
@@ -43,22 +43,25 @@ function(expect_content name content)
 endfunction()
 
 set(folders "${WORK}/source" "${WORK}/library")
-run(0 ${folders})
+run(0 --list ${folders})
 expect_in_output("Copied (${count} files")
 expect_in_output("duplicate of")
 expect_content(library/a.png.bak "the user's own")
 expect_content("library/a copy.png" "content of a.png")
-expect_content(library/_con.txt "content of sub/con_005.txt")
+expect_content("library/con_005 copy.txt" "content of sub/con_005.txt")
 if(NOT EMULATOR)
     expect_content(library/_nul.txt "content of nul.txt")
 endif()
 expect_content("library/README copy" "content of sub/README")
-expect_content(library/manifest_001.json "content of manifest.json")
+expect_content("library/manifest copy.json" "content of manifest.json")
 
 run(0 ${folders})
 expect_in_output("Nothing to copy (0 files")
+if(out MATCHES "already there|duplicate of")
+    message(FATAL_ERROR "without --list, files that are not copied are shown:\n${out}")
+endif()
 
-# As a run leaves it that was killed before it could save.
+# A run that is killed leaves no manifest.
 file(REMOVE "${WORK}/library/manifest.json")
 run(0 ${folders})
 expect_in_output("Nothing to copy (0 files")
@@ -68,14 +71,19 @@ run(0 ${folders})
 expect_content(library/README "changed")
 expect_content(library/README.bak "content of README")
 
-# A duplicate that has changed is none, and keeps nobody from being replaced.
+# A backup is not an asset.
+file(WRITE "${WORK}/source/README.old" "content of README")
+run(0 ${folders})
+expect_in_output("Copied (1 files")
+
+# A duplicate that has changed is no duplicate any more: its asset can be replaced.
 file(WRITE "${WORK}/source/sub/mesh.GLB" "other")
 run(0 ${folders})
 file(WRITE "${WORK}/source/sub/again.glb" "changed too")
 run(0 ${folders})
 expect_content(library/again.glb "changed too")
 
-# An asset that somebody changed is not what came in.
+# An asset that was changed in the library no longer has the content of its source.
 file(WRITE "${WORK}/library/x.slvar" "CONTENT of link/x.slvar")
 run(0 ${folders})
 expect_in_output("Copied (1 files")
@@ -87,10 +95,26 @@ if(CMAKE_HOST_SYSTEM_NAME STREQUAL Linux AND NOT EMULATOR)
     expect_in_output("(0 files, 0 bytes), 3 failed")
     file(GLOB strange "${WORK}/source/not*")
     file(REMOVE "${WORK}/source/unreadable.png" "${WORK}/source/dangling.png" ${strange})
+
+    # Copies that fail lose nothing, and the next run makes them.
+    string(REPEAT "large " 10000 large)
+    file(WRITE "${WORK}/source/a.png" "${large}")
+    file(WRITE "${WORK}/source/large 1.png" "${large}1")
+    file(WRITE "${WORK}/source/large 2.png" "${large}1")
+    set(EMULATOR sh -c "trap '' XFSZ && ulimit -f 64 && exec \"$@\"" sh) # no file of more than 32 KiB
+    run(1 ${folders})
+    expect_in_output("(0 files, 0 bytes), 3 failed")
+    expect_in_output("/source/large 2.png  it cannot be copied")
+    expect_content("library/a copy.png" "content of a.png")
+    unset(EMULATOR)
+    run(0 ${folders})
+    expect_in_output("Copied (2 files")
+    expect_content("library/a copy.png.bak" "content of a.png")
+    expect_content("library/large 1.png" "${large}1")
 endif()
 
-# An asset whose source has moved on is that of its duplicate, under the old name; half a copy is
-# nobody's.
+# An asset whose first source has changed belongs to its duplicate, under the old name. The rest of a
+# copy that was killed is not an asset.
 file(WRITE "${WORK}/source/twin 1" "twin")
 file(WRITE "${WORK}/source/twin 2" "twin")
 run(0 ${folders})
@@ -98,6 +122,7 @@ file(WRITE "${WORK}/source/twin 1" "alone")
 file(WRITE "${WORK}/library/01234567-89ab-cdef-0123-456789abcdef.tmp" "alone")
 run(0 ${folders})
 expect_in_output("Copied (1 files")
+expect_in_output("new, as twin 1 copy")
 file(READ "${WORK}/library/manifest.json" manifest)
 if(NOT manifest MATCHES "/twin 2\".*/twin 1\"" OR manifest MATCHES "/twin 1\".*/twin 1\"")
     message(FATAL_ERROR "the twins are not one asset each:\n${manifest}")
@@ -107,7 +132,7 @@ run(0 ${folders})
 expect_content("library/twin 1" "twin")
 expect_content("library/twin 2" "alone too")
 
-# A name of which neither a number nor a backup could stand beside it.
+# A name that is too long for a number or ".bak" behind it.
 if(NOT EMULATOR)
     string(REPEAT n 248 long)
     string(PREPEND long "v1.")
@@ -119,7 +144,7 @@ if(NOT EMULATOR)
     expect_content("library/${long}.png" first)
 endif()
 
-# Somebody else's manifest is not ours to replace; a library inside the source is not its own source.
+# The manifest of another program is not replaced. A library inside the source is left out.
 file(WRITE "${WORK}/foreign/manifest.json" "{\"name\": \"an app\"}")
 run(1 "${WORK}/source" "${WORK}/foreign")
 expect_content(foreign/manifest.json "{\"name\": \"an app\"}")
@@ -127,6 +152,9 @@ run(0 "${WORK}/source" "${WORK}/source/library")
 run(0 "${WORK}/source" "${WORK}/source/library")
 expect_in_output("Nothing to copy (0 files")
 
+run(0 --help)
+expect_in_output("--list")
+run(2 --unknown ${folders})
 run(2 "${WORK}/missing" "${WORK}/library")
 run(2 "${WORK}/source")
 run(2 "${WORK}/source/sub" "${WORK}/source")

@@ -1,277 +1,237 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Takes a folder of files into an asset library, as a host application of ovrabase would:
-//   asset_intake SOURCE LIBRARY
-// Without arguments it takes the images and icons that the machine has into a temporary library.
-// Exit status: 0 all well, 1 something failed, 2 wrong arguments.
+// A command-line application of ovrabase: it takes a folder of files into an asset library.
+// Exit status: 0 success, 1 something failed, 2 wrong arguments.
 
-#include "Console.h"
-#include "Intake.h"
+#include "AssetLibrary.h"
 
 #include <ovrabase/errors/Exception.h>
 #include <ovrabase/files/FileUtils.h>
 #include <ovrabase/logging/GlobalLoggers.h>
 #include <ovrabase/logging/LogManager.h>
 #include <ovrabase/logging/SpdlogDelegate.h>
-#include <ovrabase/platform/base.h>
-#include <ovrabase/services/DefaultAsyncRecovery.h>
-#include <ovrabase/services/ServiceLocator.h>
-#include <ovrabase/services/future.h>
 
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
-#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLocale>
 #include <QStandardPaths>
 
+#include <spdlog/details/os.h>
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
 
-#if OVRABASE_HAS_STLAB
-#include <stlab/concurrency/default_executor.hpp>
-#include <stlab/pre_exit.hpp>
-#endif
-
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <filesystem>
-#include <functional>
-#include <future>
+#include <map>
 #include <memory>
-#include <optional>
+#include <span>
 #include <system_error>
 #include <vector>
 
-using namespace Vyn;
-using namespace Vyn::OvraBase;
+namespace fs = std::filesystem;
+using namespace Qt::StringLiterals;
+using Vyn::OvraBase::FileUtils;
 
 namespace {
 
-struct Job {
-    QString destination; ///< the folder of the library
-    std::vector<QString> files;
-    std::vector<QString> closedFolders; ///< not all that they hold can be told
+/// Shows \a text in place of the one before, until the next line is printed.
+void showProgress(const QString &text)
+{
+    if (spdlog::details::os::in_terminal(stdout)) {
+        std::printf("\r%-40s\r", qUtf8Printable(text));
+        std::fflush(stdout);
+    }
+}
+
+/// Counts what the intake does, by class, and keeps the lines that the user has to see.
+struct Summary {
+    void add(const Arrival &file)
+    {
+        const QString assetClass = assetClassOf(file.path);
+        const QString line = assetClass.leftJustified(13) + file.path + u"  "_s + file.text;
+        if (listsAll) {
+            std::puts(qUtf8Printable(line));
+        } else if (file.result >= Result::Renamed) {
+            notable[file.result].append(line);
+        }
+        Row &row = rows[assetClass];
+        ++row.files[static_cast<std::size_t>(file.result)];
+        row.bytes += file.size;
+        if (file.result == Result::Failed) {
+            ++failed;
+        } else if (file.result >= Result::New) {
+            ++copied;
+            copiedBytes += file.size;
+        }
+    }
+
+    /// Returns true if nothing failed.
+    bool print(double seconds) const
+    {
+        constexpr qsizetype kMostLines = 10; // but all failures
+        for (const auto &[result, lines] : notable) {
+            const auto most = result == Result::Failed ? lines.size() : kMostLines;
+            std::puts(qUtf8Printable(lines.mid(0, most).join(u'\n')));
+            if (lines.size() > most) {
+                std::printf(
+                    "... and %d more (see --list)\n", static_cast<int>(lines.size() - most));
+            }
+        }
+        std::puts("\nclass                size unchanged duplicate       new   renamed  replaced   "
+                  " failed");
+        for (const auto &[assetClass, row] : rows) {
+            std::printf(
+                "%-13s%12s", qUtf8Printable(assetClass), qUtf8Printable(sizeText(row.bytes)));
+            for (const int files : row.files) {
+                std::printf("%10d", files);
+            }
+            std::puts("");
+        }
+        std::printf("%s (%d files, %s), %d failed, %.2f s\n",
+            copied == 0 ? "Nothing to copy" : "Copied", copied,
+            qUtf8Printable(sizeText(copiedBytes)), failed, seconds);
+        return failed == 0;
+    }
+
+    struct Row {
+        std::array<int, kResults> files{}; ///< by result
+        qint64 bytes = 0;
+    };
+
+    static QString sizeText(qint64 bytes) { return QLocale::c().formattedDataSize(bytes); }
+
+    const bool listsAll; ///< each file gets a line at once
+    int failed = 0;
+    int copied = 0;
+    qint64 copiedBytes = 0;
+    std::map<QString, Row> rows = {};
+    std::map<Result, QStringList> notable = {}; ///< lines above the table
 };
 
-/// Returns the canonical path of \a folder, which all paths below it begin with.
-QString beginningOfPathsIn(const QString &folder)
+/// Adds the files in \a folder and its sub-folders to \a files, except hidden ones and those of
+/// \a library. Dangling links and names that are not UTF-8, which FileUtils::folderParseFiles()
+/// leaves out, are added: the intake reports that they cannot be read.
+void find(const QString &folder, const QDir &library, std::vector<QString> &files, Summary &summary)
 {
-    const QString path = QDir(folder).canonicalPath();
-    return path.endsWith(u'/') ? path : QString(path + u'/');
-}
-
-/// Whether both are one folder, or the first lies inside the second.
-bool isAtOrBelow(const QString &path, const QString &folder)
-{
-    return beginningOfPathsIn(path).startsWith(beginningOfPathsIn(folder));
-}
-
-/// Whether \a folder can be read and Qt can spell the names of all that it holds.
-bool isListedWhole(const QString &folder)
-{
-    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
     std::error_code error;
-    qsizetype count = 0;
-    std::filesystem::directory_iterator entry(QFileInfo(folder).filesystemFilePath(), error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        ++count;
-    }
-    return !error && count <= QDir(folder).entryList(all).size(); // more may have come meanwhile
-}
-
-/// Adds the files of \a source, sorted, but those of the library, should it lie inside.
-void addFilesOf(const QString &source, Job &job)
-{
-    const QString folder = QFileInfo(source).canonicalFilePath();
-    std::vector<QString> files =
-        FileUtils::folderParseFiles(folder, {QStringLiteral("*")}, Recursion::Recursive);
-    if (!isListedWhole(folder)) {
-        job.closedFolders.push_back(folder);
-    }
-    QDirIterator others(
-        folder, QDir::Dirs | QDir::System | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    const QString library = beginningOfPathsIn(job.destination);
-    while (others.hasNext()) {
-        const QString path = others.next();
-        const QFileInfo entry = others.fileInfo();
-        const bool isLink = entry.isSymLink(); // of a folder, it is not followed
-        if (isLink && !entry.exists()) {
-            files.push_back(path); // its content is missing, which will be told
-        } else if (!isLink && entry.isDir() && !QString(path + u'/').startsWith(library) &&
-                   !isListedWhole(path)) {
-            job.closedFolders.push_back(path);
+    fs::directory_iterator entry(QFileInfo(folder).filesystemFilePath(), error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        const QFileInfo file(QDir(folder), QFileInfo(entry->path()).fileName());
+        const QString path = file.filePath();
+        if (file.isHidden()) {
+            continue;
+        }
+        if (file.isFile() || !file.exists()) {
+            files.push_back(path);
+        } else if (file.isDir() && !file.isSymLink() && !file.isJunction() &&
+                   QDir(path) != library) {
+            find(path, library, files, summary);
         }
     }
-    std::erase_if(files, [&library](const QString &file) { return file.startsWith(library); });
-    std::sort(files.begin(), files.end());
-    job.files.insert(job.files.end(), files.begin(), files.end());
-}
-
-/// Returns the images and icons of the machine, to go into a fresh temporary library.
-Job machinesImages()
-{
-    Job job;
-    job.destination = FileUtils::createApplicationTemporaryDir();
-    for (const QString &folder : {QStringLiteral("icons"), QStringLiteral("pixmaps")}) {
-        for (const QString &found : QStandardPaths::locateAll(
-                 QStandardPaths::GenericDataLocation, folder, QStandardPaths::LocateDirectory)) {
-            addFilesOf(found, job);
-        }
-    }
-    return job;
-}
-
-/// Starts \a work on another thread, with what the library's futures stand on.
-Vyn::future<void> inBackground(std::function<void()> work)
-{
-#if OVRABASE_HAS_STLAB
-    return stlab::async(stlab::default_executor, std::move(work));
-#else
-    return std::async(std::launch::async, std::move(work)).share();
-#endif
-}
-
-/// Saves the manifest on another thread, registered while it runs as an application would.
-bool saveInBackground(const Manifest &manifest)
-{
-    auto *const recovery = ServiceLocator::instance()->service<DefaultAsyncRecovery>();
-    bool saved = false;
-    const Vyn::future<void> saving = inBackground([&] { saved = manifest.save(); });
-    recovery->registerRecoverable(1, saving, QStringLiteral("save the manifest"));
-    saving.await();
-    recovery->unregisterRecoverable(1);
-    return saved;
-}
-
-/// What a hard failure looks like to a caller: logged by the library, caught by its root class.
-void showFailingCall()
-{
-    try {
-        FileUtils::changeFilePathExtension(QStringLiteral("mesh.obj"), QString());
-    } catch (const Exception::BaseException &failure) {
-        std::printf("A failing call arrives as: %s (sub-code %u)\n", failure.what(),
-            failure.errorSubCode());
+    if (error) {
+        summary.add({folder, 0, Result::Failed, QString::fromLocal8Bit(error.message().c_str())});
     }
 }
 
-void print(const Summary &summary, double seconds)
-{
-    const QLocale locale = QLocale::c();
-    std::printf(
-        "\n%-13s%9s%12s%9s%11s%9s\n", "class", "files", "size", "new", "duplicate", "renamed");
-    for (const auto &[name, tally] : summary.byClass) {
-        std::printf("%-13s%9lld%12s%9lld%11lld%9lld\n", qUtf8Printable(name),
-            static_cast<long long>(tally.files),
-            qUtf8Printable(locale.formattedDataSize(tally.bytes)),
-            static_cast<long long>(tally.added), static_cast<long long>(tally.duplicates),
-            static_cast<long long>(tally.renamed));
-    }
-    std::printf("%s (%lld files, %s), %lld failed, %.2f s\n",
-        summary.copied == 0 ? "Nothing to copy" : "Copied", static_cast<long long>(summary.copied),
-        qUtf8Printable(locale.formattedDataSize(summary.copiedBytes)),
-        static_cast<long long>(summary.failed), seconds);
-}
-
-bool run(const Job &job, const QElapsedTimer &timer)
-{
-    auto *const messages = ServiceLocator::instance()->service<MessagingService>();
-    messages->showInformation(getApplicationVersionString(),
-        QStringLiteral("%1 files for %2").arg(job.files.size()).arg(job.destination));
-
-    Manifest manifest(job.destination);
-    Summary summary;
-    {
-        const auto mute = messages->mute(); // the listing speaks for each file
-        summary = takeIn(job.files, job.destination, manifest);
-    }
-    for (const QString &folder : job.closedFolders) {
-        messages->showError(QStringLiteral("Not all in it can be read"), folder);
-        ++summary.failed;
-    }
-    if (!saveInBackground(manifest)) {
-        messages->showError(QStringLiteral("Manifest"), QStringLiteral("it cannot be written"));
-        ++summary.failed;
-    }
-    print(summary, static_cast<double>(timer.elapsed()) / 1000);
-    if (summary.failed > 0) {
-        messages->showWarning(QStringLiteral("Intake"), QStringLiteral("not all went well"));
-    }
-    return summary.failed == 0;
-}
-
-/// Returns the job that the arguments ask for, or none when they are wrong.
-std::optional<Job> jobFrom(const QStringList &arguments)
-{
-    if (arguments.isEmpty()) {
-        return machinesImages();
-    }
-    if (arguments.size() != 2 || !FileUtils::isFolder(arguments.at(0)) ||
-        arguments.at(1).isEmpty()) {
-        return std::nullopt;
-    }
-    const QString &library = arguments.at(1);
-    if (!FileUtils::makeFolder(library)) {
-        throw Exception::FolderCreationException("it is no folder and cannot be made one", library);
-    }
-    if (isAtOrBelow(arguments.at(0), library)) {
-        return std::nullopt;
-    }
-    Job job{library, {}, {}};
-    addFilesOf(arguments.at(0), job);
-    return job;
-}
-
-int intake(const QStringList &arguments)
+/// Takes the files of \a sources into \a library. Returns the exit status.
+int takeIn(const QStringList &sources, const QString &library, bool listsAll)
 {
     QElapsedTimer timer;
     timer.start();
-    try {
-        const std::optional<Job> job = jobFrom(arguments);
-        if (!job) {
-            std::fputs(
-                "usage: asset_intake SOURCE LIBRARY (SOURCE is a folder outside of LIBRARY)\n",
-                stderr);
-            return 2;
-        }
-        showFailingCall();
-        return run(*job, timer) ? 0 : 1;
-    } catch (const Exception::IOException &failure) {
-        std::fprintf(stderr, "%s: %s\n", qUtf8Printable(failure.subject()), failure.what());
-    } catch (const std::exception &failure) {
-        std::fprintf(stderr, "the intake failed: %s\n", failure.what());
+    std::vector<QString> files;
+    Summary summary{listsAll};
+    for (const QString &source : sources) {
+        find(QFileInfo(source).canonicalFilePath(), QDir(library), files, summary);
     }
-    return 1;
+    std::sort(files.begin(), files.end());
+    std::printf("%zu files for %s\n", files.size(), qUtf8Printable(library));
+
+    AssetLibrary assets(library);
+    std::size_t done = 0;
+    assets.takeIn(files, [&](std::span<const Arrival> batch) {
+        showProgress({});
+        std::for_each(batch.begin(), batch.end(), [&](const Arrival &file) { summary.add(file); });
+        done += batch.size();
+        showProgress(u"%1 of %2 files"_s.arg(done).arg(files.size()));
+    });
+    showProgress({});
+    if (!assets.saveManifest()) {
+        summary.add({library, 0, Result::Failed, u"the manifest cannot be written"_s});
+    }
+    return summary.print(static_cast<double>(timer.elapsed()) / 1000) ? 0 : 1;
+}
+
+/// Returns true if \a folder is \a other or inside it.
+bool isInside(const QString &folder, const QString &other)
+{
+    const fs::path relative =
+        fs::relative(QFileInfo(folder).filesystemFilePath(), QFileInfo(other).filesystemFilePath());
+    return !relative.empty() && *relative.begin() != "..";
+}
+
+/// Runs what \a arguments ask for. Returns the exit status.
+int run(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Copies the files below SOURCE into LIBRARY, each content once, under valid and unique\n"
+        "names. A file that was changed since its last intake replaces its copy; the old content\n"
+        "is kept with the ending \".bak\". LIBRARY/manifest.json tells where each file came from.\n"
+        "Without arguments, the icons and images of this machine go into a temporary library."));
+    parser.addPositionalArgument(u"SOURCE"_s, u"A folder outside of LIBRARY."_s, u"[SOURCE"_s);
+    parser.addPositionalArgument(
+        u"LIBRARY"_s, u"A folder, made if it is missing."_s, u"LIBRARY]"_s);
+    const QCommandLineOption list(u"list"_s, u"Show every file."_s);
+    const QCommandLineOption help = parser.addHelpOption();
+    parser.addOption(list);
+    const bool isParsed = parser.parse(arguments);
+    const QStringList folders = parser.positionalArguments();
+    if (parser.isSet(help)) {
+        std::puts(qUtf8Printable(parser.helpText()));
+        return 0;
+    }
+    if (isParsed && folders.isEmpty()) {
+        const auto dataFolders = [](const QString &name) {
+            return QStandardPaths::locateAll(
+                QStandardPaths::GenericDataLocation, name, QStandardPaths::LocateDirectory);
+        };
+        return takeIn(dataFolders(u"icons"_s) + dataFolders(u"pixmaps"_s),
+            FileUtils::createApplicationTemporaryDir(), parser.isSet(list));
+    }
+    if (!isParsed || folders.size() != 2 || !FileUtils::isFolder(folders[0]) ||
+        folders[1].isEmpty() || isInside(folders[0], folders[1])) {
+        std::fprintf(
+            stderr, "wrong arguments, see --help %s\n", qUtf8Printable(parser.errorText()));
+        return 2;
+    }
+    FileUtils::makeFolder(folders[1]); // where it fails, the manifest does
+    return takeIn({folders[0]}, folders[1], parser.isSet(list));
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("asset_intake"));
-
-    bindLoggers();
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"asset_intake"_s);
+    Vyn::OvraBase::bindLoggers();
     const auto console = spdlog::stderr_logger_st("console");
     console->set_pattern("%l: %v");
-    const Core::Log::ScopedPushLogDelegate log(
-        std::make_shared<Core::Log::SpdlogDelegate>(console));
-    Core::Log::installQtMessageHandler();
-
-    ServiceLocator::start();
-    const auto &locator = ServiceLocator::instance();
-    if (!locator->registerService(std::make_unique<DefaultAsyncRecovery>()) ||
-        !locator->registerService<MessagingService>(std::make_unique<ConsoleMessages>())) {
-        return 1;
+    const Vyn::Core::Log::ScopedPushLogDelegate log(
+        std::make_shared<Vyn::Core::Log::SpdlogDelegate>(console));
+    Vyn::Core::Log::installQtMessageHandler();
+    try {
+        return run(QCoreApplication::arguments());
+    } catch (const Vyn::Exception::IOException &failure) {
+        std::fprintf(stderr, "%s: %s\n", qUtf8Printable(failure.subject()), failure.what());
+    } catch (const std::exception &failure) {
+        std::fprintf(stderr, "the intake failed: %s\n", failure.what());
     }
-
-    const int status = intake(QCoreApplication::arguments().mid(1));
-
-    ServiceLocator::stop();
-#if OVRABASE_HAS_STLAB
-    stlab::pre_exit();
-#endif
-    return status;
+    return 1;
 }
