@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// Removes 100,000 files beside "rm -rf", and looks for free names beside a plain loop that asks
-/// for one name after another. The folder that TMPDIR names decides which disk is measured. Compare
-/// medians of one run:
+/// Removes up to 100,000 files beside "rm -rf", and looks for free names beside a plain loop that
+/// asks for one name after another. Compare medians of one run:
 ///     FolderBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
+
+#include "Folders.h"
 
 #include <ovrabase/files/FileUtils.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -22,13 +22,13 @@ namespace {
 
 using Vyn::OvraBase::FileUtils;
 
-/// Makes 100 folders with 1,000 files each.
-void fill(const QString &path)
+/// Makes 100 folders with \a count files in all.
+void fill(const QString &path, std::int64_t count)
 {
     for (int folder = 0; folder < 100; ++folder) {
         const QString sub = path + u'/' + QString::number(folder) + u'/';
         FileUtils::makeFolder(sub);
-        for (int file = 0; file < 1'000; ++file) {
+        for (int file = 0; file < count / 100; ++file) {
             FileUtils::touch(sub + QString::number(file));
         }
     }
@@ -41,7 +41,7 @@ void remove(benchmark::State &state, Removal removal)
     const QString path = base.filePath(QStringLiteral("folder"));
     for (auto _ : state) {
         state.PauseTiming();
-        fill(path);
+        fill(path, state.range(0));
         state.ResumeTiming();
         removal(path);
         if (FileUtils::exists(path)) {
@@ -62,8 +62,14 @@ void systemRemoval(benchmark::State &state)
     });
 }
 
-BENCHMARK(libraryRemoval)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(systemRemoval)->Unit(benchmark::kMillisecond)->UseRealTime();
+void counts(benchmark::internal::Benchmark *contender)
+{
+    contender->Arg(1'000)->Arg(10'000)->Arg(100'000);
+    contender->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+
+BENCHMARK(libraryRemoval)->Apply(counts);
+BENCHMARK(systemRemoval)->Apply(counts);
 
 /// Tells whether \a name ends in "_" and three digits, with which the library goes on counting.
 bool endsWithNumber(QStringView name)
@@ -172,8 +178,5 @@ BENCHMARK(plainBringsToDisk)->Arg(100)->Arg(1'000)->Unit(benchmark::kMillisecond
 
 int main(int argc, char **argv)
 {
-    const QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return runBenchmarks(argc, argv);
 }

@@ -3,20 +3,19 @@
 
 /// \file
 /// asset_intake with 10,000 new files, 1 GiB in all, beside "cp -r" of them, the hash of each and
-/// one sync of the file system. The folder that TMPDIR names decides which disk is measured.
-/// Compare medians of one run:
+/// one sync of the file system. Compare medians of one run:
 ///     IntakeBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
+
+#include "Folders.h"
 
 #include <ovrabase/files/FileUtils.h>
 
-#include <QCoreApplication>
+#include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-#include <functional>
-#include <memory>
 
 namespace {
 
@@ -58,41 +57,24 @@ bool run(const QString &program, const QStringList &arguments)
     return process.waitForFinished(-1) && process.exitCode() == 0;
 }
 
-/// Measures \a work, which is given a new folder each time.
-void measure(benchmark::State &state, const std::function<bool(const QString &)> &work)
-{
-    if (source().isEmpty()) {
-        state.SkipWithError("the files cannot be written");
-    }
-    for (auto _ : state) {
-        state.PauseTiming();
-        const auto destination = std::make_unique<QTemporaryDir>();
-        state.ResumeTiming();
-        if (!work(destination->filePath(QStringLiteral("copy")))) {
-            state.SkipWithError("the work fails");
-        }
-        state.PauseTiming();
-        destination->remove();
-        state.ResumeTiming();
-    }
-}
-
 void intake(benchmark::State &state)
 {
-    measure(state, [](const QString &library) {
-        return run(QStringLiteral(OVRABASE_ASSET_INTAKE), {source(), library});
+    const QString files = source();
+    measureInNewFolder(state, [&](const QDir &library) {
+        return run(QStringLiteral(OVRABASE_ASSET_INTAKE), {files, library.path()});
     });
 }
 
 void copyAndHash(benchmark::State &state)
 {
-    measure(state, [](const QString &copy) {
-        const bool isCopied = run(QStringLiteral("cp"), {QStringLiteral("-r"), source(), copy});
-        for (const QString &file : FileUtils::folderParseFiles(
-                 source(), {QStringLiteral("*")}, Vyn::Recursion::Recursive)) {
+    const QString files = source();
+    measureInNewFolder(state, [&](const QDir &copy) {
+        const bool isCopied = run(QStringLiteral("cp"), {QStringLiteral("-r"), files, copy.path()});
+        for (const QString &file :
+            FileUtils::folderParseFiles(files, {QStringLiteral("*")}, Vyn::Recursion::Recursive)) {
             benchmark::DoNotOptimize(FileUtils::fileDataToHash(file));
         }
-        return isCopied && run(QStringLiteral("sync"), {QStringLiteral("-f"), copy});
+        return isCopied && run(QStringLiteral("sync"), {QStringLiteral("-f"), copy.path()});
     });
 }
 
@@ -103,8 +85,5 @@ BENCHMARK(copyAndHash)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 int main(int argc, char **argv)
 {
-    const QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return runBenchmarks(argc, argv);
 }

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// One whole message. A bound logger, from the statement to a delegate that takes QStrings, beside
-// spdlog with a sink of its own that makes the same QStrings and calls the same delegate; a logger
-// without a delegate beside spdlog with its null sink.
+// One whole message, from 1, 2, 4 or 8 threads at once. A bound logger, from the statement to a
+// delegate that takes QStrings, beside spdlog with a sink of its own that makes the same QStrings
+// and calls the same delegate; a logger without a delegate beside spdlog with its null sink.
 
 #include <ovrabase/logging/LogManager.h>
 #include <ovrabase/logging/Logger.h>
@@ -57,16 +57,25 @@ void message(benchmark::State &state, const Logger &logger)
     for (auto _ : state) {
         logger.info(LOG_CONTEXT) << "Imported the mesh with triangles: " << ++i;
     }
+    state.SetItemsProcessed(state.iterations());
+}
+
+void threads(benchmark::internal::Benchmark *contender)
+{
+    contender->Threads(1)->Threads(2)->Threads(4)->Threads(8)->UseRealTime();
 }
 
 void boundLogger(benchmark::State &state)
 {
-    const Core::Log::ScopedPushLogDelegate registration(std::make_shared<Consumer>());
-    Logger logger;
-    Core::Log::bindLogger(logger, QStringLiteral("Debug: "));
+    static const Core::Log::ScopedPushLogDelegate registration(std::make_shared<Consumer>());
+    static const Logger logger = [] {
+        Logger bound;
+        Core::Log::bindLogger(bound, QStringLiteral("Debug: "));
+        return bound;
+    }();
     message(state, logger);
 }
-BENCHMARK(boundLogger);
+BENCHMARK(boundLogger)->Apply(threads);
 
 void unboundLogger(benchmark::State &state)
 {
@@ -74,7 +83,7 @@ void unboundLogger(benchmark::State &state)
 }
 BENCHMARK(unboundLogger);
 
-void spdlogMessage(benchmark::State &state, spdlog::logger logger)
+void spdlogMessage(benchmark::State &state, spdlog::logger &logger)
 {
     const std::string context = "Debug: " + LOG_CONTEXT;
     const spdlog::source_loc place("", 1, context.c_str());
@@ -82,17 +91,21 @@ void spdlogMessage(benchmark::State &state, spdlog::logger logger)
     for (auto _ : state) {
         logger.log(place, spdlog::level::info, "Imported the mesh with triangles: {}", ++i);
     }
+    state.SetItemsProcessed(state.iterations());
 }
 
 void spdlogSink(benchmark::State &state)
 {
-    spdlogMessage(state, {"core", std::make_shared<QStringSink>(std::make_shared<Consumer>())});
+    static spdlog::logger logger(
+        "core", std::make_shared<QStringSink>(std::make_shared<Consumer>()));
+    spdlogMessage(state, logger);
 }
-BENCHMARK(spdlogSink);
+BENCHMARK(spdlogSink)->Apply(threads);
 
 void spdlogNullSink(benchmark::State &state)
 {
-    spdlogMessage(state, {"core", std::make_shared<spdlog::sinks::null_sink_mt>()});
+    spdlog::logger logger("core", std::make_shared<spdlog::sinks::null_sink_mt>());
+    spdlogMessage(state, logger);
 }
 BENCHMARK(spdlogNullSink);
 
