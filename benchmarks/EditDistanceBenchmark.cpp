@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Contenders on the same texts, to be compared by the medians of one run:
+// Contenders on the same texts. Compare medians of one run:
 //     EditDistanceBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 // "plain" is the recurrence with three rows of cells, "direct" the library's function, "matcher"
 // the library's matcher, made once per pattern; "peer" and "peerCached" are those of rapidfuzz-cpp,
@@ -82,7 +82,7 @@ Texts randomTexts(Alphabet alphabet, std::size_t count, std::int64_t size, unsig
     return texts;
 }
 
-/// Names as they stand in a project, 120 a variant: files and materials, numbered.
+/// Names of files and materials as a project has them, 120 for each variant.
 Texts names(int variants)
 {
     static constexpr std::array kStems = {"Oak_Floor", "brushed-steel", "Marble White",
@@ -105,7 +105,7 @@ Texts names(int variants)
 
 constexpr std::uint64_t kLimit = 3;
 
-// The contenders: each makes from a pattern what compares it with a text.
+// Each contender returns a function that compares its pattern with a text.
 
 template<std::uint64_t (*kDistance)(const QString &, const QString &)>
 auto function(const QString &pattern)
@@ -168,7 +168,7 @@ auto peerLimited(const QString &pattern)
 }
 #endif
 
-/// Returns the number of texts of a comparison: so many that no branch predictor learns them.
+/// Returns the number of texts of a comparison. They are too many for a branch predictor to learn.
 std::int64_t countFor(const benchmark::State &state)
 {
     return std::max<std::int64_t>(64, 65536 / state.range(1));

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Each pair writes one text in the plain way, one look-up a character, and as the library does.
+// Each pair escapes one text: with one look-up for each character, and as the library does.
 
 #include <ovrabase/text/StringUtils.h>
 
@@ -52,8 +52,7 @@ std::string plainJson(const std::string &text)
     return json.str();
 }
 
-/// What the application writes: a log line's path, a text of a few lines, and one that is nothing
-/// but escapes.
+/// Returns a text as applications write it: a path, a few lines, or one that consists of escapes.
 std::string sample(const benchmark::State &state)
 {
     static const char *const kPieces[] = {

@@ -78,7 +78,7 @@ bool endsWithNumber(QStringView name)
            std::all_of(name.end() - 3, name.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
-/// The first candidate that is not a file, found by asking for each.
+/// Returns the first name that is not a file. Asks for one name after the other.
 QString plainUniqueName(const QString &folder, const QString &baseName, const QString &extension)
 {
     QString stem = baseName;
@@ -125,7 +125,7 @@ void plainName(benchmark::State &state)
 BENCHMARK(libraryName)->Arg(0)->Arg(1)->Arg(3)->Arg(10)->Arg(100)->Arg(1'000)->Arg(10'000);
 BENCHMARK(plainName)->Arg(0)->Arg(1)->Arg(3)->Arg(10)->Arg(100)->Arg(1'000)->Arg(10'000);
 
-/// Brings one file to the disk again and again.
+/// Copies one resource to the disk \a state.range(0) times, each time under a new name.
 template<class Bring>
 void bringToDisk(benchmark::State &state, Bring bring)
 {

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// The content hash against the same algorithm written plainly, in one pass over one block of
-/// memory, and, for the record, against XXH3. Compare medians of one run:
+/// The content hash beside the same algorithm as it was published, over one block of memory, and
+/// beside XXH3, another algorithm. Compare medians of one run:
 ///     HashBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
 #include <ovrabase/files/FileUtils.h>
@@ -48,7 +48,7 @@ std::uint64_t mix(std::uint64_t h)
     return h;
 }
 
-/// MurmurHash3_x64_128 as published: a loop over the blocks, the bytes that are left, the mix.
+/// MurmurHash3_x64_128 as published: a loop over the blocks, the remaining bytes, the final mix.
 void plainHash(const void *key, int length, std::uint32_t seed, void *out)
 {
     const auto *data = static_cast<const unsigned char *>(key);
@@ -186,7 +186,7 @@ void libraryFile(benchmark::State &state)
     state.SetBytesProcessed(state.iterations() * QFile(path).size());
 }
 
-/// What is least to do: read in pieces of 64 KiB and hash every piece.
+/// The minimum that a program has to do: read pieces of 64 KiB and hash each.
 void plainFile(benchmark::State &state)
 {
     const QString path = bigFile();

@@ -40,7 +40,7 @@ public:
 protected:
     void sink_it_(const spdlog::details::log_msg &msg) override
     {
-        // As lean as a sink can be: the context is already one text.
+        // The minimum for such a sink: the context is already one text.
         mDelegate->log(msg.level >= spdlog::level::err ? 2 : 0,
             QString::fromUtf8(msg.source.funcname),
             QString::fromUtf8(msg.payload.data(), static_cast<qsizetype>(msg.payload.size())));
