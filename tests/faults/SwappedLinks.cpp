@@ -77,10 +77,10 @@ int main(int argc, char **argv)
                         // the link is in the way
                     }
                 },
-                [&](pid_t) {
+                [&, follows = followsLinks](pid_t) {
                     const qsizetype entries = entriesIn(inner);
                     const bool isEmptied = entries > 0 && entries < kFiles;
-                    if ((!followsLinks || isEmptied || left <= 0) && --left == 0 && entries > 0) {
+                    if ((!follows || isEmptied || left <= 0) && --left == 0 && entries > 0) {
                         require(QDir().rename(inner, inner + u"moved"_s), "moves the folder");
                         require(QFile::link(victim, inner), "puts a link in its place");
                         ++swaps;
