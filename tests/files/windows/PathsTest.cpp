@@ -7,12 +7,10 @@
 
 #include <qt_windows.h>
 
-namespace Vyn::OvraBase {
+namespace Vyn::Test {
 namespace {
 
-using namespace Qt::StringLiterals;
-
-using WindowsPaths = Test::FolderTest;
+using WindowsPaths = FolderTest;
 
 TEST_F(WindowsPaths, OfMoreThan260CharactersAreTakenByEveryOperation)
 {
@@ -25,35 +23,34 @@ TEST_F(WindowsPaths, OfMoreThan260CharactersAreTakenByEveryOperation)
     for (const auto &[name, folder] : rows) {
         SCOPED_TRACE(name);
         const QString file = folder + folder.at(folder.size() - 121) + u"file.png"_s;
-        ASSERT_TRUE(FileUtils::makeFolder(folder));
-        ASSERT_TRUE(FileUtils::saveTextToFile(u"old"_s, file));
-        write("new", "new");
-        EXPECT_TRUE(FileUtils::isFile(file) && FileUtils::isFolder(folder));
-        EXPECT_TRUE(FileUtils::isWritable(file) && FileUtils::checkFileCanBeOpened(file));
-        EXPECT_TRUE(FileUtils::isNonEmptyFolder(folder));
-        EXPECT_TRUE(FileUtils::copyWithBackup(path("new"), file));
-        EXPECT_EQ(FileUtils::loadBinaryFile(file), "new");
-        EXPECT_EQ(FileUtils::loadBinaryFile(file + u".bak"_s), "old");
-        EXPECT_FALSE(FileUtils::fileDataToHash(file).isEmpty());
-        FileUtils::removeFileIfItExists(file);
-        EXPECT_FALSE(FileUtils::isFile(file));
-        FileUtils::removeDirRecursiveIfItExists(path("all"));
-        EXPECT_FALSE(exists("all"));
+        ASSERT_TRUE(makeFolder(folder));
+        ASSERT_TRUE(saveTextToFile(u"old"_s, file));
+        make("new=new");
+        EXPECT_TRUE(isFile(file) && isNonEmptyFolder(folder));
+        EXPECT_TRUE(isWritable(file) && checkFileCanBeOpened(file));
+        EXPECT_TRUE(copyWithBackup(path("new"), file));
+        EXPECT_EQ(loadBinaryFile(file), "new");
+        EXPECT_EQ(loadBinaryFile(file + u".bak"_s), "old");
+        EXPECT_FALSE(fileDataToHash(file).isEmpty());
+        removeFileIfItExists(file);
+        EXPECT_FALSE(isFile(file));
+        removeDirRecursiveIfItExists(path("all"));
+        EXPECT_EQ(tree(), "new=new");
     }
-    EXPECT_THAT(mLog.records(), testing::IsEmpty());
+    EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
 TEST_F(WindowsPaths, AFileThatIsHiddenIsNotReadOnlyAnyMore)
 {
-    write("file");
+    make("file");
     const std::wstring file = path("file").toStdWString();
     ASSERT_TRUE(::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY));
-    FileUtils::hideFileOnWindows(path("file"));
+    hideFileOnWindows(path("file"));
     constexpr DWORD kBoth = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY;
     EXPECT_EQ(::GetFileAttributesW(file.c_str()) & kBoth, DWORD{FILE_ATTRIBUTE_HIDDEN});
-    FileUtils::hideFileOnWindows(path("missing")); // says nothing
-    EXPECT_FALSE(exists("missing"));
-    EXPECT_THAT(mLog.records(), testing::IsEmpty());
+    hideFileOnWindows(path("missing")); // says nothing
+    EXPECT_EQ(tree(), "file");
+    EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
 TEST_F(WindowsPaths, ThatTheCodePageLacksAreWarnedOf)
@@ -62,12 +59,12 @@ TEST_F(WindowsPaths, ThatTheCodePageLacksAreWarnedOf)
     const QString inPage = u"C:/stra\u00DFe"_s;
     const QString beyond = u"C:/\u4E2D\u6587"_s;
     const bool isUtf8 = ::GetACP() == CP_UTF8;
-    EXPECT_EQ(QString::fromLocal8Bit(UrlUtils::toNativePath(inPage).c_str()), inPage);
-    EXPECT_EQ(UrlUtils::toNativePath(beyond), isUtf8 ? beyond.toStdString() : "C:/??");
+    EXPECT_EQ(QString::fromLocal8Bit(OvraBase::UrlUtils::toNativePath(inPage).c_str()), inPage);
+    EXPECT_EQ(OvraBase::UrlUtils::toNativePath(beyond), isUtf8 ? beyond.toStdString() : "C:/??");
     EXPECT_EQ(mLog.take().size(), isUtf8 ? 0U : 1U);
-    EXPECT_EQ(UrlUtils::toNativePath(QUrl(u"file:///C:/a%20b"_s)), "C:/a b");
-    EXPECT_EQ(UrlUtils::toNativePath(QUrl(u"file://host/share/a"_s)), "//host/share/a");
+    EXPECT_EQ(OvraBase::UrlUtils::toNativePath(QUrl(u"file:///C:/a%20b"_s)), "C:/a b");
+    EXPECT_EQ(OvraBase::UrlUtils::toNativePath(QUrl(u"file://host/share/a"_s)), "//host/share/a");
 }
 
 } // namespace
-} // namespace Vyn::OvraBase
+} // namespace Vyn::Test

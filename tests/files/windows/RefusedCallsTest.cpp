@@ -3,15 +3,17 @@
 
 #include "support/FolderTest.h"
 
-#include <cstring>
+#include <algorithm>
 #include <fstream>
 
 #include <qt_windows.h>
 
-namespace Vyn::OvraBase {
+namespace Vyn::Test {
 namespace {
 
-using namespace Qt::StringLiterals;
+using testing::AnyOf;
+using testing::HasSubstr;
+using testing::Not;
 
 int gCallsBeforeRefusal;
 
@@ -45,7 +47,7 @@ BOOL WINAPI move(const wchar_t *from, const wchar_t *to, DWORD flags)
     return isRefused(ERROR_SHARING_VIOLATION) ? FALSE : ::MoveFileExW(from, to, flags);
 }
 
-BOOL WINAPI makeFolder(const wchar_t *path, SECURITY_ATTRIBUTES *attributes)
+BOOL WINAPI createFolder(const wchar_t *path, SECURITY_ATTRIBUTES *attributes)
 {
     return isRefused(ERROR_DISK_FULL) ? FALSE : ::CreateDirectoryW(path, attributes);
 }
@@ -59,13 +61,13 @@ public:
     {
     }
     ~Replacement() { exchange(mOriginal); }
-    Replacement(const Replacement &) = delete;
-    Replacement &operator=(const Replacement &) = delete;
+    Q_DISABLE_COPY_MOVE(Replacement)
 
 private:
     /// Returns where the library keeps the address of the function.
     static void **slotOf(const char *name)
     {
+        const FARPROC address = ::GetProcAddress(::GetModuleHandleW(L"kernel32"), name);
         auto *const base = reinterpret_cast<char *>(::GetModuleHandleW(L"libovrabase.dll"));
         const auto *const dos = reinterpret_cast<IMAGE_DOS_HEADER *>(base);
         const auto *const headers = reinterpret_cast<IMAGE_NT_HEADERS *>(base + dos->e_lfanew);
@@ -73,15 +75,10 @@ private:
         const auto *module =
             reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR *>(base + directory.VirtualAddress);
         for (; module->Name != 0; ++module) {
-            const auto *import =
-                reinterpret_cast<IMAGE_THUNK_DATA *>(base + module->OriginalFirstThunk);
-            auto *address = reinterpret_cast<IMAGE_THUNK_DATA *>(base + module->FirstThunk);
-            for (; import->u1.AddressOfData != 0; ++import, ++address) {
-                const auto *const byName =
-                    reinterpret_cast<IMAGE_IMPORT_BY_NAME *>(base + import->u1.AddressOfData);
-                if (!IMAGE_SNAP_BY_ORDINAL(import->u1.Ordinal) &&
-                    std::strcmp(byName->Name, name) == 0) {
-                    return reinterpret_cast<void **>(&address->u1.Function);
+            auto **slot = reinterpret_cast<void **>(base + module->FirstThunk);
+            for (; *slot; ++slot) {
+                if (*slot == reinterpret_cast<void *>(address)) {
+                    return slot;
                 }
             }
         }
@@ -101,62 +98,55 @@ private:
     void *mOriginal;
 };
 
-struct Call {
-    const char *name;
-    void *replacement;
-    friend void PrintTo(const Call &call, std::ostream *out) { *out << call.name; }
-};
+using RefusedCalls = FolderTest;
 
-class RefusedCalls : public Test::FolderTest, public testing::WithParamInterface<Call> {};
-
-TEST_P(RefusedCalls, LoseNoContentWhicheverOneIsRefused)
+TEST_F(RefusedCalls, LoseNoContentWhicheverOneIsRefused)
 {
-    int refusals = 0;
-    bool wasRefused = true;
-    for (int call = 0; wasRefused; ++call) {
-        SCOPED_TRACE("refused after " + std::to_string(call) + " calls");
-        for (const char *name : {"all/file", "all/batch"}) {
-            write(name, "old");
-        }
-        write("all/file.bak", "older");
-        ASSERT_TRUE(QFile::setPermissions(path("all/file.bak"), QFile::ReadOwner));
-        write("all/source/inner/new", "new");
-        const QString source = path("all/source/inner/new");
+    const struct {
+        const char *name;
+        void *replacement;
+    } rows[] = {{"CopyFileW", reinterpret_cast<void *>(copyPart)},
+        {"FlushFileBuffers", reinterpret_cast<void *>(flush)},
+        {"MoveFileExW", reinterpret_cast<void *>(move)},
+        {"CreateDirectoryW", reinterpret_cast<void *>(createFolder)}};
+    forEach(rows, [&](const auto &row) {
+        std::ptrdiff_t failures = 0;
+        bool wasRefused = true;
+        for (int call = 0; wasRefused; ++call) {
+            SCOPED_TRACE("refused after " + std::to_string(call) + " calls");
+            make("all/file=old, all/batch=old, all/file.bak=older, all/source/inner/new=new");
+            ASSERT_TRUE(QFile::setPermissions(path("all/file.bak"), QFile::ReadOwner));
+            const QString source = path("all/source/inner/new");
 
-        std::vector<bool> answers;
-        gCallsBeforeRefusal = call;
-        {
-            const Replacement replacement(GetParam().name, GetParam().replacement);
-            answers = FileUtils::copyWithBackup(
-                {{source, path("all/batch")}, {source, path("all/fresh")}});
-            answers.push_back(FileUtils::copyWithBackup(source, path("all/file")));
-            answers.push_back(FileUtils::copyRecursively(path("all/source"), path("all/tree")));
-        }
-        wasRefused = gCallsBeforeRefusal < 0;
-        refusals += int(std::count(answers.begin(), answers.end(), false));
+            std::vector<bool> answers;
+            gCallsBeforeRefusal = call;
+            {
+                const Replacement replacement(row.name, row.replacement);
+                answers =
+                    copyWithBackup({{source, path("all/batch")}, {source, path("all/fresh")}});
+                answers.push_back(copyWithBackup(source, path("all/file")));
+                answers.push_back(copyRecursively(path("all/source"), path("all/tree")));
+            }
+            wasRefused = gCallsBeforeRefusal < 0;
+            failures += std::count(answers.begin(), answers.end(), false);
 
-        auto left = tree("all");
-        const auto contentOf = [&](const char *name) { return left[name]; };
-        EXPECT_EQ(contentOf("batch"), answers[0] ? "new" : "old");
-        EXPECT_EQ(contentOf("fresh"), answers[1] ? "new" : "");
-        EXPECT_EQ(contentOf("file"), answers[2] ? "new" : "old");
-        EXPECT_THAT(contentOf("file.bak"), testing::AnyOf(answers[2] ? "old" : "older", ""));
-        EXPECT_EQ(contentOf("tree/inner/new"), answers[3] ? "new" : "");
-        for (const auto &[name, content] : left) {
-            EXPECT_FALSE(name.ends_with(".tmp")) << name;
-            EXPECT_NE(content, "par") << name;
+            const auto contentOf = [&](const std::string &name) {
+                const QString file = path("all/" + name);
+                return exists(file) ? loadBinaryFile(file).toStdString() : "";
+            };
+            EXPECT_EQ(contentOf("batch"), answers[0] ? "new" : "old");
+            EXPECT_EQ(contentOf("fresh"), answers[1] ? "new" : "");
+            EXPECT_EQ(contentOf("file"), answers[2] ? "new" : "old");
+            const std::string backup = contentOf("file.bak");
+            EXPECT_THAT(backup, AnyOf(answers[2] ? "old" : "older", ""));
+            EXPECT_TRUE(backup != "older" || !QFileInfo(path("all/file.bak")).isWritable());
+            EXPECT_EQ(contentOf("tree/inner/new"), answers[3] ? "new" : "");
+            EXPECT_THAT(tree("all"), Not(AnyOf(HasSubstr(".tmp"), HasSubstr("=par"))));
+            removeDirRecursiveIfItExists(path("all"));
         }
-        EXPECT_TRUE(left["file.bak"] != "older" || !QFileInfo(path("all/file.bak")).isWritable());
-        FileUtils::removeDirRecursiveIfItExists(path("all"));
-    }
-    EXPECT_GT(refusals, 0);
+        EXPECT_GT(failures, 0);
+    });
 }
-INSTANTIATE_TEST_SUITE_P(OfTheSystem, RefusedCalls,
-    testing::Values(Call{"CopyFileW", reinterpret_cast<void *>(copyPart)},
-        Call{"FlushFileBuffers", reinterpret_cast<void *>(flush)},
-        Call{"MoveFileExW", reinterpret_cast<void *>(move)},
-        Call{"CreateDirectoryW", reinterpret_cast<void *>(makeFolder)}),
-    [](const auto &call) { return std::string(call.param.name); });
 
 } // namespace
-} // namespace Vyn::OvraBase
+} // namespace Vyn::Test

@@ -36,7 +36,7 @@ using testing::Field;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-/// A device that the system knows for as long as this lives.
+/// A device with a friendly name, which the system knows for as long as this lives.
 class RegisteredDevice {
 public:
     /// \a interfaceClass may be null, for a device that offers none.
@@ -48,14 +48,14 @@ public:
         check(::SetupDiCreateDeviceInfoA(
             mSet, id.c_str(), &setupClass, nullptr, nullptr, 0, &mDevice));
         check(::SetupDiRegisterDeviceInfo(mSet, &mDevice, 0, nullptr, nullptr, nullptr));
+        set(DEVPKEY_Device_FriendlyName, std::wstring(name.begin(), name.end()));
         if (interfaceClass) {
             check(::SetupDiCreateDeviceInterfaceA(
                 mSet, &mDevice, interfaceClass, nullptr, 0, nullptr));
             link("ROOT#OVRABASE#" + name, *interfaceClass);
         }
     }
-    RegisteredDevice(const RegisteredDevice &) = delete;
-    RegisteredDevice &operator=(const RegisteredDevice &) = delete;
+    Q_DISABLE_COPY_MOVE(RegisteredDevice)
     ~RegisteredDevice()
     {
         check(::SetupDiRemoveDevice(mSet, &mDevice));
@@ -91,9 +91,8 @@ private:
         const std::string key = R"(SYSTEM\CurrentControlSet\Control\DeviceClasses\)" + braced +
                                 "\\##?#" + device + '#' + braced + "\\#\\Control";
         const DWORD linked = 1;
-        EXPECT_EQ(::RegSetKeyValueA(
-                      HKEY_LOCAL_MACHINE, key.c_str(), "Linked", REG_DWORD, &linked, sizeof linked),
-            ERROR_SUCCESS);
+        check(::RegSetKeyValueA(HKEY_LOCAL_MACHINE, key.c_str(), "Linked", REG_DWORD, &linked,
+                  sizeof linked) == ERROR_SUCCESS);
     }
 
     HDEVINFO mSet;
@@ -130,10 +129,9 @@ TEST(Devices, AWalkSkipsAFailingIndexAndEndsWhereThereAreNoMore)
     EXPECT_THAT(visited(answers), ElementsAre(os::kLongestGap - 1, 2 * os::kLongestGap - 1));
 }
 
-template<class Info>
-std::vector<Info> named(const QString &name, std::vector<Info> devices)
+auto named(const QString &name, auto devices)
 {
-    std::erase_if(devices, [&](const Info &device) { return device.name != name; });
+    std::erase_if(devices, [&](const auto &device) { return device.name != name; });
     return devices;
 }
 
@@ -144,18 +142,15 @@ TEST(Devices, ADiskHasAllItsProperties)
     registered.set(DEVPKEY_Device_DeviceDesc, description);
     registered.set(DEVPKEY_Device_Class, L"DiskDrive");
     registered.set(DEVPKEY_Device_Manufacturer, L"S\u00f6hne %2");
-    registered.set(DEVPKEY_Device_FriendlyName, L"Disk of the test");
     registered.set(DEVPKEY_Device_Service, L"disk");
     registered.set(DEVPKEY_Device_PDOName, L"\\Device\\0000002a");
     registered.set(DEVPKEY_Device_InstanceId, L"ROOT\\OVRABASE\\DISK");
     registered.set(DEVPKEY_Device_Parent, L"HTREE\\ROOT\\0");
     registered.set(DEVPKEY_Device_Address, -2);
 
-    const auto disks = named(u"Disk of the test"_s, getDisksInfo());
-    ASSERT_THAT(disks, SizeIs(1));
-    EXPECT_EQ(disks[0].toString(),
+    EXPECT_EQ(named(u"DISK"_s, getDisksInfo()).at(0).toString(),
         u"PDO: <\\Device\\0000002a>\nInstance ID: <ROOT\\OVRABASE\\DISK>\n"
-        "Device class: <DiskDrive>\nName: <Disk of the test>\nDescription: <%1>\n"
+        "Device class: <DiskDrive>\nName: <DISK>\nDescription: <%1>\n"
         "Manufacturer: <S\u00f6hne %2>\nService: <disk>\n"
         "Parent Instance ID: <HTREE\\ROOT\\0>\nAddress: -2"_s.arg(
             QString::fromStdWString(description), u"%2"_s));
@@ -164,11 +159,10 @@ TEST(Devices, ADiskHasAllItsProperties)
 TEST(Devices, APropertyThatIsMissingOrOfAnotherTypeIsEmpty)
 {
     RegisteredDevice registered("BARE", GUID_DEVCLASS_DISKDRIVE, &GUID_DEVINTERFACE_DISK);
-    registered.set(DEVPKEY_Device_FriendlyName, L"Bare disk");
     registered.set(DEVPKEY_Device_Manufacturer, 7);
     registered.set(DEVPKEY_Device_Address, L"12");
 
-    EXPECT_THAT(named(u"Bare disk"_s, getDisksInfo()),
+    EXPECT_THAT(named(u"BARE"_s, getDisksInfo()),
         ElementsAre(AllOf(Field(&DeviceInfo::manufacturer, QString()),
             Field(&DeviceInfo::pdo, QString()), Field(&DeviceInfo::address, 0))));
 }
@@ -176,34 +170,30 @@ TEST(Devices, APropertyThatIsMissingOrOfAnotherTypeIsEmpty)
 TEST(Devices, AUsbDeviceHasItsChildrenAndNoNumberWithoutAHub)
 {
     RegisteredDevice stick("STICK", GUID_DEVCLASS_USB, &GUID_DEVINTERFACE_USB_DEVICE);
-    stick.set(DEVPKEY_Device_FriendlyName, L"Stick");
     stick.set(DEVPKEY_Device_Parent, L"ROOT\\OVRABASE\\MISSING");
     stick.set(DEVPKEY_Device_Children, std::wstring(L"USBSTOR\\DISK\\1\0USBSTOR\\DISK\\2\0", 30),
         DEVPROP_TYPE_STRING_LIST);
     RegisteredDevice hub("HUB", GUID_DEVCLASS_USB, &GUID_DEVINTERFACE_USB_HUB);
     hub.set(DEVPKEY_Device_PDOName, L"\\Device\\NoSuchHub");
     RegisteredDevice below("BELOW", GUID_DEVCLASS_USB, &GUID_DEVINTERFACE_USB_DEVICE);
-    below.set(DEVPKEY_Device_FriendlyName, L"Below");
     below.set(DEVPKEY_Device_Parent, L"ROOT\\OVRABASE\\HUB");
 
     const auto devices = getUSBInfo();
-    EXPECT_THAT(named(u"Stick"_s, devices),
+    EXPECT_THAT(named(u"STICK"_s, devices),
         ElementsAre(AllOf(Field(&USBInfo::usbNumber, 0),
             Field(&USBInfo::children, ElementsAre(u"USBSTOR\\DISK\\1"_s, u"USBSTOR\\DISK\\2"_s)))));
-    EXPECT_THAT(named(u"Below"_s, devices),
+    EXPECT_THAT(named(u"BELOW"_s, devices),
         ElementsAre(AllOf(Field(&USBInfo::usbNumber, 0), Field(&USBInfo::children, IsEmpty()))));
-    EXPECT_THAT(named(u"Stick"_s, getDisksInfo()), IsEmpty());
+    EXPECT_THAT(named(u"STICK"_s, getDisksInfo()), IsEmpty());
 }
 
 TEST(Devices, UnknownOnesAreThoseOfTheClassWithoutADriver)
 {
     RegisteredDevice unknown("UNKNOWN", GUID_DEVCLASS_NODRIVER, nullptr);
-    unknown.set(DEVPKEY_Device_FriendlyName, L"Unknown");
     RegisteredDevice known("KNOWN", GUID_DEVCLASS_DISKDRIVE, nullptr);
-    known.set(DEVPKEY_Device_FriendlyName, L"Known");
 
-    EXPECT_THAT(named(u"Unknown"_s, getUnknownDevicesInfo()), SizeIs(1));
-    EXPECT_THAT(named(u"Known"_s, getUnknownDevicesInfo()), IsEmpty());
+    EXPECT_THAT(named(u"UNKNOWN"_s, getUnknownDevicesInfo()), SizeIs(1));
+    EXPECT_THAT(named(u"KNOWN"_s, getUnknownDevicesInfo()), IsEmpty());
 }
 
 TEST(Devices, AVolumeThatOpensAndDoesNotEjectIsLogged)
