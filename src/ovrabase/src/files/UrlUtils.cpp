@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "files/UrlUtils_p.h"
 #include "logging/LogSite_p.h"
 
 #include <ovrabase/files/FileUtils.h>
@@ -32,13 +31,15 @@ bool isValidFolderName(const QString &name)
 
 std::string toNativePath(const QString &path)
 {
-    const NativePath native = convertToNative(
-        path, [](const QString &text) { return text.toLocal8Bit(); },
-        [](const QByteArray &bytes) { return QString::fromLocal8Bit(bytes); });
-    if (!native.warning.isNull()) {
-        logAt(kLossyPath, Support, Logger::Warning, native.warning);
+    const QByteArray bytes = path.toLocal8Bit();
+    const QString readBack = QString::fromLocal8Bit(bytes);
+    if (readBack != path) {
+        logAt(kLossyPath, Support, Logger::Warning,
+            QStringLiteral("Trying to access file <%1> which translates in local text encoding "
+                           "as <%2>")
+                .arg(path, readBack));
     }
-    return native.bytes.toStdString();
+    return bytes.toStdString();
 }
 
 std::string toNativePath(const QUrl &url)
