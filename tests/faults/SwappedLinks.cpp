@@ -10,7 +10,6 @@
 
 #include <ovrabase/errors/Exception.h>
 
-#include <QCoreApplication>
 #include <QDir>
 
 namespace {
@@ -43,12 +42,6 @@ const struct {
         [](const QString &base) {
             FileUtils::removeDirRecursiveIfItExists(base + u"/top/inner"_s);
         }},
-    {"clearApplicationTemporaryDir", false,
-        [](const QString &base) {
-            qputenv("TMPDIR", base.toLocal8Bit());
-            QCoreApplication::setApplicationName(u"top"_s);
-            FileUtils::clearApplicationTemporaryDir();
-        }},
     {"purge", false, [](const QString &base) { Cache(base + u"/top"_s).purge(); }},
     {"clear, link inside", false, [](const QString &base) { Cache(base + u"/top"_s).clear(); }},
     {"clear, link in its place", true,
@@ -57,9 +50,8 @@ const struct {
 
 } // namespace
 
-int main(int argc, char **argv)
+int main()
 {
-    const QCoreApplication application(argc, argv);
     for (const auto &[name, followsLinks, removal] : kRemovals) {
         int swaps = 0;
         for (int stop = 1, left = 0; left <= 0; ++stop) {
