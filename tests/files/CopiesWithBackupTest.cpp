@@ -50,14 +50,6 @@ TEST_F(CopiesWithBackup, KeepTheOldContentWhereFileAndBackupAreLinked)
     });
 }
 
-TEST_F(CopiesWithBackup, KeepTheFileWhenTheSourceCannotBeReadToItsEnd)
-{
-    make("file=old");
-    EXPECT_FALSE(copyWithBackup(u"/proc/self/mem"_s, path("file")));
-    EXPECT_FALSE(copyWithBackup(u"/dev/zero"_s, path("file")));
-    EXPECT_EQ(tree(), "file=old");
-}
-
 TEST_F(CopiesWithBackup, KeepTheOldContentIfTheNamesOfOneFileDifferInLetterCase)
 {
     make("new=n");
@@ -69,19 +61,19 @@ TEST_F(CopiesWithBackup, KeepTheOldContentIfTheNamesOfOneFileDifferInLetterCase)
 
 TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
 {
-    const QString withNul = path("file") + u"\0x"_s;
-    const QString halfSurrogate = path("half ") + QChar(0xD800);
     const struct {
         const char *name;
         QString source, destination;
     } rows[] = {
         {"missing source", path("missing%3"), path("%1%2")},
         {"no source", {}, path("file")},
-        {"no destination", path("file"), {}},
-        {"source with a NUL", withNul, path("new")},
-        {"destination with a NUL", path("blocked"), withNul},
-        {"source without an encoding", halfSurrogate, path("file")},
+        {"destination with a NUL", path("blocked"), path("file") + u"\0x"_s},
+        {"source without an encoding", path("half ") + QChar(0xD800), path("file")},
         {"folder as the source", path("folder"), path("file")},
+#ifdef Q_OS_LINUX
+        {"source that cannot be read", u"/proc/self/mem"_s, path("file")},
+        {"source without an end", u"/dev/zero"_s, path("file")},
+#endif
         {"file onto itself", path("file"), path("file")},
 #ifdef Q_OS_WIN
         {"file onto its other spelling", path("file"), path("FILE")},
@@ -89,7 +81,6 @@ TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
         {"folder in the way of the backup", path("file"), path("blocked")},
         {"folder without a name", path("file"), path("folder/")},
         {"missing folder", path("file"), path("missing/file")},
-        {"file instead of a folder", path("file"), path("file/below")},
     };
     forEach(rows, [&](const auto &row) {
         const auto &[name, source, destination] = row;
@@ -105,15 +96,14 @@ TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
                              "Debug: FileUtils.cpp:796 Vyn::OvraBase::FileUtils::copyWithBackup()",
                              testing::StartsWith(start.toStdString()))));
     });
-    QFile missing(path("missing"));
-    EXPECT_FALSE(missing.copy(path("new")) || copyWithBackup(missing.fileName(), path("new")));
-    EXPECT_THAT(mLog.take().at(0).message, testing::EndsWith(missing.errorString().toStdString()));
 }
 
 TEST_F(CopiesWithBackup, RenameABackupWithoutItsOriginalBackWhenTheyFail)
 {
     make("lost.bak=old");
-    EXPECT_FALSE(copyWithBackup(path("missing"), path("lost")));
+    QFile missing(path("missing"));
+    EXPECT_FALSE(missing.copy(path("new")) || copyWithBackup(missing.fileName(), path("lost")));
+    EXPECT_THAT(mLog.take().at(0).message, testing::EndsWith(missing.errorString().toStdString()));
     EXPECT_EQ(tree(), "lost=old");
 }
 
@@ -123,7 +113,7 @@ TEST_F(CopiesWithBackup, ReplaceReadOnlyFiles)
     make("new=new");
     ASSERT_TRUE(QFile::setPermissions(path("new"), QFile::ReadOwner));
     for (int i = 0; i < 3; ++i) {
-        EXPECT_TRUE(copyWithBackup(path("new"), path("file"))) << i;
+        EXPECT_TRUE(copyWithBackup(path("new"), path("file")));
     }
     EXPECT_FALSE(QFileInfo(path("file.bak")).isWritable());
     for (const char *name : {"new", "file", "file.bak"}) {
@@ -137,7 +127,7 @@ TEST_F(CopiesWithBackup, ManyAtOnceDoWhatTheyDoOneAfterAnother)
     const struct {
         const char *name;
         QString copies; // source>destination
-    } rows[] = {{"none", u""_s}, {"unrelated", u"a>1 b>2 missing>3 a>missing/4 b>x"_s},
+    } rows[] = {{"unrelated", u"a>1 b>2 missing>3 a>missing/4 b>x"_s},
         {"a source is an earlier destination", u"a>new new>x x>y"_s},
         {"a source is an earlier backup", u"a>x x.bak>y"_s},
         {"twice to one destination", u"a>x b>x missing>x"_s}, {"over a backup", u"a>x b>x.bak"_s},

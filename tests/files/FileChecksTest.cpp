@@ -51,13 +51,11 @@ TEST_F(FileChecks, TellTheKindOfAPathAndOfALocalUrl)
 TEST_F(FileChecks, WhatIsMissingIsAsWritableAsItsNearestAncestor)
 {
     const bool isRootWritable = QFileInfo(QDir::rootPath()).isWritable();
-    for (const QString &path : {u"nonexistent/deeper/file"_s, QString(5'000, u'a') + u"/file"_s}) {
-        EXPECT_EQ(isWritable(QDir::rootPath() + path), isRootWritable);
-    }
+    EXPECT_EQ(isWritable(QDir::rootPath() + QString(5'000, u'a') + u"/file"_s), isRootWritable);
     EXPECT_TRUE(isWritable(u"missing/below/the/current/folder"_s));
 #ifdef Q_OS_WIN
-    for (const QString &missing : {u"Q:/no/such/drive"_s, u"//nohost/share/x"_s,
-             u"//nohost/share/x/y"_s, u"//nohost/share"_s, u"\\\\nohost\\share\\x"_s}) {
+    for (const QString &missing :
+        {u"Q:/no/such/drive"_s, u"//nohost/share"_s, u"\\\\nohost\\share\\x"_s}) {
         EXPECT_FALSE(isWritable(missing)) << missing.toStdString();
     }
 #else

@@ -26,9 +26,7 @@ TEST_F(FileNames, FollowTheRulesOfWindows)
         EXPECT_EQ(isValidFileName(name), name == valid) << name.toStdString();
         EXPECT_EQ(ensureValidFileName(name), valid);
     }
-    for (const QString &name : {QString(), withNul}) {
-        EXPECT_TRUE(isValidFileName(name));
-    }
+    EXPECT_TRUE(isValidFileName({}) && isValidFileName(withNul));
     EXPECT_EQ(ensureValidFileName({}), u"file"_s);
     EXPECT_EQ(ensureValidFileName(withNul), u"a"_s);
     EXPECT_EQ(ensureValidFileName(withNul.sliced(1)), QString());

@@ -18,10 +18,7 @@ TEST_F(ReadingAndWriting, DecodeTextByItsByteOrderMark)
         QByteArray bytes;
         QString text;
     } rows[] = {{"empty", "", u""_s}, {"UTF-8", "h\xC3\xA9\r\nb\n", u"h\u00E9\nb\n"_s},
-        {"UTF-8 with a mark", "\xEF\xBB\xBFx", u"x"_s}, {"not UTF-8", "\xFF", u"\uFFFD"_s},
-        {"UTF-16", {"\xFF\xFEx\0\r\0\n\0", 8}, u"x\n"_s},
-        {"big-endian", {"\xFE\xFF\x4E\x2D", 4}, u"\u4E2D"_s},
-        {"UTF-32", {"\xFF\xFE\0\0x\0\0\0", 8}, u"x"_s}};
+        {"not UTF-8", "\xFF", u"\uFFFD"_s}, {"UTF-16", {"\xFF\xFEx\0\r\0\n\0", 8}, u"x\n"_s}};
     for (const auto &[name, bytes, text] : rows) {
         SCOPED_TRACE(name);
         write(u"text"_s, bytes);

@@ -76,7 +76,7 @@ TEST(Memory, DeletesAnObjectWithAParentAndLogsIt)
 TEST(Memory, CallsTheOwnershipHookWhileItIsSet)
 {
     QObject object;
-    OvraBase::forbidStealingOwnership(&object);
+    OvraBase::forbidStealingOwnership(&object); // no hook
     std::vector<QObject *> received;
     OvraBase::setForbidStealingOwnershipFuction([&](QObject *stolen) {
         OvraBase::setForbidStealingOwnershipFuction({}); // while it runs

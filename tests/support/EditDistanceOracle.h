@@ -38,12 +38,11 @@ inline std::vector<std::uint64_t> lastRow(QStringView a, QStringView b, bool any
         table[i][0] = i;
         for (std::size_t j = 1; j <= columns; ++j) {
             const std::uint64_t cost = down[i - 1] == right[j - 1] ? 0 : 1;
-            std::uint64_t best = std::min(table[i - 1][j], table[i][j - 1]) + 1;
-            best = std::min(best, table[i - 1][j - 1] + cost);
+            table[i][j] =
+                std::min({table[i - 1][j] + 1, table[i][j - 1] + 1, table[i - 1][j - 1] + cost});
             if (i > 1 && j > 1 && down[i - 2] == right[j - 1] && down[i - 1] == right[j - 2]) {
-                best = std::min(best, table[i - 2][j - 2] + cost);
+                table[i][j] = std::min(table[i][j], table[i - 2][j - 2] + cost);
             }
-            table[i][j] = best;
         }
     }
     return table[rows];
