@@ -10,27 +10,28 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
-#include <optional>
 #include <sys/ptrace.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 /// \file
 /// Shared by the programs that provoke one fault each. A program exits with 0 if the library
-/// passes, and with the status of notTested() if this machine does not allow the fault.
+/// passes, and ends in notTested() if this machine does not allow the fault.
 namespace Vyn::Test {
 
 using namespace Qt::StringLiterals;
 using OvraBase::FileUtils;
 
-/// Prints why the fault cannot be provoked. ctest shows the test as skipped.
-inline int notTested(const char *program, const char *why)
+/// Prints why the fault cannot be provoked and ends the program. ctest shows the test as skipped.
+[[noreturn]] inline void notTested(const char *why)
 {
-    std::printf("NOT TESTED: %s, because %s\n", program, why);
-    return 77;
+    std::printf("NOT TESTED: %s, because %s\n", program_invocation_short_name, why);
+    std::exit(77);
 }
 
 inline void write(const QString &path, const QByteArray &content)
@@ -56,8 +57,8 @@ inline QByteArray valueIn(const QString &path, const char *key)
 
 /// Runs \a call in a process of its own, which is stopped before and after each system call.
 /// At each stop, \a endsHere is called with the id of the process, which is killed if it returns
-/// true. Returns true if the process was killed, and nothing if this system refuses ptrace().
-inline std::optional<bool> runInStops(
+/// true. Returns true if the process was killed.
+inline bool runInStops(
     const std::function<void()> &call, const std::function<bool(pid_t)> &endsHere)
 {
     const pid_t child = fork();
@@ -71,12 +72,12 @@ inline std::optional<bool> runInStops(
     }
     int status = 0;
     if (child < 0 || waitpid(child, &status, 0) != child || !WIFSTOPPED(status)) {
-        return std::nullopt;
+        notTested("this system refuses ptrace()");
     }
     do {
         if (ptrace(PTRACE_SYSCALL, child, nullptr, nullptr) != 0 ||
             waitpid(child, &status, 0) != child) {
-            return std::nullopt;
+            notTested("this system refuses ptrace()");
         }
         if (!WIFSTOPPED(status)) {
             require(WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS, "the call returns");
@@ -92,7 +93,7 @@ inline std::optional<bool> runInStops(
 /// process at the first stop, then at the second and so on, until the copies return. Both
 /// destinations exist before if \a isThere. Calls \a prepared before the copies, \a cut at the
 /// stop, and then \a restart with true if the copies returned. Requires after each run that no
-/// content is lost. Returns the number of stops, 0 if this system refuses ptrace().
+/// content is lost. Returns the number of stops.
 inline int cutCopiesAtEachStop(const QString &folder, bool isThere,
     const std::function<void()> &prepared, const std::function<void()> &cut,
     const std::function<void(bool)> &restart)
@@ -115,27 +116,24 @@ inline int cutCopiesAtEachStop(const QString &folder, bool isThere,
         const auto call = [&] {
             FileUtils::copyWithBackup({{source, copies[0]}, {source, copies[1]}});
         };
-        const std::optional<bool> isKilled = runInStops(call, [&](pid_t) {
+        const bool isKilled = runInStops(call, [&](pid_t) {
             if (--left > 0) {
                 return false;
             }
             cut();
             return true;
         });
-        if (!isKilled) {
-            return 0;
-        }
-        restart(!*isKilled);
+        restart(!isKilled);
         require(read(source) == fresh, "the source is as it was");
         for (const QString &copy : copies) {
             const QByteArray now = read(copy);
             const QByteArray backup = read(copy + u".bak"_s);
-            require(now == fresh || (*isKilled && now == (isThere ? old : QByteArray())),
+            require(now == fresh || (isKilled && now == (isThere ? old : QByteArray())),
                 "each destination is whole, old or new");
             require(backup == "older" || (isThere && backup == old), "each backup is whole");
             require(!isThere || now == old || backup == old, "the old content is there");
         }
-        if (!*isKilled) {
+        if (!isKilled) {
             return stop;
         }
     }

@@ -111,7 +111,7 @@ int main()
 {
     const Disk disk;
     if (!disk.isMade()) {
-        return notTested("power cuts", "only root may mount a file of its own as a disk");
+        notTested("only root may mount a file of its own as a disk");
     }
     cutAfterCopies(disk);
     const auto restart = [&](bool isDone) {
@@ -123,9 +123,6 @@ int main()
     for (const bool isThere : {false, true}) {
         const int stops = cutCopiesAtEachStop(
             disk.path(""), isThere, [&] { disk.sync(); }, [&] { disk.cutPower(); }, restart);
-        if (stops == 0) {
-            return notTested("power cuts during copies", "this system refuses ptrace()");
-        }
         std::printf("the power failed at %d stops\n", stops);
     }
     return 0;

@@ -61,7 +61,7 @@ int main()
             fill(inner);
             fill(victim);
             left = stop;
-            const std::optional<bool> isKilled = runInStops(
+            runInStops(
                 [&, remove = removal] {
                     try {
                         remove(base.path());
@@ -79,9 +79,6 @@ int main()
                     }
                     return false;
                 });
-            if (!isKilled) {
-                return notTested("swapped links", "this system refuses ptrace()");
-            }
             require(entriesIn(victim) == kFiles, name);
         }
         std::printf("%s: swapped at %d stops\n", name, swaps);
