@@ -77,18 +77,24 @@ TEST(DescribedMachine, UnknownIsABusDeviceWithoutADriver)
                    u"/devices/pci0000:00/0000:00:1f.4, SMBus Controller, Example Corporation, "_s));
 }
 
-TEST(DescribedMachine, LogsThatThereIsNoSysfs)
+TEST(DescribedMachine, LogsThatDevicesCannotBeListed)
 {
     Vyn::Test::RecordedLog log;
+    {
+        const auto limit = Vyn::Test::withOpenFiles(0);
+        EXPECT_THAT(getDisksInfo(), IsEmpty());
+    }
     const QTemporaryDir empty;
     const auto machine = Vyn::Test::withVariable("UMOCKDEV_DIR", empty.path().toUtf8());
     EXPECT_THAT(getDisksInfo(), IsEmpty());
     EXPECT_THAT(getUSBInfo(), IsEmpty());
     EXPECT_THAT(getUnknownDevicesInfo(), IsEmpty());
-    const Vyn::Test::Record record{2,
-        "Debug: WindowsUtils.cpp:64 Vyn::OvraBase::enumerateDevices()",
-        "Cannot get devices: " + errorMessage(ENOENT)};
-    EXPECT_THAT(log.take(), testing::ElementsAre(record, record, record));
+    const auto record = [](std::uint32_t error) {
+        return Vyn::Test::Record{2, "Debug: WindowsUtils.cpp:64 Vyn::OvraBase::enumerateDevices()",
+            "Cannot get devices: " + errorMessage(error)};
+    };
+    EXPECT_THAT(log.take(),
+        testing::ElementsAre(record(EMFILE), record(ENOENT), record(ENOENT), record(ENOENT)));
 }
 
 } // namespace
