@@ -46,7 +46,6 @@ TEST_F(ApplicationFolders, RemovesATemporaryFolderWithItsObject)
     {
         const QTemporaryDir folder = createTemporaryDir(u"nameXXXXXX"_s);
         EXPECT_TRUE(folder.path().startsWith(path("tmp/an app/name")) && folder.isValid());
-        EXPECT_NE(createTemporaryDir().path(), createTemporaryDir().path());
     }
     EXPECT_EQ(tree("tmp"), "an app/");
 }
@@ -127,7 +126,6 @@ TEST_F(ApplicationFolders, UseNothingThatOthersCanChange)
         }
         const QString own = path("tmp/an app-" + std::to_string(geteuid()));
 
-        EXPECT_TRUE(createTemporaryDir(u"aXXXXXX"_s).path().startsWith(own + u"/a"_s));
         EXPECT_EQ(ensureFileIsOnDisk(kResource), own + u"/external_files/resources.qrc"_s);
         EXPECT_EQ(modeOf(own), 0700);
         clearApplicationTemporaryDir();

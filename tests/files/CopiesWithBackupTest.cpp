@@ -112,7 +112,7 @@ TEST_F(CopiesWithBackup, ReplaceReadOnlyFiles)
 {
     make("new=new");
     ASSERT_TRUE(QFile::setPermissions(path("new"), QFile::ReadOwner));
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 3; ++i) { // over nothing, over a file, over a file with a backup
         EXPECT_TRUE(copyWithBackup(path("new"), path("file")));
     }
     EXPECT_FALSE(QFileInfo(path("file.bak")).isWritable());

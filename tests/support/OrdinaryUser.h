@@ -7,6 +7,7 @@
 
 #ifdef Q_OS_LINUX
 #include <initializer_list>
+#include <tuple>
 #include <unistd.h>
 
 namespace Vyn::Test {
@@ -20,16 +21,16 @@ public:
     {
         if (mIsRoot) {
             for (const QString &entry : entries) {
-                [[maybe_unused]] const int given =
+                std::ignore =
                     lchown(QFile::encodeName(entry).constData(), kId, static_cast<gid_t>(-1));
             }
-            [[maybe_unused]] const int changed = seteuid(kId);
+            std::ignore = seteuid(kId);
         }
     }
     ~OrdinaryUser()
     {
         if (mIsRoot) {
-            [[maybe_unused]] const int changed = seteuid(0);
+            std::ignore = seteuid(0);
         }
     }
     Q_DISABLE_COPY_MOVE(OrdinaryUser)
