@@ -38,7 +38,6 @@ by_pkg_config() {
     read -ra flags < <(pkg-config --cflags --libs ovrabase spdlog)
     "${CXX:-c++}" -std="$2" -fPIC tests/consumer/main.cpp "${flags[@]}" \
         -Wl,-rpath,"$(pkg-config --variable=libdir ovrabase)" -o "$stage/by-pkg-config"
-    "${CXX:-c++}" -shared -fPIC tests/consumer/plugin.cpp -o "$stage/plugin.dll"
     (cd "$stage" && ./by-pkg-config)
 }
 by_pkg_config "$stage/moved" c++23

@@ -50,7 +50,6 @@ build_program() {
 try_library_alone() {
     chroot "$root" sh -c 'apt-get install -y /packages/libovrabase6_*.deb'
     cp "$work/program/consumer" "$root/program"
-    cp "$work/program/plugin.dll" "$root"
     chroot "$root" /program
 }
 
