@@ -74,19 +74,16 @@ TEST(LogManager, DeliversWhatABrokenDelegateLogsAfterWhatItTakes)
 
 TEST(LogManager, EndsAllRegistrationsOfADelegateWithTheFirstAndReleasesIt)
 {
-    int calls = 0;
-    auto delegate = std::make_shared<Calling>([&](const QString &) { ++calls; });
+    QString taken;
+    auto delegate = std::make_shared<Calling>([&](const QString &message) { taken += message; });
     const std::weak_ptr<LogDelegate> watched = delegate;
-    {
-        const ScopedPushLogDelegate first(delegate);
-        {
-            const ScopedPushLogDelegate second(std::move(delegate));
-            say("x");
-            EXPECT_EQ(calls, 2);
-        }
-        say("y");
-        EXPECT_EQ(calls, 2);
-    }
+    auto first = std::make_unique<ScopedPushLogDelegate>(delegate);
+    auto second = std::make_unique<ScopedPushLogDelegate>(std::move(delegate));
+    say("x");
+    second.reset();
+    say("y");
+    first.reset();
+    EXPECT_EQ(taken, QStringLiteral("xx"));
     EXPECT_TRUE(watched.expired());
 }
 
@@ -94,21 +91,20 @@ TEST(LogManager, LetsDelegatesComeAndGoDuringARecord)
 {
     std::optional<RecordedLog> added;
     std::optional<ScopedPushLogDelegate> ended;
-    int callsAfterItsEnd = 0;
-    const auto counting = std::make_shared<Calling>([&](const QString &) { ++callsAfterItsEnd; });
+    QString takenAfterItsEnd;
+    const auto other =
+        std::make_shared<Calling>([&](const QString &message) { takenAfterItsEnd += message; });
     const ScopedPushLogDelegate changer(std::make_shared<Calling>([&](const QString &) {
         if (!added) {
             added.emplace();
             ended.reset();
-            ended.emplace(counting); // again, but from the next record on
+            ended.emplace(other); // again, but from the next record on
         }
     }));
-    ended.emplace(counting);
-
+    ended.emplace(other);
     say("during");
-    EXPECT_EQ(callsAfterItsEnd, 0);
     say("next");
-    EXPECT_EQ(callsAfterItsEnd, 1);
+    EXPECT_EQ(takenAfterItsEnd, QStringLiteral("next"));
     EXPECT_THAT(added->records(), ElementsAre(said("next")));
 }
 
@@ -176,9 +172,6 @@ TEST(LogManager, GetsTheMessagesOfQtWithTheirLevelsUnlessTheyAreMasked)
         emitAll("widget.cpp");
         EXPECT_THAT(log.take(), ElementsAre(Record{level, "Default", "widget.cpp" + text}));
     }
-    setQtMessageMask(1 << QtDebugMsg);
-    emitMessage(static_cast<QtMsgType>(7));
-    EXPECT_THAT(log.take(), ElementsAre(Record{0, "Default", "widget.cpp" + text}));
 }
 
 TEST(LogManager, DeliversEachRecordOnceAndInOrderWhileEightThreadsAndADelegateLog)
@@ -189,12 +182,11 @@ TEST(LogManager, DeliversEachRecordOnceAndInOrderWhileEightThreadsAndADelegateLo
     std::atomic<int> inside = 0;
     const ScopedPushLogDelegate collector(std::make_shared<Calling>([&](const QString &message) {
         EXPECT_EQ(++inside, 1) << "two records at once";
-        if (const QStringList parts = message.split(u' ');
-            parts.at(0) == QStringLiteral("answer(42):")) {
+        if (message.startsWith(QStringLiteral("answer"))) {
             ++answers;
         } else {
-            EXPECT_EQ(parts.last().toInt(), next.at(parts.at(1).toUInt())++)
-                << message.toStdString();
+            const QStringList parts = message.split(u' ');
+            EXPECT_EQ(parts.at(2).toInt(), next.at(parts.at(1).toUInt())++);
             emitMessage(QtInfoMsg, "answer"); // must not wait for a thread that comes from Qt
         }
         --inside;
@@ -216,28 +208,23 @@ TEST(LogManager, DeliversEachRecordOnceAndInOrderWhileEightThreadsAndADelegateLo
 
 TEST(LogManager, DropsQtMessagesThatADelegateCausesForEachRecordAfterAHundredInARow)
 {
-    for (const int perRecord : {1, 2}) {
-        SCOPED_TRACE(perRecord);
-        const RecordedLog log;
-        const ScopedPushLogDelegate broken(std::make_shared<Calling>([&](const QString &message) {
-            for (int i = 0; i < perRecord; ++i) {
-                emitMessage(QtWarningMsg);
-            }
-            if (message.startsWith(QStringLiteral("widget"))) {
-                say("plain");
-            }
-        }));
-        say("x"); // each of its messages begins a chain
-        std::map<std::string, int> times;
-        for (const Record &record : log.records()) {
-            ++times[record.context + ' ' + record.message];
+    const RecordedLog log;
+    const ScopedPushLogDelegate broken(std::make_shared<Calling>([&](const QString &message) {
+        emitMessage(QtWarningMsg);
+        emitMessage(QtWarningMsg);
+        if (message.startsWith(QStringLiteral("widget"))) {
+            say("plain");
         }
-        EXPECT_THAT(times,
-            ElementsAre(Pair("Default widget.cpp(42): hello", 100 * perRecord),
-                Pair(AllOf(StartsWith("LogManager.cpp:"), HasSubstr("<widget.cpp(42): hello>")),
-                    perRecord),
-                Pair("c plain", 100 * perRecord), Pair("c x", 1)));
+    }));
+    say("x"); // each of its two messages begins a chain
+    std::map<std::string, int> times;
+    for (const Record &record : log.records()) {
+        ++times[record.context + ' ' + record.message];
     }
+    EXPECT_THAT(times,
+        ElementsAre(Pair("Default widget.cpp(42): hello", 200),
+            Pair(AllOf(StartsWith("LogManager.cpp:"), HasSubstr("<widget.cpp(42): hello>")), 2),
+            Pair("c plain", 200), Pair("c x", 1)));
 }
 
 TEST(LogManager, WritesAFatalQtMessageOfADelegateToStandardError)

@@ -10,7 +10,6 @@
 #include <gmock/gmock.h>
 
 #include <climits>
-#include <complex>
 #include <iomanip>
 #include <locale>
 #include <optional>
@@ -18,7 +17,6 @@
 #include <string>
 #include <string_view>
 #include <thread>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -61,10 +59,6 @@ using namespace Qt::StringLiterals;
 using testing::ElementsAre;
 
 // Found by the code of this namespace only.
-std::ostream &operator<<(std::ostream &stream, const std::vector<int> &)
-{
-    return stream << "scoped vector";
-}
 template<class C, class Traits, class T>
 std::basic_ostream<C, Traits> &operator<<(std::basic_ostream<C, Traits> &stream, const QList<T> &)
 {
@@ -80,21 +74,19 @@ struct Grouping : std::numpunct<char> {
     std::string do_grouping() const override { return "\3"; }
 };
 
-using Message = std::tuple<int, std::string, std::string>;
-
 class LoggerTest : public testing::Test {
 protected:
     LoggerTest()
     {
         mLogger.setDelegate(
             [this](int severity, const std::string &context, const std::string &text) {
-                mMessages.emplace_back(severity, context, text);
+                mMessages.push_back(std::to_string(severity) + '[' + context + ']' + text);
                 mTexts.push_back(text);
             });
     }
 
     Logger mLogger;
-    std::vector<Message> mMessages;
+    std::vector<std::string> mMessages;
     std::vector<std::string> mTexts;
 };
 
@@ -105,8 +97,7 @@ TEST_F(LoggerTest, DeliversAWholeMessageWhenTheStatementEnds)
     mLogger.error("") << "e";
     mLogger.log(static_cast<Logger::LogSeverity>(7), "7") << "seven";
     EXPECT_THAT(
-        mMessages, ElementsAre(Message{0, "i", "a1 2.5"}, Message{1, "w", std::string(5000, 'x')},
-                       Message{2, "", "e"}, Message{7, "7", "seven"}));
+        mMessages, ElementsAre("0[i]a1 2.5", "1[w]" + std::string(5000, 'x'), "2[]e", "7[7]seven"));
 }
 
 // The last value of each statement shows that the chain still takes Qt's values.
@@ -133,19 +124,17 @@ TEST_F(LoggerTest, KeepsEveryOtherStreamOperator)
     [[maybe_unused]] std::ostream &out = mLogger.info("") << 1;
     mLogger.info("") << buffer << std::string("s") << true << 'c' << nullptr << &content << name;
     mLogger.info("") << other::Printed() << other::PrintedAndShown() << other::Number() << name;
-    mLogger.info("") << other::High << QVariant(1) << std::quoted("q") << std::complex(1, 2)
-                     << name;
+    mLogger.info("") << other::High << QVariant(1) << std::quoted("q") << name;
     mLogger.info("") << std::hex << std::showbase << 255 << std::flush << std::dec << 10 << name;
-    mLogger.info("") << 1 << std::vector{1} << 2;
     mLogger.info("") << 1 << QList<int>() << 2;
     mLogger.info("") << 1 << other::Kind::Plain << name;
     StreamLogger kept = mLogger.info("");
     kept << name << 1 << name;
     std::move(kept) << 2 << name;
     kept = mLogger.info("");
-    EXPECT_THAT(mTexts, ElementsAre("1", "buffers1cnullptrcontentx", "printedprinted42x",
-                            "0module's variant\"q\"(1,2)x", "0xff10x", "1scoped vector2",
-                            "1scoped list2", "1scoped kindmodule's text", "x1x2x"));
+    EXPECT_THAT(mTexts,
+        ElementsAre("1", "buffers1cnullptrcontentx", "printedprinted42x", "0module's variant\"q\"x",
+            "0xff10x", "1scoped list2", "1scoped kindmodule's text", "x1x2x"));
 }
 
 // A message writes simple texts and numbers by code of its own; the same goes to a std::ostream.
@@ -196,8 +185,7 @@ TEST_F(LoggerTest, DeliversUpToTheFurthestPositionWrittenUnlessEmpty)
         assigned = std::move(moved);
         assigned << '!';
     }
-    EXPECT_THAT(
-        mMessages, ElementsAre(Message{2, "earlier", "goes first"}, Message{0, "", "1X one!s "}));
+    EXPECT_THAT(mMessages, ElementsAre("2[earlier]goes first", "0[]1X one!s "));
 }
 
 TEST_F(LoggerTest, WritesNumbersAlikeUnderEveryGlobalLocale)
@@ -205,18 +193,17 @@ TEST_F(LoggerTest, WritesNumbersAlikeUnderEveryGlobalLocale)
     const auto grouping = Vyn::Test::withLocale(std::locale(std::locale::classic(), new Grouping));
     // A new thread, on which no stream was made under another locale.
     std::thread([this] {
-        for (int i = 0; i < 2; ++i) {
-            mLogger.info("") << 12345 << ' ' << 0.5;
-        }
+        mLogger.info("") << 12345 << 0.5;
+        mLogger.info("") << 12345 << 0.5;
     }).join();
-    EXPECT_THAT(mTexts, ElementsAre("12345 0.5", "12345 0.5"));
+    EXPECT_THAT(mTexts, ElementsAre("123450.5", "123450.5"));
 }
 
 TEST_F(LoggerTest, KeepsACopyOfTheDelegateInEachMessageAndDropsWhatItThrows)
 {
-    std::vector<int> calls;
-    mLogger.setDelegate([&calls, n = 0](int, const std::string &, const std::string &) mutable {
-        calls.push_back(++n);
+    std::string calls;
+    mLogger.setDelegate([&calls, n = '0'](int, const std::string &, const std::string &) mutable {
+        calls += ++n;
         throw std::exception();
     });
     {
@@ -226,7 +213,7 @@ TEST_F(LoggerTest, KeepsACopyOfTheDelegateInEachMessageAndDropsWhatItThrows)
         mLogger.setDelegate({});
     }
     mLogger.info("") << "dropped";
-    EXPECT_THAT(calls, ElementsAre(1, 1));
+    EXPECT_EQ(calls, "11");
 }
 
 } // namespace

@@ -52,8 +52,7 @@ TEST_F(SpdlogDelegateTest, WritesLevelContextAndMessageAsTheyAre)
 TEST_F(SpdlogDelegateTest, RefusesNullAndLoggersThatLeadBackToTheManager)
 {
     EXPECT_THROW(SpdlogDelegate(nullptr), Exception::NullParameterException);
-    EXPECT_THAT(mLog.records().at(0).context,
-        testing::MatchesRegex("Debug: SpdlogDelegate.cpp:.* Vyn::Core::Log::SpdlogDelegate::.*"));
+    EXPECT_THAT(mLog.records().at(0).context, testing::StartsWith("Debug: SpdlogDelegate.cpp:"));
 
     using namespace spdlog::sinks;
     const auto inner = std::make_shared<dist_sink_st>(std::vector{mBridge});
