@@ -39,22 +39,16 @@ void expectDistances(const QString &a, const QString &b, const EditDistances &ex
     }
 }
 
-// These rows also check expectedDistances(), which the next test relies on.
+// The next test relies on expectedDistances().
 TEST(EditDistance, CountsUnitsAndSwappedPairs)
 {
     const struct {
-        const char *name;
         QString a, b;
         EditDistances expected;
-    } rows[] = {{"both empty", {}, {}, {0, 0}}, {"empty pattern", {}, u"abc"_s, {3, 0}},
-        {"empty text", u"abc"_s, {}, {3, 3}}, {"swapped pair", u"ab"_s, u"ba"_s, {1, 1}},
-        {"a swapped pair is not edited again", u"ca"_s, u"abc"_s, {3, 1}},
-        {"case", u"Abc"_s, u"abc"_s, {1, 1}}, {"part", u"abc"_s, u"xxabcxx"_s, {4, 0}},
-        {"part of the pattern", u"xxabcxx"_s, u"abc"_s, {4, 4}},
-        {"two units of a surrogate pair", u"\U0001F600"_s, u"x"_s, {2, 2}},
-        {"a composed letter and its parts", u"\u00E9"_s, u"e\u0301"_s, {2, 1}}};
+    } rows[] = {{{}, u"abc"_s, {3, 0}}, {u"abc"_s, {}, {3, 3}}, {u"ab"_s, u"ba"_s, {1, 1}},
+        {u"ca"_s, u"abc"_s, {3, 1}}, // a swapped pair is not edited again
+        {u"xxabcxx"_s, u"abd"_s, {5, 5}}, {u"abd"_s, u"xxabcxx"_s, {5, 1}}};
     for (const auto &row : rows) {
-        SCOPED_TRACE(row.name);
         EXPECT_EQ(expectedDistances(row.a, row.b), row.expected);
         expectDistances(row.a, row.b, row.expected);
     }

@@ -7,7 +7,7 @@
 
 #include <gmock/gmock.h>
 
-#include <limits>
+#include <array>
 #include <locale>
 
 namespace Vyn::OvraBase::StdUtils {
@@ -20,11 +20,8 @@ TEST(StdUtils, FloatToStringWritesAPointAndSixDigitsUnderEveryGlobalLocale)
         std::string do_grouping() const override { return "\3"; }
     };
     const auto comma = Vyn::Test::withLocale(std::locale(std::locale(), new Comma));
-    EXPECT_EQ(floatToString(1234567.0F), "1234567.000000");
-    EXPECT_EQ(floatToString(-0.0F), "-0.000000");
+    EXPECT_EQ(floatToString(-1234567.0F), "-1234567.000000");
     EXPECT_EQ(floatToString(4e-7F), "0.000000");
-    EXPECT_EQ(floatToString(std::numeric_limits<float>::max()),
-        "340282346638528859811704183484516925440.000000");
 }
 
 TEST(StdUtils, SubstituteInStringReplacesKeysByTheirValues)
@@ -37,8 +34,7 @@ TEST(StdUtils, SubstituteInStringReplacesKeysByTheirValues)
         {"{{a}}}", "{{name}}}"}, {"{{a{{b}}", "inner"}, {"{{{c}}", "brace"},
         {"}} {{name}} {{name", "}} World {{name"}, {"{{}", "{{}"}};
     for (const auto &[text, expected] : rows) {
-        SCOPED_TRACE(text);
-        EXPECT_EQ(substituteInString(text, values), expected);
+        EXPECT_EQ(substituteInString(text, values), expected) << text;
     }
 }
 
@@ -51,15 +47,11 @@ TEST(StdUtils, ToLowerStringChangesAsciiOnly)
 
 TEST(StdUtils, TrimStringRemovesTheSetFromBothEnds)
 {
-    const struct {
-        const char *text, *characters, *expected;
-    } rows[] = {{"\t --a-b--", "- \t", "a-b"}, {"a", "", "a"}, {"b", nullptr, "b"}, {"--", "-", ""},
-        {"", "-", ""}, {"\xFF\x80 a\xFF", "\x80\xFF", " a"}};
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.text);
-        std::string text = row.text;
-        trimString(text, row.characters);
-        EXPECT_EQ(text, row.expected);
+    const std::array<const char *, 3> rows[] = {{"\t --a-b--", "- \t", "a-b"}, {"a", "", "a"},
+        {"b", nullptr, "b"}, {"--", "-", ""}, {"", "-", ""}, {"\xFF\x80 a\xFF", "\x80\xFF", " a"}};
+    for (std::string text; const auto &[from, characters, expected] : rows) {
+        trimString(text = from, characters);
+        EXPECT_EQ(text, expected) << from;
     }
 }
 
