@@ -54,9 +54,9 @@ TEST(GlobalLoggers, BringTheRecordsOfSpdlogToDebug)
     core.set_level(spdlog::level::trace);
     namespace level = spdlog::level;
     std::vector<Record> expected;
-    for (const auto &[spdlogLevel, shown, line] : {std::tuple{level::trace, 0, "58"},
-             {level::debug, 0, "58"}, {level::info, 0, "58"}, {level::warn, 1, "62"},
-             {level::err, 2, "67"}, {level::critical, 2, "67"}, {level::off, 0, "58"}}) {
+    for (const auto &[spdlogLevel, shown, line] :
+        {std::tuple{level::trace, 0, "58"}, {level::info, 0, "58"}, {level::warn, 1, "62"},
+            {level::err, 2, "67"}, {level::critical, 2, "67"}, {level::off, 0, "58"}}) {
         core.log(spdlog::source_loc("/some/dir/io.cpp", 12, "save"), spdlogLevel, "disk full");
         expected.push_back({shown,
             "Debug: Logger.cpp:" + std::string(line) +

@@ -6,10 +6,10 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <array>
 #include <concepts>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -105,32 +105,29 @@ TEST(LogContext, NamesTheFunctionAlsoInItsLambdasAndLocalClasses)
 // Texts of compilers other than the one of this build.
 TEST(LogContext, CutsTheNameOutOfAnyCompilersText)
 {
-    struct Row {
-        const char *signature, *function, *name;
-    };
-    for (const auto &[signature, function, name] : {Row{"top level", "", "top level"},
-             {"ns::W::f::<lambda_1>::operator ()", "", "ns::W::f::<lambda_1>::operator ()"},
-             {"void (*(*ns::W::f(int))(int))(long)", "f", "ns::W::f"},
-             {"ns::W::W(std::function<ns::W(int)>)", "W", "ns::W::W"},
-             {"ns::Box<std::function<Box(int)> >::Box[abi:x](int)", "Box",
-                 "ns::Box<std::function<Box(int)> >::Box[abi:x]"},
-             {"auto (lambda at f.cpp:1:2)::operator()(int) const", "operator()",
-                 "(lambda at f.cpp:1:2)::operator()"},
-             {"ns::W::operator T*() const [with T = int]", "operator int*", "ns::W::operator T*"},
-             {"ns::W::operator void (*)(int)() const", "operator void (*)(int)",
-                 "ns::W::operator void (*)(int)"},
-             {"std::string ns::W::f() const::L::g(int) &&", "g", "ns::W::f() const::L::g"},
-             {"auto ns::W::operator()(int) const::(anonymous class)::operator()() const",
-                 "operator()", "ns::W::operator()(int) const::(anonymous class)::operator()"},
-             {"void (anonymous namespace)::f()::(lambda at it's.cpp:1:2)::g(int)", "g",
-                 "(anonymous namespace)::f()::(lambda at it's.cpp:1:2)::g"},
-             {"void ns::operatorX(int)", "operatorX", "ns::operatorX"},
-             {"int ns::operator\"\"_x(long long)", "operator\"\"_x", "ns::operator\"\"_x"},
-             {"void f() [with char C = '(']", "f", "f"},
-             {"decltype ((a + 1)) ns::f(T) [with T = int (&)[3]]", "f", "ns::f"}, {")", "f", ")"},
-             {"((", "f", "(("}, {"\"", "f", "\""}, {"a<b c(", "f", "a<b c"}}) {
-        SCOPED_TRACE(signature);
-        EXPECT_EQ(Vyn::Detail::qualifiedNameOf(signature, function), name);
+    const std::array<const char *, 3> rows[] = {{"top level", "", "top level"},
+        {"ns::W::f::<lambda_1>::operator ()", "", "ns::W::f::<lambda_1>::operator ()"},
+        {"void (*(*ns::W::f(int))(int))(long)", "f", "ns::W::f"},
+        {"ns::W::W(std::function<ns::W(int)>)", "W", "ns::W::W"},
+        {"ns::Box<std::function<Box(int)> >::Box[abi:x](int)", "Box",
+            "ns::Box<std::function<Box(int)> >::Box[abi:x]"},
+        {"auto (lambda at f.cpp:1:2)::operator()(int) const", "operator()",
+            "(lambda at f.cpp:1:2)::operator()"},
+        {"ns::W::operator T*() const [with T = int]", "operator int*", "ns::W::operator T*"},
+        {"ns::W::operator void (*)(int)() const", "operator void (*)(int)",
+            "ns::W::operator void (*)(int)"},
+        {"std::string ns::W::f() const::L::g(int) &&", "g", "ns::W::f() const::L::g"},
+        {"auto ns::W::operator()(int) const::(anonymous class)::operator()() const", "operator()",
+            "ns::W::operator()(int) const::(anonymous class)::operator()"},
+        {"void (anonymous namespace)::f()::(lambda at it's.cpp:1:2)::g(int)", "g",
+            "(anonymous namespace)::f()::(lambda at it's.cpp:1:2)::g"},
+        {"void ns::operatorX(int)", "operatorX", "ns::operatorX"},
+        {"int ns::operator\"\"_x(long long)", "operator\"\"_x", "ns::operator\"\"_x"},
+        {"void f() [with char C = '(']", "f", "f"},
+        {"decltype ((a + 1)) ns::f(T) [with T = int (&)[3]]", "f", "ns::f"}, {")", "f", ")"},
+        {"((", "f", "(("}, {"\"", "f", "\""}, {"a<b c(", "f", "a<b c"}};
+    for (const auto &[signature, function, name] : rows) {
+        EXPECT_EQ(Vyn::Detail::qualifiedNameOf(signature, function), name) << signature;
     }
 }
 

@@ -215,11 +215,9 @@ TEST(LogStr, Knows51TypesInVariants)
 {
     QStringList known;
     for (int type = QMetaType::UnknownType + 1; type <= QMetaType::LastGuiType; ++type) {
-        if (QMetaType::isRegistered(type) &&
-            logStr(QVariant(QMetaType(type))) != u"QVariant(Null)"_s) {
-            known += QString::fromUtf8(QMetaType(type).name());
-        }
+        known += logStr(QVariant(QMetaType(type)));
     }
+    known.removeAll(u"QVariant(Null)"_s);
     EXPECT_EQ(known.size(), 51) << known.join(u' ').toStdString();
 }
 

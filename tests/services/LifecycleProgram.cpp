@@ -23,7 +23,6 @@
 
 #include <cstdlib>
 #include <memory>
-#include <utility>
 
 namespace {
 
@@ -72,7 +71,6 @@ struct Farewell : Service {
     ~Farewell() override
     {
         require(!ServiceLocator::started(), "services see no locator at their end");
-        require(ServiceLocator::instance() == nullptr, "looking a service up finds no locator");
         useWhatIsKept();
         logger(Debug).info("late") << "farewell";
         recovery.reset();

@@ -9,7 +9,6 @@
 #include <stlab/concurrency/immediate_executor.hpp>
 #endif
 
-#include <exception>
 #include <stdexcept>
 
 namespace Vyn::Test {
