@@ -69,11 +69,6 @@ std::ostream &operator<<(std::ostream &stream, other::Kind)
     return stream << "scoped kind";
 }
 
-struct Grouping : std::numpunct<char> {
-    char do_decimal_point() const override { return ','; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
 class LoggerTest : public testing::Test {
 protected:
     LoggerTest()
@@ -146,7 +141,7 @@ TEST_F(LoggerTest, WritesTextsAndNumbersAsAStreamDoes)
         stream << LLONG_MIN << ULLONG_MAX << true << std::setw(6) << 12 << std::left;
         stream << std::setw(4) << "l" << std::hex << short(-1) << std::oct << 8 << std::dec;
         stream << std::showpos << 1 << std::noshowpos << std::string(500, 'x') << 1;
-        stream.imbue(std::locale(std::locale::classic(), new Grouping));
+        stream.imbue(std::locale(std::locale::classic(), new Vyn::Test::Grouping));
         stream << 1234567;
         stream.setstate(std::ios::failbit);
         stream << "lost" << 1;
@@ -190,7 +185,7 @@ TEST_F(LoggerTest, DeliversUpToTheFurthestPositionWrittenUnlessEmpty)
 
 TEST_F(LoggerTest, WritesNumbersAlikeUnderEveryGlobalLocale)
 {
-    const auto grouping = Vyn::Test::withLocale(std::locale(std::locale::classic(), new Grouping));
+    const auto grouping = Vyn::Test::withGrouping();
     // A new thread, on which no stream was made under another locale.
     std::thread([this] {
         mLogger.info("") << 12345 << 0.5;

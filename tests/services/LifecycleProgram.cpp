@@ -99,13 +99,13 @@ int main(int argc, char **argv)
     require(!gStartedBeforeMain, "no locator before start()");
     for (const bool isLast : {false, true}) {
         ServiceLocator::start();
-        require(!ServiceLocator::instance()->service<Farewell>(), "a new locator is empty");
         const auto &locator = ServiceLocator::instance();
+        require(!locator->service<Farewell>(), "a new locator is empty");
         require(locator->registerService(std::make_unique<Farewell>(endless.future, isLast)) &&
                     locator->registerService(std::make_unique<DefaultAsyncRecovery>()),
             "both services are registered");
         ServiceLocator::start();
-        require(ServiceLocator::instance()->service<Farewell>(), "a second start does nothing");
+        require(locator->service<Farewell>(), "a second start does nothing");
         if (!isLast) {
             ServiceLocator::stop();
             require(log.records().size() == 1, "early records are dropped, late ones are not");

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <locale>
+#include <string>
 
 #ifdef Q_OS_LINUX
 #include <sys/resource.h>
@@ -40,10 +41,17 @@ using Guard = QScopeGuard<std::function<void()>>;
     return Guard([set, before] { set(before); });
 }
 
-/// Makes \a locale the global locale of the standard library.
-[[nodiscard]] inline Guard withLocale(const std::locale &locale)
+/// Writes a comma before decimals and between groups of three digits.
+struct Grouping : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+/// Makes a locale with Grouping the global one of the standard library.
+[[nodiscard]] inline Guard withGrouping()
 {
-    const std::locale before = std::locale::global(locale);
+    const std::locale before =
+        std::locale::global(std::locale(std::locale::classic(), new Grouping));
     return Guard([before] { std::locale::global(before); });
 }
 

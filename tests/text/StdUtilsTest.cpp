@@ -8,18 +8,13 @@
 #include <gmock/gmock.h>
 
 #include <array>
-#include <locale>
 
 namespace Vyn::OvraBase::StdUtils {
 namespace {
 
 TEST(StdUtils, FloatToStringWritesAPointAndSixDigitsUnderEveryGlobalLocale)
 {
-    struct Comma : std::numpunct<char> {
-        char do_decimal_point() const override { return ','; }
-        std::string do_grouping() const override { return "\3"; }
-    };
-    const auto comma = Vyn::Test::withLocale(std::locale(std::locale(), new Comma));
+    const auto grouping = Vyn::Test::withGrouping();
     EXPECT_EQ(floatToString(-1234567.0F), "-1234567.000000");
     EXPECT_EQ(floatToString(4e-7F), "0.000000");
 }

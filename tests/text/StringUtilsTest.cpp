@@ -78,23 +78,19 @@ TEST(StringUtils, EscapesStandInThePlaceOfTheirCharacters)
 {
     const std::map<char, std::string> escapes{{7, "\\a"}, {8, "\\b"}, {9, "\\t"}, {10, "\\n"},
         {11, "\\v"}, {12, "\\f"}, {13, "\\r"}, {34, "\\\""}, {92, "\\\\"}};
-    // At every place of texts around 64 characters, which are taken at once: alone and in pairs.
-    for (const std::size_t size : {1U, 2U, 64U, 65U, 130U}) {
-        for (std::size_t first = 0; first < size; ++first) {
-            for (char c = 0; c < 0x7F; ++c) {
-                std::string text(size, 'x');
-                text[first] = c;
-                text[size / 2] = c;
-                std::string escaped;
-                for (const char each : text) {
-                    escaped +=
-                        each == c && escapes.contains(c) ? escapes.at(c) : std::string(1, each);
-                }
-                ASSERT_EQ(asStringLiteral(QString::fromStdString(text)).toStdString(),
-                    '"' + escaped + '"');
-                ASSERT_EQ(escapeJSON(text), c == 7 || c == 11 ? text : escaped);
-            }
-        }
+    std::string text;
+    std::string literal;
+    std::string json;
+    for (char c = 0; c < 0x7F; ++c) {
+        text += c;
+        literal += escapes.contains(c) ? escapes.at(c) : std::string(1, c);
+        json += escapes.contains(c) && c != 7 && c != 11 ? escapes.at(c) : std::string(1, c);
+    }
+    // With each character at every place among the 64 that are taken at once.
+    for (std::string x; x.size() < 64; x += 'x') {
+        ASSERT_EQ(asStringLiteral(QString::fromStdString(x + text + x)).toStdString(),
+            '"' + x + literal + x + '"');
+        ASSERT_EQ(escapeJSON(x + text + x), x + json + x);
     }
     EXPECT_EQ(
         asStringLiteral(u"é\u0122\u015C\u0A0A😀\xD800"_s), u"\"é\u0122\u015C\u0A0A😀\xD800\""_s);
