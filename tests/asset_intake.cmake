@@ -113,13 +113,13 @@ if(CMAKE_HOST_SYSTEM_NAME STREQUAL Linux AND NOT EMULATOR)
     expect_content("library/large 1.png" "${large}1")
 endif()
 
-# An asset whose first source has changed belongs to its duplicate, under the old name. The rest of a
-# copy that was killed is not an asset.
+# An asset whose first source has changed belongs to its duplicate, under the old name. The temporary
+# file of a copy that was killed is not an asset.
 file(WRITE "${WORK}/source/twin 1" "twin")
 file(WRITE "${WORK}/source/twin 2" "twin")
 run(0 ${folders})
 file(WRITE "${WORK}/source/twin 1" "alone")
-file(WRITE "${WORK}/library/01234567-89ab-cdef-0123-456789abcdef.tmp" "alone")
+file(WRITE "${WORK}/library/3w5e11264sgsf-12.tmp" "alone")
 run(0 ${folders})
 expect_in_output("Copied (1 files")
 expect_in_output("new, as twin 1 copy")

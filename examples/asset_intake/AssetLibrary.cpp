@@ -12,8 +12,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QSaveFile>
-#include <QUuid>
 
 #include <algorithm>
 #include <array>
@@ -29,13 +29,22 @@ namespace {
 const QString kManifest = u"manifest.json"_s;
 const QString kBackup = u".bak"_s; // the ending that copyWithBackup() gives
 
-/// Returns true if " copy 1234" or ".bak" can follow \a name.
+/// Returns true if \a name is short enough for " copy 1234" or ".bak" to be appended.
 bool hasRoomForEnding(const QString &name)
 {
     return QFile::encodeName(name).size() <= 230; // of 255 bytes
 }
 
-/// Returns the entries of the manifest \a path by the name of their file.
+/// Returns true if \a name has the form of the temporary files of copyWithBackup(), which a killed
+/// run leaves: a random number of 64 bits in base 36 (at least 9 digits, except one in 6 million),
+/// a hyphen and a counter.
+bool isTemporaryName(const QString &name)
+{
+    static const QRegularExpression form(u"^[0-9a-z]{9,13}-[0-9]+\\.tmp$"_s);
+    return form.match(name).hasMatch();
+}
+
+/// Returns the entries of the manifest \a path, by file name.
 QHash<QString, QJsonValue> load(const QString &path)
 {
     const QByteArray text = FileUtils::loadBinaryFile(path);
@@ -63,8 +72,8 @@ qint64 modifiedAt(const QFileInfo &file)
     return file.lastModified().toMSecsSinceEpoch();
 }
 
-/// Hashes the first of \a files. They are many, because the disk is synced for each batch, but not
-/// so many that the user sees no progress.
+/// Hashes the next batch, which starts at the first of \a files. It is large, because the disk is
+/// synced once per batch, but small enough to show progress.
 std::vector<Arrival> nextBatch(std::span<const QString> files)
 {
     constexpr std::size_t kMostFiles = 1000;
@@ -84,7 +93,8 @@ std::vector<Arrival> nextBatch(std::span<const QString> files)
     return batch;
 }
 
-/// Sets the result of \a arrival, which has the content of \a asset or failed to get there.
+/// Sets the result of \a arrival and its text. \a asset is the asset with its content or, if the
+/// copy failed, the asset that it was copied to.
 void settle(Arrival &arrival, Result result, Asset &asset)
 {
     static constexpr std::array<const char *, kResults> kTexts{"already there as %1",
@@ -116,16 +126,14 @@ QString assetClassOf(const QString &path)
 AssetLibrary::AssetLibrary(const QString &folder)
     : mFolder(folder)
 {
-    FileUtils::touch(mFolder.filePath(kManifest)); // so that no asset takes its name
+    FileUtils::touch(mFolder.filePath(kManifest)); // so that no asset gets this name
     const QHash<QString, QJsonValue> entries = load(mFolder.filePath(kManifest));
     const QFileInfoList files = mFolder.entryInfoList(QDir::Files);
     for (const QFileInfo &file : files) {
         const QString name = file.fileName();
-        const QString base = file.completeBaseName();
-        const bool isBackup = file.suffix() == u"bak" && mFolder.exists(base);
-        const bool isHalfCopied = file.suffix() == u"tmp" && !QUuid(base).isNull();
-        if (name == kManifest || isBackup || isHalfCopied ||
-            mAssets.contains(name.toCaseFolded())) {
+        const bool isBackup = file.suffix() == u"bak" && mFolder.exists(file.completeBaseName());
+        const bool isTemporary = isTemporaryName(name) && !entries.contains(name);
+        if (name == kManifest || isBackup || isTemporary || mAssets.contains(name.toCaseFolded())) {
             continue;
         }
         const QJsonValue entry = entries.value(name);
@@ -154,7 +162,7 @@ void AssetLibrary::takeIn(
     while (!left.empty()) {
         std::vector<Arrival> batch = next.get();
         left = left.subspan(batch.size());
-        next = std::async(std::launch::async, nextBatch, left); // hashes while this one is copied
+        next = std::async(std::launch::async, nextBatch, left); // during the copies of this batch
         copyBatch(batch);
         report(batch);
     }
@@ -197,8 +205,9 @@ bool AssetLibrary::isKnown(Arrival &arrival)
     return asset != nullptr;
 }
 
-/// Chooses the asset that \a arrival is copied to, an old or a new one. It has the new content from
-/// now on, so that the next arrivals find it; copyBatch() undoes that if the copy fails.
+/// Chooses the asset that \a arrival is copied to, an old or a new one. Gives it the new hash
+/// before the copy is made, so that later arrivals with the same content become duplicates of it.
+/// copyBatch() restores the old hash if the copy fails.
 void AssetLibrary::planCopy(Arrival &arrival)
 {
     const QString name = QFileInfo(arrival.path).fileName();
@@ -220,16 +229,18 @@ bool AssetLibrary::isTaken(const QString &name) const
     return mAssets.contains(name.toCaseFolded()) || file.exists() || file.isSymLink();
 }
 
-/// Returns true if an asset can be called \a name: neither this name nor that of its backup is
-/// taken, and it is not the name of an asset's backup.
+/// Returns true if a new asset can have the name \a name: the name and the name of its backup are
+/// not taken, and \a name is not the name of another asset's backup.
 bool AssetLibrary::isFree(const QString &name) const
 {
     return !isTaken(name) && !isTaken(name + kBackup) &&
            !(name.endsWith(kBackup) && isTaken(name.chopped(kBackup.size())));
 }
 
-/// Returns \a name, made valid, or if that is not free the first name of a copy of it that is.
-/// FileUtils::getUniqueFileName() cannot know the files of a batch that are not yet copied.
+/// Returns a valid and free name for a new asset: \a name with invalid characters replaced, or if
+/// that is taken, the first free one of "name copy", "name copy 2" and so on. Not with
+/// FileUtils::getUniqueFileName(), which does not know the files of the batch that are not copied
+/// yet.
 QString AssetLibrary::freeName(const QString &name)
 {
     QString valid = FileUtils::ensureValidFileName(name);
@@ -248,8 +259,9 @@ QString AssetLibrary::freeName(const QString &name)
     return last + end;
 }
 
-/// Returns true if the content of \a asset may become its backup: the asset is named after its only
-/// source, which is called \a sourceName, and there is no backup yet.
+/// Returns true if \a asset may be replaced by the new content of its source, so that the old
+/// content becomes its backup: it has only this source, its name was made from \a sourceName, the
+/// file name of the source, and it has no backup yet.
 bool AssetLibrary::mayReplace(const Asset &asset, const QString &sourceName) const
 {
     const QString valid = FileUtils::ensureValidFileName(sourceName);
@@ -270,8 +282,8 @@ bool AssetLibrary::saveManifest() const
                 {u"sources"_s, QJsonArray::fromStringList(asset.sources)}});
         }
     }
-    QSaveFile file(
-        mFolder.filePath(kManifest)); // a power cut leaves the old manifest or the new one
+    // With QSaveFile, the manifest is the old or the new one after a power failure.
+    QSaveFile file(mFolder.filePath(kManifest));
     return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(array).toJson()) >= 0 &&
            file.commit();
 }

@@ -22,42 +22,47 @@ struct Asset {
     QString name;             ///< file name in the library
     QString hash;             ///< hash of the content; empty if the file could not be copied
     qint64 size = 0;          ///< in bytes
-    QStringList sources = {}; ///< absolute paths of the files that came in with this content
+    QStringList sources = {}; ///< absolute paths of the incoming files with this content, in order
 };
 
-/// What happened to a file that came in.
+/// What was done with an incoming file.
 enum class Result {
-    Unchanged, ///< not copied: the library has its content
-    Duplicate, ///< not copied: the library has its content from another source
-    New,       ///< copied
-    Renamed,   ///< copied under another name
-    Replaced,  ///< copied in place of its old content, which is kept as a backup
-    Failed     ///< not copied
+    /// Not copied: the library has its content, and this file is the first source of it.
+    Unchanged,
+    /// Not copied: the library has its content, and another file is the first source of it.
+    Duplicate,
+    New,      ///< copied under its own name
+    Renamed,  ///< copied under another name, because its own is invalid or taken
+    Replaced, ///< copied in place of its old content, which is kept as a backup
+    Failed    ///< not copied: it cannot be read, or its content cannot be written
 };
 constexpr std::size_t kResults = 6;
 
-/// A file that comes in.
+/// An incoming file.
 struct Arrival {
     QString path;
     qint64 size = 0;
     Result result = Result::Failed;
-    QString text = {};      ///< the result, for the user
+    QString text = {};      ///< the result as a text for the user
     QString hash = {};      ///< hash of the content; empty if the file cannot be read
     Asset *asset = nullptr; ///< the asset with its content, or null
-    Asset before = {};      ///< what \a asset was before, if \a path is copied to it
+    Asset before = {};      ///< \a asset before \a path was copied to it; empty if it is new
 };
 
-/// A folder with one file for each content. Its "manifest.json" tells where they came from.
+/// A folder with one file (an asset) for each content. The file "manifest.json" in it lists the
+/// assets and the sources of each.
 class AssetLibrary {
 public:
-    /// Reads the folder and its manifest. Files that the manifest does not name, such as those of a
-    /// run that was killed, and files that were changed since are hashed; they have no source.
+    /// Reads the folder and its manifest. A file that is not in the manifest, or whose size or date
+    /// differs from the manifest, is hashed and becomes an asset without a source. A run that was
+    /// killed leaves such files. Backups and temporary files of copyWithBackup() are ignored.
     ///
-    /// \throws Vyn::Exception::FileFormatException  the manifest was not written by this class.
+    /// \throws Vyn::Exception::FileFormatException  The manifest was not written by this class.
     explicit AssetLibrary(const QString &folder);
 
-    /// Copies each content among \a files that is new, under a valid and unique name. Works in
-    /// batches, and hands each to \a report when its copies would survive a power cut.
+    /// Copies each of \a files whose content the library does not have, once per content, under a
+    /// valid and unique name. Works in batches. Calls \a report for each batch, after its copies
+    /// are synced to the disk.
     void takeIn(const std::vector<QString> &files,
         const std::function<void(std::span<const Arrival>)> &report);
 
@@ -79,8 +84,11 @@ private:
     void setContent(Asset &asset, const QString &hash, qint64 size);
 
     const QDir mFolder;
-    std::map<QString, Asset> mAssets; ///< by name in folded case: Windows sees no difference
+    /// By the case-folded name: on Windows, names that differ only in letter case are one file.
+    std::map<QString, Asset> mAssets;
     QHash<QString, Asset *> mByHash;
     QHash<QString, Asset *> mBySource;
-    std::map<QString, QString> mLastCopies; ///< last name of a copy, by the name that was taken
+    /// By the name that was taken: the name that freeName() chose last, without the extension. The
+    /// next call continues there.
+    std::map<QString, QString> mLastCopies;
 };
