@@ -42,6 +42,7 @@ bool areEquivalent(const QString &a, const QString &b)
     return std::filesystem::equivalent(os::nativePath(a), os::nativePath(b), unknown);
 }
 
+/// Returns true if \a a and \a b are paths of the same entry. The path of a link is not followed.
 bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
 {
     const QString name = a.fileName();
@@ -61,25 +62,27 @@ bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
     if (!areEquivalent(a.filePath(), b.filePath())) {
         return false;
     }
-    // The names differ in letter case. They name one entry, unless the folder distinguishes case
-    // and they are two hard links of one file.
+    // The names are those of one file and differ only in letter case. They are either one entry, in
+    // a folder that ignores case, or two hard links. If the file has one hard link, they are one
+    // entry. Otherwise they are treated as two.
     std::error_code unknown;
     return std::filesystem::hard_link_count(os::nativePath(a.filePath()), unknown) == 1;
 }
 
-/// Returns true if \a backup is a hard link of the file \a path.
+/// Returns true if \a backup is not a link and is the same file as \a path. Links in \a path are
+/// followed.
 bool keepsContentOf(const QString &path, const QString &backup)
 {
     return !isLink(QFileInfo(backup)) && areEquivalent(path, backup);
 }
 
-/// Returns true for a link and for a folder: other paths may lead through them.
+/// Returns true for a link and for a folder: the path of another entry may contain them.
 bool isPassage(const QFileInfo &entry)
 {
     return isLink(entry) || entry.isDir();
 }
 
-/// Copies with backup, made one after another and synced together.
+/// A batch of copies with backup. The files are copied one by one, then synced together.
 class CopyBatch {
 public:
     explicit CopyBatch(std::size_t size)
@@ -89,7 +92,8 @@ public:
         mTouched.reserve(size);
     }
 
-    /// Makes the copy number \a index, which takes the place of \a destination in commit().
+    /// Copies \a source to a temporary file. commit() moves it to \a destination and stores the
+    /// result at \a index. A failure is reported at once.
     void add(std::size_t index, const QString &source, const QString &destination)
     {
         PendingCopy copy{index, source, destination, {}, {}, {}, {}, false, false, {}};
@@ -117,7 +121,7 @@ public:
         }
     }
 
-    /// Puts the pending copies in the places of their destinations.
+    /// Moves the temporary files of the pending copies to their destinations.
     void commit()
     {
         // The new content must be on the disk before it gets the name of the old content. The old
@@ -142,18 +146,18 @@ private:
         std::size_t index;
         QString source;
         QString destination;
-        QString folder; ///< that holds the destination
-        QString name;   ///< of the destination
-        QString fresh;  ///< name of the copy until it takes the place of the destination
-        std::optional<std::size_t> fileSystem; ///< none if the folder does not exist
-        bool isNew;                            ///< nothing is at the destination
-        bool replacesPassage;  ///< the destination or the backup is a link or a folder
-        std::error_code error; ///< of the last step
+        QString folder; ///< path of the folder that holds the destination
+        QString name;   ///< file name of the destination
+        QString fresh;  ///< file name of the temporary file, which is in the same folder
+        std::optional<std::size_t> fileSystem; ///< index in mFileSystems; none without the folder
+        bool isNew;                            ///< true if nothing was at the destination
+        bool replacesPassage;  ///< true if the destination or the backup is a link or a folder
+        std::error_code error; ///< error of the last step
     };
     struct Folder {
         QString path;
-        QString canonical;
-        std::optional<std::size_t> fileSystem; ///< none until it is known
+        QString canonical; ///< canonical path in folded case, with a "/" at the end
+        std::optional<std::size_t> fileSystem; ///< index in mFileSystems; none until it is known
     };
     struct KeyHash {
         std::size_t operator()(const QString &key) const
@@ -164,8 +168,9 @@ private:
         }
     };
 
-    /// Returns one text for all paths of \a entry, with and without links in the path of its
-    /// folder. \a last is the folder of the last entry, which many entries share.
+    /// Returns a key that is equal for all paths of the same entry. Entries that differ only in
+    /// letter case also get equal keys; that costs only an early commit. \a last caches the folder
+    /// of the previous call.
     static QString keyOf(const QFileInfo &entry, Folder &last)
     {
         const QString folder = entry.path();
@@ -175,15 +180,16 @@ private:
         return last.canonical + entry.fileName().toCaseFolded();
     }
 
-    /// Tells whether \a key is that of a pending destination or backup.
+    /// Returns true if \a key is the key of a pending destination or of its backup.
     bool isTouched(const QString &key) const
     {
         return mTouched.contains(key) ||
                (key.endsWith(kBackupEnd) && mTouched.contains(key.chopped(kBackupEnd.size())));
     }
 
-    /// Returns true if the pending copies must be committed before a copy of \a from to the
-    /// destination with the key \a to, because they change what one of these is.
+    /// Returns true if the pending copies must be committed before \a from is copied to the
+    /// destination with the key \a to: a pending copy creates or replaces \a from, its target, the
+    /// destination or the backup.
     bool dependsOnPending(const QFileInfo &from, const QString &to)
     {
         if (mPending.empty()) {
@@ -191,7 +197,7 @@ private:
         }
         if (isLink(from)) {
             const QString target = from.canonicalFilePath();
-            const bool leadsNowhere = target.isEmpty(); // yet
+            const bool leadsNowhere = target.isEmpty(); // a pending copy may create the target
             if (leadsNowhere || isTouched(keyOf(QFileInfo(target), mSource))) {
                 return true;
             }
@@ -199,6 +205,7 @@ private:
         return isTouched(keyOf(from, mSource)) || isTouched(to) || mTouched.contains(backupOf(to));
     }
 
+    /// Copies \a from to a temporary file, and fills the members of \a copy from isNew on.
     std::error_code makeFresh(PendingCopy &copy, const QFileInfo &from, const QFileInfo &to)
     {
         // Reading a pipe may block forever. A device may have no end.
@@ -219,6 +226,7 @@ private:
         return copyFile(from, open(copy), copy.fresh);
     }
 
+    /// Makes the entry at the destination the backup, and gives its name to the temporary file.
     std::error_code replaceDestination(const PendingCopy &copy)
     {
         const os::CopyFolder &folder = open(copy);
@@ -235,7 +243,7 @@ private:
         }
         if (!keepsContentOf(copy.destination, backup)) {
             if (before.isDir() && !isLink(before)) {
-                QFile::remove(backup); // a folder does not replace a file
+                QFile::remove(backup); // a folder cannot be renamed over a file
             }
             if (const std::error_code error =
                     folder.keepAsBackup(copy.name, backupOf(copy.name), freeName())) {
@@ -257,7 +265,10 @@ private:
 
     std::error_code syncNames(const PendingCopy &copy) { return open(copy).syncNames(); }
 
-    /// Syncs one pending copy with \a syncOne, and more than one together.
+    /// Syncs a single pending copy with \a syncOne. Syncs the whole file systems for several
+    /// copies, and for a single copy to a folder, because syncOne() would not sync the content of
+    /// the folder. On failure, removes the new file, whose name is the member \a made: the
+    /// temporary file before it is moved, and the destination afterwards.
     void sync(
         std::error_code (CopyBatch::*syncOne)(const PendingCopy &), QString PendingCopy::*made)
     {
@@ -273,7 +284,7 @@ private:
         }
     }
 
-    /// Does \a step for each pending copy, and drops those that fail.
+    /// Calls \a step for each pending copy. Drops those that fail, see dropFailed().
     void finish(std::error_code (CopyBatch::*step)(const PendingCopy &), QString PendingCopy::*made)
     {
         for (PendingCopy &copy : mPending) {
@@ -282,7 +293,8 @@ private:
         dropFailed(made);
     }
 
-    /// Drops and reports the pending copies that failed. Removes the file that each \a made.
+    /// Removes the pending copies that have an error from the list, and reports them. Removes the
+    /// file of each, whose name is the member \a made.
     void dropFailed(QString PendingCopy::*made)
     {
         std::erase_if(mPending, [&](const PendingCopy &copy) {
@@ -299,12 +311,14 @@ private:
         return copyFolder(copy.folder, mLastFolder);
     }
 
-    /// Returns a name that no entry has.
+    /// Returns a random name for a temporary file, which no entry has.
     QString freeName() { return mRandom + QString::number(++mNames) + QStringLiteral(".tmp"); }
 
+    /// Logs the failure of \a copy. Renames the backup back if the destination is missing.
     static void report(const PendingCopy &copy, const std::error_code &error)
     {
-        // No literal in tr(): lupdate leaves out what Qt's own catalogues translate.
+        // Not a literal, so that lupdate does not extract the text: Qt's own catalogues translate
+        // it.
         static constexpr char kCannotOpen[] = "Cannot open %1 for input";
         const QString reason = error == FileError::SourceNotOpened
                                    ? QFile::tr(kCannotOpen).arg(copy.source)
@@ -321,9 +335,9 @@ private:
     std::vector<bool> mResults;
     std::vector<PendingCopy> mPending;
     std::unordered_set<QString, KeyHash> mTouched; ///< keys of the pending destinations
-    Folder mSource;                                ///< of the last copy
-    Folder mDestination;                           ///< of the last copy
-    std::optional<os::CopyFolder> mLastFolder;
+    Folder mSource;      ///< folder of the last source or of its target, for keyOf()
+    Folder mDestination; ///< folder of the last destination, for keyOf() and add()
+    std::optional<os::CopyFolder> mLastFolder; ///< the last result of open()
     os::SyncedFileSystems mFileSystems;
     // The names are short, because Linux allocates memory for those of 40 bytes and more.
     QString mRandom = QString::number(QRandomGenerator::system()->generate64(), 36) + u'-';

@@ -10,7 +10,8 @@
 namespace Vyn::OvraBase {
 namespace {
 
-/// QFile::copy() writes through a buffer and misses an error of its last write.
+/// Copies the Qt resource \a from to the new file \a name, and syncs the copy. QFile::copy() would
+/// not report an error of its last write, because it writes through a buffer.
 std::error_code copyResource(const QString &from, const os::CopyFolder &folder, const QString &name)
 {
     QFile source(from);
@@ -27,7 +28,7 @@ std::error_code copyResource(const QString &from, const os::CopyFolder &folder, 
     copy.close();
     copy.setPermissions(source.permissions());
     const std::error_code error = isWritten && copy.error() == QFile::NoError
-                                      ? folder.syncFile(name) // Windows syncs nothing later
+                                      ? folder.syncFile(name) // on Windows nothing syncs it later
                                       : std::make_error_code(std::errc::io_error);
     if (error) {
         folder.discardCopy(name);

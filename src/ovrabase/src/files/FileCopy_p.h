@@ -14,12 +14,13 @@
 class QFileInfo;
 
 /// \file
-/// The steps of copies. A std::error_code is empty on success.
+/// Helper functions from which the copy functions are built. A std::error_code is empty on success.
 namespace Vyn::OvraBase {
 
 namespace os {
 
-/// A folder in which copies are made. The system looks up its path once, where it can.
+/// A folder in which copies are made. On Linux the folder is opened once, and all calls are
+/// relative to that descriptor. On Windows each call uses the full path.
 class CopyFolder {
 public:
     explicit CopyFolder(const QString &path);
@@ -30,9 +31,9 @@ public:
     const QString &path() const { return mPath; }
     QString path(const QString &name) const;
 
-    /// Does what Vyn::OvraBase::copyFile() does for files of the system. The copy has the
-    /// permissions of \a from without the set-uid, set-gid and sticky bits, where the file system
-    /// lets them be set.
+    /// Does what Vyn::OvraBase::copyFile() does, for a file that is not a Qt resource. The copy has
+    /// the permissions of \a from without the set-uid, set-gid and sticky bits, if the file system
+    /// allows to set them.
     std::error_code copyFile(const QString &from, const QString &name) const;
 
     /// Removes the copy \a name, even if it is read-only. Ignores failures.
@@ -44,16 +45,18 @@ public:
     /// Waits until the names in the folder are on the disk.
     std::error_code syncNames() const;
 
-    /// Renames \a from to \a to, which must not exist.
+    /// Renames \a from to \a to. Fails if \a to exists. On a file system with neither
+    /// RENAME_NOREPLACE nor hard links, this check is missing: an existing \a to is replaced.
     std::error_code renameNew(const QString &from, const QString &to) const;
 
-    /// Renames \a from to \a to in one step, over a file that exists. On failure nothing has
-    /// changed.
+    /// Renames \a from to \a to in one step. An existing file \a to is replaced. On failure nothing
+    /// has changed.
     std::error_code renameOver(const QString &from, const QString &to) const;
 
-    /// Gives the entry \a name the second name \a backup, in place of what has it. Renames the
-    /// entry where it cannot have two names: a folder, on Windows, and on file systems without hard
-    /// links. No entry may have the name \a spare.
+    /// Makes \a backup a hard link to the entry \a name. An existing file or link \a backup is
+    /// replaced.
+    /// Renames the entry instead if it is a folder, on Windows, and where the file system has no
+    /// hard links. \a spare is a free name, used for the link until it replaces \a backup.
     std::error_code keepAsBackup(
         const QString &name, const QString &backup, const QString &spare) const;
 
@@ -64,7 +67,8 @@ private:
 };
 
 /// File systems that are synced as a whole, which costs less than one sync for each file. Windows
-/// can sync files only. There, the other functions of this header sync what they write.
+/// can sync files only. There, sync() does nothing, and each copy and each rename of a CopyFolder
+/// waits for the disk.
 class SyncedFileSystems {
 public:
     SyncedFileSystems() = default;
@@ -74,7 +78,8 @@ public:
 
     /// Adds the file system of the folder \a path. To be called before anything is written there:
     /// sync() reports only write errors that happen after this call. Returns the index of the file
-    /// system in the result of sync(), nothing if the folder does not exist.
+    /// system in the result of sync(), or nothing if the folder does not exist. On Windows, always
+    /// returns 0.
     std::optional<std::size_t> add(const QString &path);
 
     /// Waits until everything that was written is on the disk. Returns a code for each file system.
@@ -88,25 +93,27 @@ private:
     std::vector<FileSystem> mFileSystems;
 };
 
-/// Makes the folder \a to, which must not exist, with the permissions of the folder \a from and all
-/// rights for its owner.
+/// Makes the folder \a to. Fails if \a to exists. The owner has all permissions. Group and others
+/// have at most those of the folder \a from (all if it is a Qt resource): the umask is applied, and
+/// if \a from is sticky, they may not write. On Windows, \a to has default permissions.
 std::error_code makeFolderLike(const QString &from, const QString &to);
 
-/// Takes from the owner of the folder \a to the rights that the owner of \a from does not have. To
-/// be called when the folder is filled.
+/// Removes from the folder \a to the permissions that \a from does not have, and the set-gid bit.
+/// To be called after the last entry is made in \a to. Does nothing on Windows.
 void finishFolderLike(const QString &from, const QString &to);
 
-/// Appends the names in the folder \a path, without "." and "..", to \a names. On failure, not all
-/// names are there.
+/// Appends the names in the folder \a path, without "." and "..", to \a names. On failure, names
+/// may be missing.
 std::error_code listFolder(const QString &path, QStringList &names);
 
 } // namespace os
 
-/// Returns the open folder \a path: \a last if that is the one, else a new one, kept in \a last.
+/// Returns the CopyFolder for \a path. Reuses \a last if it has that path, otherwise replaces
+/// \a last.
 const os::CopyFolder &copyFolder(const QString &path, std::optional<os::CopyFolder> &last);
 
-/// Makes \a name, which must not exist in \a folder, a copy of the file or Qt resource \a from. On
-/// failure nothing new is there. The copy need not be synced yet.
+/// Copies the file or Qt resource \a from to the new file \a name in \a folder. Fails if \a name
+/// exists. On failure no new file is left. The copy may not be on the disk yet.
 std::error_code copyFile(const QFileInfo &from, const os::CopyFolder &folder, const QString &name);
 
 } // namespace Vyn::OvraBase

@@ -234,14 +234,21 @@ public:
     /// \name Copies with backup
     /// @{
 
-    /// Copies the file or Qt resource \a source to \a destination. A file that exists there becomes
-    /// the backup "destination.bak", and replaces an older backup. The copy has the permissions of
-    /// \a source without the set-uid, set-gid and sticky bits.
+    /// Copies the file or Qt resource \a source to \a destination. An entry that exists there (a
+    /// file, a folder or a link) becomes the backup "destination.bak", and replaces an older
+    /// backup. The copy has the permissions of \a source without the set-uid, set-gid and sticky
+    /// bits.
     ///
     /// Returns true if the whole content is at \a destination. It and the backup then survive a
-    /// power failure. On failure, logs a warning on Debug, and leaves \a destination and an older
-    /// backup unchanged; a backup that exists without its original is renamed back. The older
-    /// backup is lost only if the disk fails while the new names are synced.
+    /// power failure, with two exceptions. If the folder of \a destination was made just before the
+    /// call, its own name may not be on the disk yet. A network file system that cannot sync
+    /// folders may lose the new names; the answer is true all the same.
+    ///
+    /// On failure, logs a warning on Debug and leaves \a destination unchanged. A backup that
+    /// exists without its original is renamed back. An older backup is unchanged too, unless it was
+    /// already replaced when a later step failed: the rename of the copy to \a destination, or the
+    /// sync of the new names. If a folder is at \a destination, an older backup that is a file or
+    /// a link is removed first, and is also lost if the folder cannot be renamed.
     ///
     /// At every moment, either the complete old content exists under one of its two names, or the
     /// complete new content exists at \a destination. This also holds if the process is killed or
@@ -260,6 +267,9 @@ public:
     /// sync also waits for data that other programs have written. Two more syncs are needed for a
     /// copy that reads or replaces the destination or backup of an earlier copy, and for a copy
     /// onto a folder or a link. On Windows, each file is synced.
+    ///
+    /// A process that is killed during the call may leave one file with the extension "tmp" for
+    /// each copy, and one more, which is a second name (a hard link) of an old content.
     static std::vector<bool> copyWithBackup(const std::vector<std::pair<QString, QString>> &copies);
 
     /// @}
