@@ -30,14 +30,16 @@ OVRABASE_EXPORT double fromMeter(double meters, const QString &unit);
 
 /// Finds the first length in \a value, for example "12.5 cm", and returns it in metres.
 ///
-/// A length is a number, optional white space and an optional unit. The number has digits, a
-/// decimal point, an optional sign and an optional exponent. The unit consists of letters, so that
-/// signs such as " are not units here. Text before and after the length is ignored. If the unit is
-/// missing or unknown, \a defaultUnit (a name or an abbreviation) takes its place, and metres if
-/// that is unknown, too.
+/// A length is a number, optional white space and an optional unit. The number has digits with an
+/// optional decimal point, an optional sign and an optional exponent. The unit consists of letters,
+/// combining marks and "*". So signs such as ' are not units here, and a unit contains no space:
+/// "2 Nautical mile" is 2 of the default unit. Text before and after the length is ignored. If the
+/// unit is missing or unknown, \a defaultUnit (a name or an abbreviation) takes its place, and
+/// metres if that is unknown, too.
 ///
-/// Returns 0 if there is no number, or if the first one is malformed ("1.2.3") or out of the range
-/// of double.
+/// The first digit or point starts the number. Returns 0 if there is none, or if the number is
+/// malformed ("1.2.3", or the lone point in "approx. 5 cm") or out of the range of double. The
+/// result is infinite if the number is in that range and the length in metres is not.
 OVRABASE_EXPORT double stringToMeter(const QString &value, const QString &defaultUnit);
 
 /// Parses the whole of \a text as a length, for example "12.5 cm" or "3 ft 6 in", and returns it in
@@ -47,14 +49,15 @@ OVRABASE_EXPORT double stringToMeter(const QString &value, const QString &defaul
 /// The text consists of one or more terms, whose lengths are added. A term is a number and a unit.
 /// The unit is any name or abbreviation; it may contain spaces, and signs such as ' and ". In the
 /// last term, the unit may be missing. \a defaultUnit, a name or an abbreviation, then takes its
-/// place: "5' 7" is 5 feet and 7 of the default unit. White space between numbers and units is
-/// optional. But a number without a unit must not follow a letter: "12 m2" is not a length.
+/// place: "5 ft 7" is 5 feet and 7 of the default unit. White space between numbers and units is
+/// optional. But a number without a unit must not follow a letter directly, without a space.
+/// So "12 m2" is not a length.
 ///
 /// A number has the form that QLocale::toDouble() of \a locale accepts, with optional group
 /// separators and an optional exponent. In a locale whose group separator is a space, any white
-/// space is one. So "1 234,5 m" is one number in a French locale, and "12,5 cm" is not a length in
-/// the "C" locale. Only the first number may have a sign, which applies to the sum: "-3 ft 6 in" is
-/// -42 inches.
+/// space counts as a group separator. So "1 234,5 m" is one number in a French locale. In the "C"
+/// locale, "12,5 cm" is not a length. Only the first number may have a sign, which applies to the
+/// sum: "-3 ft 6 in" is -42 inches.
 ///
 /// Returns nothing also for an empty text, for "inf" and "nan", for a number or a sum out of the
 /// range of double, and for a number without a unit if \a defaultUnit is unknown.
