@@ -24,8 +24,10 @@ namespace Vyn::OvraBase {
 /// The global loggers. bindLoggers() binds the first three. The application may bind the others.
 enum LogService : int {
     UI = 0,      ///< records of the application
-    Support = 1, ///< warnings of the library
-    Debug = 2,   ///< errors and notices of the library, and the records of spdlog
+    Support = 1, ///< most warnings of the library
+    /// Errors and notices of the library, its warnings of copyWithBackup() and
+    /// registerExternalResource(), and the records of spdlog.
+    Debug = 2,
     Service3,
     Service4,
     Service5,
@@ -35,8 +37,8 @@ enum LogService : int {
     Service9
 };
 
-/// A counted owner of the global loggers. The first instance creates the loggers, and the last
-/// instance destroys them.
+/// Keeps the global loggers alive. The library counts the instances: the first one creates the
+/// loggers, and the last one destroys them.
 ///
 /// Each source that includes this file has one instance, see the end of the file. Not thread-safe:
 /// instances belong in static storage, which one thread initialises and destroys.
@@ -79,7 +81,9 @@ OVRABASE_EXPORT void bindLogger(Vyn::Logger &logger, const QString &prefix);
 OVRABASE_EXPORT void bindLogger(LogService service, const QString &prefix);
 
 /// Binds UI, Support and Debug to the log manager, with the prefixes "UI: ", "Support: " and
-/// "Debug: ". Also adds a sink to spdlog's default logger that writes its records to Debug.
+/// "Debug: ". Also appends a sink to spdlog's default logger that writes its records to Debug. To
+/// undo that, call `spdlog::default_logger()->sinks().pop_back()` directly after this function. If
+/// spdlog::default_logger() is null, no sink is added.
 ///
 /// Call it once, at start-up, before other threads log. After a second call, each record of spdlog
 /// arrives twice.

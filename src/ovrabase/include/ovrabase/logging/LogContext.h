@@ -13,20 +13,20 @@
 /// else in it is for the macro only.
 namespace Vyn::Detail {
 
-/// Returns the qualified name in \a signature, the text of __PRETTY_FUNCTION__ in a function.
+/// \a signature is the text of __PRETTY_FUNCTION__. Returns the qualified name of that function.
 ///
 /// The name has neither the return type nor the parameters, qualifiers and constraints of the
-/// function. Those of an enclosing function, as for a lambda, are kept. \a function is the text of
-/// __FUNCTION__. If it is empty, the answer is all of \a signature. Accepts any text. Takes linear
-/// time.
+/// function. For a lambda, the return type and parameters of the enclosing function are kept.
+/// \a function is the text of __FUNCTION__. If it is empty, the answer is all of \a signature.
+/// Accepts any text. Takes linear time.
 OVRABASE_EXPORT std::string_view qualifiedNameOf(
     std::string_view signature, std::string_view function);
 
 /// The text of a LOG_CONTEXT, which is composed only once for each place in the source.
 class OVRABASE_EXPORT LogContext {
 public:
-    /// \a place is "path:line " with the text of __FILE__. The other two are the arguments of
-    /// qualifiedNameOf().
+    /// \a place is "path:line ", where path is the text of __FILE__. \a signature and \a function
+    /// are the arguments of qualifiedNameOf().
     LogContext(std::string_view place, std::string_view signature, std::string_view function);
 
     /// Returns "file:line qualified::function()".
@@ -41,7 +41,7 @@ private:
 #define OVRABASE_DETAIL_TEXT_OF(x) #x
 #define OVRABASE_DETAIL_TEXT(x) OVRABASE_DETAIL_TEXT_OF(x)
 #if defined(_MSC_VER) && !defined(__clang__)
-// The qualified name without types: qualifiedNameOf() has nothing to do.
+// MSVC's __FUNCTION__ is already the qualified name without types.
 #define OVRABASE_DETAIL_FUNCTION __FUNCTION__, ""
 #else
 #define OVRABASE_DETAIL_FUNCTION __PRETTY_FUNCTION__, __FUNCTION__

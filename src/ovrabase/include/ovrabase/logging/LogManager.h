@@ -28,9 +28,10 @@ struct OVRABASE_EXPORT LogDelegate {
     /// this call, so that they may be moved to another thread. An exception is ignored.
     ///
     /// The manager calls this function on the thread that logged, and delivers one record at a
-    /// time. Other threads that log, register or unregister meanwhile wait until the function
-    /// returns. So it must not wait for such a thread: no join(), no Qt::BlockingQueuedConnection,
-    /// no event loop.
+    /// time. After bindLoggers(), a record of spdlog's default logger arrives on spdlog's thread if
+    /// that logger is asynchronous. Other threads that log, register or unregister meanwhile wait
+    /// until the function returns. So it must not wait for such a thread: no join(), no
+    /// Qt::BlockingQueuedConnection, no event loop.
     ///
     /// The function may log, register and unregister. Its records are delivered after the current
     /// one. After installQtMessageHandler(), so are the Qt messages that it causes. If the delivery
