@@ -41,6 +41,10 @@ public:
     /// socket events, and carries out calls of deleteLater(), also those made before the wait. On
     /// any other thread, the wait blocks.
     ///
+    /// A deferred operation (std::launch::deferred) counts as ready on the main thread, and is not
+    /// waited for there. On any other thread, the wait runs it. Operations that are registered
+    /// during the wait are not waited for.
+    ///
     /// ServiceLocator::stop() does not wait for the operations of the list that it destroys,
     /// because the locator is no longer started then. The exception is a future of std::async(),
     /// whose last copy always waits.
@@ -51,9 +55,9 @@ public:
 
     /// Registers the operation of \a future under \a id, a number that the caller chooses.
     ///
-    /// Does nothing if \a id is taken. If the same operation is registered already, under any id,
-    /// logs an error on Debug and does nothing else. Takes time in proportion to the number of
-    /// registered operations.
+    /// If the same operation is registered already, under \a id or another id, logs an error on
+    /// Debug and does nothing else. If \a id is taken by another operation, does nothing. Takes
+    /// time in proportion to the number of registered operations.
     void registerRecoverable(std::size_t id, Vyn::future<void> future, const QString &description);
 
     /// Removes the entry \a id. Does nothing for an unknown id.

@@ -25,7 +25,7 @@ class future;
 /// otherwise. The interface is the same for both. Const calls are thread-safe.
 ///
 /// The destructor of the last copy of a future of std::async() waits for the operation, as the C++
-/// standard requires. All other destructors return at once.
+/// standard requires. In all other cases, the destructor of a Vyn::future returns at once.
 template<>
 class future<void> {
 public:
@@ -53,13 +53,13 @@ public:
     OVRABASE_EXPORT bool isReady() const;
 
     /// Blocks until the operation has ended. Returns at once for an invalid future. Does not report
-    /// an error of the operation: the wrapped future keeps it. Calling this on a thread of the pool
-    /// that the operation still needs can deadlock.
+    /// an error of the operation: the wrapped future keeps it. Can deadlock if it blocks a pool
+    /// thread that the operation needs.
     OVRABASE_EXPORT void await() const;
 
-    /// Returns true if both refer to the same operation. An invalid future is not equal to any
-    /// future, not even to itself. With std::shared_future, only copies of one Vyn::future are
-    /// equal: two Vyn::future that are made from one std::shared_future are not.
+    /// Returns true if both are known to refer to the same operation. An invalid future is not
+    /// equal to any future, not even to itself. With std::shared_future, only copies of one
+    /// Vyn::future are equal: two Vyn::future that are made from one std::shared_future are not.
     friend bool operator==(const future &a, const future &b)
     {
         return a.isSameOperation(b);
