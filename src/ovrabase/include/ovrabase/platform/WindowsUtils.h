@@ -31,13 +31,13 @@ struct OVRABASE_EXPORT DeviceInfo {
     /// Returns a line "label: <value>" for each field; the address has no angle brackets.
     virtual QString toString() const;
 
-    QString pdo;              ///< name of the physical device object; on Linux, of the device node
-    QString instanceId;       ///< device instance id; on Linux, the path below /sys
-    QString deviceClass;      ///< device setup class; on Linux, the subsystem
-    QString name;             ///< friendly name; on Linux, of the product
-    QString description;      ///< kind of device; on Linux, the model in udev's database
-    QString manufacturer;     ///< name of the manufacturer
-    QString service;          ///< name of the driver
+    QString pdo;          ///< name of the physical device object; on Linux, path of the device node
+    QString instanceId;   ///< device instance id; on Linux, the path below /sys
+    QString deviceClass;  ///< device setup class; on Linux, the subsystem
+    QString name;         ///< friendly name; on Linux, the product name
+    QString description;  ///< kind of device; on Linux, the model in udev's database
+    QString manufacturer; ///< name of the manufacturer
+    QString service;      ///< name of the driver
     QString parentInstanceId; ///< instanceId of the device that this one is attached to
     std::int32_t address = 0; ///< address on the bus; 0 if unknown
 };
@@ -51,7 +51,8 @@ struct OVRABASE_EXPORT USBInfo : DeviceInfo {
     USBInfo &operator=(USBInfo &&) noexcept;
     ~USBInfo() override;
 
-    /// Returns DeviceInfo::toString() and the number of children. A known USB number follows.
+    /// Returns the lines of DeviceInfo::toString(), a line with the number of children and, if the
+    /// USB number is known, a line with it.
     QString toString() const override;
 
     std::vector<QString> children; ///< instanceId of each device that is attached to this one

@@ -40,7 +40,8 @@ OVRABASE_EXPORT const QString &getSharedLibraryExtension();
 /// version number after the extension.
 ///
 /// Returns null if no file matches, which is logged as an error on Debug. Returns null without a
-/// log record if the system cannot load the file. Runs the initialisation code of the library.
+/// log record if the system cannot load the file. Without an application object, no file matches,
+/// because the folder is unknown. Runs the initialisation code of the library.
 /// Thread-safe.
 OVRABASE_EXPORT void *loadSharedLibrary(const QString &name);
 

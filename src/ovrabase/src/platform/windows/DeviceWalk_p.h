@@ -8,8 +8,8 @@
 namespace Vyn::OvraBase::os {
 
 /// The walk ends after this number of failures in a row. Without this bound, it would never end if
-/// SetupAPI failed at every index and never returned ERROR_NO_MORE_ITEMS. SetupAPI numbers devices
-/// without gaps, so that so many failures between two devices are not to be expected.
+/// SetupAPI failed at every index and never returned ERROR_NO_MORE_ITEMS. The bound skips no device
+/// in practice: SetupAPI numbers devices without gaps, so that few failures in a row are expected.
 inline constexpr DWORD kLongestGap = 1024;
 
 /// Visits the devices 0, 1, 2 and so on. A device that fails, for example because it was unplugged,
