@@ -1,9 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// One whole message, from 1, 2, 4 or 8 threads at once. A bound logger, from the statement to a
-// delegate that takes QStrings, beside spdlog with a sink of its own that makes the same QStrings
-// and calls the same delegate; a logger without a delegate beside spdlog with its null sink.
+// The time of one log statement, in two comparisons.
+//
+// boundLogger and spdlogSink, on 1, 2, 4 and 8 threads: a bound logger whose message reaches a log
+// delegate, and spdlog with a sink that makes the same QStrings and calls the same delegate.
+//
+// unboundLogger and spdlogNullSink, on one thread: a logger without a delegate, and spdlog with its
+// null sink. Both drop the message.
 
 #include <ovrabase/logging/LogManager.h>
 #include <ovrabase/logging/Logger.h>
@@ -40,7 +44,8 @@ public:
 protected:
     void sink_it_(const spdlog::details::log_msg &msg) override
     {
-        // The minimum for such a sink: the context is already one text.
+        // The least that such a sink does: it converts two texts. The caller has already composed
+        // the whole context and passes it as the name of the function.
         mDelegate->log(msg.level >= spdlog::level::err ? 2 : 0,
             QString::fromUtf8(msg.source.funcname),
             QString::fromUtf8(msg.payload.data(), static_cast<qsizetype>(msg.payload.size())));

@@ -12,8 +12,9 @@ namespace {
 using Substitutions = std::map<std::string, std::string>;
 using Vyn::OvraBase::StdUtils::substituteInString;
 
-/// Returns the text with substitutions, byte by byte. Adds each key of the text to \a identity,
-/// with a value that gives the same text again.
+/// The reference implementation: returns \a text with \a substitutions, one byte at a time. Also
+/// maps each key in \a text to its own placeholder "{{key}}" in \a identity, so that a substitution
+/// with \a identity does not change \a text.
 std::string expected(
     const std::string &text, const Substitutions &substitutions, Substitutions &identity)
 {
