@@ -54,9 +54,8 @@ public:
     std::error_code renameOver(const QString &from, const QString &to) const;
 
     /// Makes \a backup a hard link to the entry \a name. An existing file or link \a backup is
-    /// replaced.
-    /// Renames the entry instead if it is a folder, on Windows, and where the file system has no
-    /// hard links. \a spare is a free name, used for the link until it replaces \a backup.
+    /// replaced. Renames the entry instead if it is a folder, on Windows, and where the file system
+    /// has no hard links. \a spare is a free name, used for the link until it replaces \a backup.
     std::error_code keepAsBackup(
         const QString &name, const QString &backup, const QString &spare) const;
 
