@@ -42,7 +42,7 @@ void run()
     }
 
     const QString unit = ServiceLocator::instance()->service<DisplayUnit>()->name;
-    const double width = parseLength(QStringLiteral("2 ft 6 in"), unit).value_or(0);
+    const double width = parseLength(QStringLiteral("2 ft 6 in"), unit, QLocale()).value_or(0);
     ui.info(LOG_CONTEXT) << "width: " << fromMeter(width, unit) << ' ' << unit;
 
     QString error;
