@@ -56,12 +56,12 @@ def each(values, pair):
 
 
 LENGTHS = [2, 4, 8, 16, 32, 48, 64, 100, 256, 1024]
-TEXTBOOK = "the textbook recurrence"
+TEXTBOOK = "the textbook algorithm"
 CP = "`cp -r` and one `sync`"
 CLAIMS = [
     Claim("distance", "Edit distance over length",
           "`damerauLevenshteinDistance()` and a `DamerauLevenshteinMatcher` that is made once for many texts, with texts "
-          "of equal length. The textbook recurrence computes each cell of the table; the library computes up to 64 cells "
+          "of equal length. The textbook algorithm computes each cell of a table; the library computes up to 64 cells "
           "at once.",
           each([8, 16, 32, 64, 256, 1024], lambda n: Pair(
               f"function, {n} Latin letters", f"pairs/latin_direct/{n}/{n}", TEXTBOOK, f"pairs/latin_plain/{n}/{n}",
@@ -74,7 +74,7 @@ CLAIMS = [
           + each([16, 32, 256], lambda n: Pair(
               f"matcher, {n} ideographs", f"prepared/ideographs_matcher/{n}/{n}", "rapidfuzz-cpp, cached",
               f"prepared/ideographs_peerCached/{n}/{n}")),
-          {"textbook recurrence": "pairs/latin_plain/{0}/{0}", "function": "pairs/latin_direct/{0}/{0}",
+          {"textbook algorithm": "pairs/latin_plain/{0}/{0}", "function": "pairs/latin_direct/{0}/{0}",
            "matcher": "prepared/latin_matcher/{0}/{0}", "rapidfuzz-cpp": "pairs/latin_peer/{0}/{0}",
            "rapidfuzz-cpp, cached": "prepared/latin_peerCached/{0}/{0}"},
           LENGTHS, "length of both texts in UTF-16 units", "time per distance"),
@@ -88,7 +88,7 @@ CLAIMS = [
               f"pairs/latin_plainPart/{n[0]}/{n[1]}"))),
     Claim("search", "Suggestions from a list of names",
           "A typed name is compared with 240 names of assets, or with 5,040 where only distances of at most 3 are asked for.",
-          [Pair("matcher", "search/matcher", TEXTBOOK, "search/plain", "suggestions for a typed name, one matcher for all names"),
+          [Pair("matcher", "search/matcher", TEXTBOOK, "search/plain", "search of a typed name in many names, with one `DamerauLevenshteinMatcher`"),
            Pair("matcher, any part", "search/matcherPart", TEXTBOOK, "search/plainPart"),
            Pair("matcher, at most 3", "search/matcherLimited", "the matcher without a limit", "search/matcher"),
            Pair("matcher", "search/matcher", "rapidfuzz-cpp, cached", "search/peerCached"),
@@ -130,12 +130,12 @@ CLAIMS = [
     Claim("service", "Services", "50 look-ups of different services, beside one lock and one search in a table of that size each.",
           [Pair("`service<T>()`", "serviceLookup", "a lock and an `std::unordered_map`", "lockedMapFind")]),
     Claim("start", "Start of a process", "A program that links the library, beside one that links Qt Gui alone.",
-          [Pair("start and end", "start/library/real_time", "Qt Gui alone", "start/guiAlone/real_time",
-                "start of a process")]),
+          [Pair("start and end", "start/library/real_time", "a program that links Qt Gui alone", "start/guiAlone/real_time",
+                "start and end of a program that links the library")]),
     Claim("copy", "Copies that survive a power cut",
           "Files of 0 to 8 KB in folders of 100. `QFile::copy()` waits for the disk after each file.",
           [Pair(f"{title}, {n:,} files", f"{name}/{n}/real_time", contender, f"{other}/{n}/real_time",
-                f"copies of {n:,} small files with backups" if n == in_readme else "")
+                f"`copyWithBackup()` of {n:,} small files" if n == in_readme else "")
            for title, name, contender, other, in_readme in (
                ("`copyWithBackup()`", "copyManyWithBackup", CP, "cpAndSync", 10000),
                ("`copyRecursively()`", "copyFolder", CP, "cpAndSync", 0),
@@ -152,21 +152,21 @@ CLAIMS = [
           [1000, 10000, 100000], "files"),
     Claim("names", "Unique names", "`getUniqueFileName()` in a folder where the first names are taken.",
           each([1, 10, 100, 1000, 10000], lambda n: Pair(
-              f"{n:,} taken name{'s' if n > 1 else ''}", f"libraryName/{n}", "asking for one name after the other", f"plainName/{n}",
-              "a unique name among 10,000" if n == 10000 else "")),
+              f"{n:,} taken name{'s' if n > 1 else ''}", f"libraryName/{n}", "testing one name after the other", f"plainName/{n}",
+              "`getUniqueFileName()`, with 10,000 names taken" if n == 10000 else "")),
           {"one name after the other": "plainName/{0}", "getUniqueFileName()": "libraryName/{0}"},
           [1, 10, 100, 1000, 10000], "taken names"),
     Claim("bring", "Resources on the disk", "`ensureFileIsOnDisk()` copies one resource again and again, each time under a new name.",
           each([100, 1000], lambda n: Pair(
-              f"{n:,} copies", f"libraryBringsToDisk/{n}/real_time", "asking for one name after the other",
+              f"{n:,} copies", f"libraryBringsToDisk/{n}/real_time", "testing one name after the other",
               f"plainBringsToDisk/{n}/real_time")),
           {"one name after the other": "plainBringsToDisk/{0}/real_time",
            "ensureFileIsOnDisk()": "libraryBringsToDisk/{0}/real_time"},
           [100, 1000], "copies"),
     Claim("intake", "The asset intake",
           "`asset_intake` takes in 10,000 new files, 1 GiB in all, and hashes each.",
-          [Pair("10,000 files", "intake/real_time", "`cp -r`, the hash of each file and one `sync`", "copyAndHash/real_time",
-                "intake of 10,000 files with their hashes")]),
+          [Pair("10,000 files", "intake/real_time", "`cp -r`, a hash of each file and one `sync`", "copyAndHash/real_time",
+                "copying 10,000 new files into an asset library, with their hashes")]),
 ]
 
 
@@ -380,7 +380,7 @@ def write_page(figures):
 
 
 def write_readme(figures):
-    rows = ["| | beside | × as fast |", "|---|---|---|"]
+    rows = ["| work | compared with | times as fast |", "|---|---|---|"]
     for claim in CLAIMS:
         rows += [f"| {ratio.pair.in_readme} | {ratio.pair.contender} | {short(ratio.median)} |"
                  for ratio in ratios_of(claim, figures["times"]) if ratio.pair.in_readme]
