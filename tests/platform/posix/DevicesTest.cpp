@@ -22,7 +22,7 @@ using testing::Contains;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-TEST(DescribedMachine, ListsDiskDrivesAndVirtualDisksInUse)
+TEST(Devices, ListsDiskDrivesAndVirtualDisksInUse)
 {
     std::vector<QString> names;
     std::vector<QString> texts;
@@ -41,7 +41,7 @@ TEST(DescribedMachine, ListsDiskDrivesAndVirtualDisksInUse)
                  "Address: 0"_s));
 }
 
-TEST(DescribedMachine, ListsUsbDevicesWithWhatIsDirectlyBelow)
+TEST(Devices, ListsUsbDevicesWithWhatIsDirectlyBelow)
 {
     const QString controller = u"/devices/pci0000:00/0000:00:14.0/"_s;
     std::vector<QString> numbers;
@@ -65,7 +65,7 @@ TEST(DescribedMachine, ListsUsbDevicesWithWhatIsDirectlyBelow)
                         "</devices/pci0000:00/0000:00:14.0/usb2>\nAddress: 7\n1 children\nUSB3"_s));
 }
 
-TEST(DescribedMachine, UnknownIsABusDeviceWithoutADriver)
+TEST(Devices, UnknownIsABusDeviceWithoutADriver)
 {
     std::vector<QString> texts;
     for (const DeviceInfo &device : getUnknownDevicesInfo()) {
@@ -77,7 +77,7 @@ TEST(DescribedMachine, UnknownIsABusDeviceWithoutADriver)
                    u"/devices/pci0000:00/0000:00:1f.4, SMBus Controller, Example Corporation, "_s));
 }
 
-TEST(DescribedMachine, LogsThatDevicesCannotBeListed)
+TEST(Devices, LogsThatDevicesCannotBeListed)
 {
     Vyn::Test::RecordedLog log;
     {
