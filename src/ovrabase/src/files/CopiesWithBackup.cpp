@@ -12,14 +12,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
-#include <QStringView>
+#include <QSet>
 
 #include <filesystem>
-#include <functional>
 #include <optional>
-#include <string_view>
 #include <system_error>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -89,7 +86,7 @@ public:
         : mResults(size)
     {
         mPending.reserve(size);
-        mTouched.reserve(size);
+        mTouched.reserve(static_cast<qsizetype>(size));
     }
 
     /// Copies \a source to a temporary file. commit() moves it to \a destination and stores the
@@ -158,14 +155,6 @@ private:
         QString path;
         QString canonical; ///< canonical path in folded case, with a "/" at the end
         std::optional<std::size_t> fileSystem; ///< index in mFileSystems; none until it is known
-    };
-    struct KeyHash {
-        std::size_t operator()(const QString &key) const
-        {
-            const QStringView text(key);
-            return std::hash<std::u16string_view>()(
-                {text.utf16(), static_cast<std::size_t>(text.size())});
-        }
     };
 
     /// Returns a key that is equal for all paths of the same entry. Entries that differ only in
@@ -334,9 +323,9 @@ private:
 
     std::vector<bool> mResults;
     std::vector<PendingCopy> mPending;
-    std::unordered_set<QString, KeyHash> mTouched; ///< keys of the pending destinations
-    Folder mSource;      ///< folder of the last source or of its target, for keyOf()
-    Folder mDestination; ///< folder of the last destination, for keyOf() and add()
+    QSet<QString> mTouched; ///< keys of the pending destinations
+    Folder mSource;         ///< folder of the last source or of its target, for keyOf()
+    Folder mDestination;    ///< folder of the last destination, for keyOf() and add()
     std::optional<os::CopyFolder> mLastFolder; ///< the last result of open()
     os::SyncedFileSystems mFileSystems;
     // The names are short, because Linux allocates memory for those of 40 bytes and more.
