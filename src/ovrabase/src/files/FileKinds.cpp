@@ -16,8 +16,6 @@
 namespace Vyn::OvraBase {
 namespace {
 
-constexpr LogPosition kNoImageLibrary{"FileKinds.cpp:41 Vyn::OvraBase::FileUtils::isImageExt()"};
-
 bool isOneOf(const QString &ext, std::initializer_list<QLatin1String> known, Qt::CaseSensitivity cs)
 {
     return std::any_of(known.begin(), known.end(),
@@ -40,7 +38,7 @@ public:
         if (!mFormatOf) {
             // The constructor does not log: a log delegate that calls instance() would deadlock.
             if (!mIsReported.exchange(true)) {
-                logAt(kNoImageLibrary, Support, Logger::Warning,
+                logAt(LOG_CONTEXT, Support, Logger::Warning,
                     QStringLiteral("Only svg is known as an image extension: ") + mError);
             }
             return false;
