@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "ovrabase/logging/Logger.h"
+#include <ovrabase/logging/Logger.h>
 
 #include <QByteArray>
 
