@@ -89,7 +89,7 @@ inline bool runInStops(
     return true;
 }
 
-/// Copies the file "source" in \a folder to "work/1" and "work/2" with backup, and kills the
+/// Copies the file "source" in \a folder to "copies/1" and "copies/2" with backup, and kills the
 /// process at the first stop, then at the second and so on, until the copies return. Both
 /// destinations exist before if \a isThere. Calls \a prepared before the copies, \a cut at the
 /// stop, and then \a restart with true if the copies returned. Requires after each run that no
@@ -101,9 +101,9 @@ inline int cutCopiesAtEachStop(const QString &folder, bool isThere,
     const QByteArray old(9'000, 'o');
     const QByteArray fresh(20'000, 'n');
     const QString source = folder + u"/source"_s;
-    const QString copies[] = {folder + u"/work/1"_s, folder + u"/work/2"_s};
+    const QString copies[] = {folder + u"/copies/1"_s, folder + u"/copies/2"_s};
     for (int stop = 1;; ++stop) {
-        FileUtils::removeDirRecursiveIfItExists(folder + u"/work"_s);
+        FileUtils::removeDirRecursiveIfItExists(folder + u"/copies"_s);
         write(source, fresh);
         for (const QString &copy : copies) {
             write(copy + u".bak"_s, "older");
