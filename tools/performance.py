@@ -29,7 +29,7 @@ class Pair:
     """A benchmark of the library beside that of a contender."""
 
     what: str
-    library: str
+    own: str
     contender: str
     other: str
     in_readme: str = ""  # how the README calls it
@@ -247,9 +247,9 @@ def time_text(nanoseconds):
 
 def ratios_of(claim, times):
     """The pairs that were measured. A pair of repetitions is a pair in time as well."""
-    return [Ratio(pair, [b / a for a, b in zip(times[pair.library], times[pair.other])],
-                  statistics.median(times[pair.library]))
-            for pair in claim.pairs if pair.library in times and pair.other in times]
+    return [Ratio(pair, [b / a for a, b in zip(times[pair.own], times[pair.other])],
+                  statistics.median(times[pair.own]))
+            for pair in claim.pairs if pair.own in times and pair.other in times]
 
 
 # Plots
