@@ -10,7 +10,7 @@
 namespace Vyn::Test {
 
 /// Calls \a work with 0 to \a count - 1, each on a thread of its own, all at once; waits for them.
-template<typename Work>
+template<class Work>
 void onThreads(int count, const Work &work)
 {
     // No std::latch: that of libstdc++ 12 can sleep through the last arrival on Windows, for ever.
