@@ -19,7 +19,7 @@ QString textFrom(FuzzedDataProvider &provider)
     return QString::fromStdString(provider.ConsumeRandomLengthString(64));
 }
 
-/// Returns a variant of any type, with at most \a depth nested levels.
+/// Returns a variant of a random type, with at most \a depth nested levels.
 QVariant variantFrom(FuzzedDataProvider &provider, int depth)
 {
     switch (provider.ConsumeIntegralInRange(0, 12)) {
@@ -61,7 +61,8 @@ QVariant variantFrom(FuzzedDataProvider &provider, int depth)
 
 } // namespace
 
-/// Checks the beginning and the end of what logStr() returns for any variant and any text.
+/// Checks the beginning and the end of what logStr() returns for a variant and for a text, and that
+/// the text is not cut.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider provider(data, size);

@@ -12,8 +12,8 @@ namespace {
 
 using Pairs = std::vector<std::pair<std::string, std::string>>;
 
-/// Returns what parseInput() returns, by a simple loop that copies the rest of the text for each
-/// option.
+/// Computes the result of parseInput() in a simple way: cuts the text at its last "--" until it
+/// contains none.
 std::pair<std::string, Pairs> expected(
     const std::string &input, const std::vector<std::string> &options)
 {

@@ -2,16 +2,16 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Checks what a built library exports: only names of the namespace Vyn and what the compiler generates
-# for its classes, some names of each header, and no data except the instance of the service locator and
-# Qt's meta-objects. The DLL must not be stripped.
+# Checks what a built library exports: the functions listed below, nothing from outside the namespace Vyn
+# except what the compiler generates for its classes, and no variables except the instance of the service
+# locator and Qt's meta-objects. The DLL must not be stripped.
 #
 #   tools/check-exports.sh build/dev/src/ovrabase/libovrabase.so
 #   tools/check-exports.sh build/windows/bin/libovrabase.dll
 set -euo pipefail
 library=$1
 
-# "kind mangled-name" of every export; the kind is the letter that nm uses.
+# Prints "kind mangled-name" for every export. The kind is the letter of nm, or "?" if nm lacks the name.
 list_exports() {
     case $library in
     *.dll)
@@ -40,7 +40,7 @@ complain() {
 }
 grep -q '^T Vyn::' <<<"$exports" || complain "no function of the namespace Vyn is exported" ""
 private=$(grep -E 'Vyn::OvraBase::os::|\(anonymous namespace\)' <<<"$exports" || true)
-[ -z "$private" ] || complain "exports what is private:" "$private"
+[ -z "$private" ] || complain "exports private names:" "$private"
 for name in Exception::BaseException::what Logger::info Core::Log::bindLogger Core::Log::SpdlogDelegate::log OvraBase::bindLoggers logStr \
     OvraBase::FileUtils::copyWithBackup MurmurHash3_x86_32 OvraBase::UrlUtils::toNativePath \
     OvraBase::StringUtils::parseInput OvraBase::StdUtils::trimString OvraBase::stringToMeter \
@@ -51,6 +51,6 @@ for name in Exception::BaseException::what Logger::info Core::Log::bindLogger Co
 done
 grep -q '^. Vyn::OvraBase::ServiceLocator::mUniqueInstance$' <<<"$exports" || complain "does not export" mUniqueInstance
 [ -z "$foreign" ] || complain "exports from outside the namespace Vyn:" "$foreign"
-[ -z "$data" ] || complain "exports data:" "$data"
+[ -z "$data" ] || complain "exports other variables:" "$data"
 [ $status = 0 ] && echo "$library: $(wc -l <<<"$exports") exports, as intended"
 exit $status

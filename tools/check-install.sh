@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Installs a Release build, builds a project with the installed copy, and uninstalls it:
+# Installs a Release build, builds a project with a moved copy of the installation, and uninstalls:
 #   tools/check-install.sh BUILD
 . "$(dirname "$0")/lib.sh"
 build=$1
@@ -13,9 +13,9 @@ cmake --install "$build" --prefix "$stage/usr"
 
 for file in include/ovrabase/export.h share/ovrabase/{copyright,translations/ovrabase.ts} \
     share/doc/ovrabase/{copyright,README.md,CHANGELOG.md,docs/files.md,docs/images/layers.svg}; do
-    [ -s "$stage/usr/$file" ] || fail "not installed: $file"
+    [ -s "$stage/usr/$file" ] || fail "missing or empty: $file"
 done
-! grep -rlF -e "$PWD" -e "$stage" "$stage/usr" || fail "these files contain the path of the build"
+! grep -rlF -e "$PWD" -e "$stage" "$stage/usr" || fail "these files contain a path of this machine"
 
 # The template for translations must have the texts and contexts of the sources.
 "$(qmake6 -query QT_HOST_BINS)/lupdate" -silent -no-obsolete -locations none src/ovrabase/include src/ovrabase/src \
@@ -50,7 +50,7 @@ cmake --build "$build" --target uninstall
 left=$(find "$stage/usr" ! -type d -o -name ovrabase)
 [ -z "$left" ] || fail "not uninstalled: $left"
 
-# A library folder outside of the prefix.
+# The .pc file must work when the libraries are installed outside of the prefix.
 cmake -S . -B "$stage/absolute" -G Ninja -DOVRABASE_BUILD_TESTS=OFF -DCMAKE_INSTALL_PREFIX="$stage/prefix" \
     -DCMAKE_INSTALL_LIBDIR="$stage/libraries"
 mv "$stage/moved/lib" "$stage/libraries"

@@ -4,7 +4,7 @@
 #
 # Builds the library and runs asset_intake, an application that takes files into an asset library.
 #   tools/demo.sh [--list] [SOURCE LIBRARY]
-# Without folders it takes the icons and images of this machine into a temporary library.
+# Without folders, it copies the icons and pixmaps of this system to a temporary library.
 arguments=()
 for argument; do
     [[ $argument == -* ]] || argument=$(realpath -m -- "$argument")

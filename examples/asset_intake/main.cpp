@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// A command-line application of ovrabase: it takes a folder of files into an asset library.
+// A command-line program that uses ovrabase: it copies the files of a folder into an asset library.
 // Exit status: 0 success, 1 something failed, 2 wrong arguments.
 
 #include "AssetLibrary.h"
@@ -40,7 +40,7 @@ using Vyn::OvraBase::FileUtils;
 
 namespace {
 
-/// Shows \a text in place of the one before, until the next line is printed.
+/// Replaces the current line by \a text, if this is a terminal.
 void showProgress(const QString &text)
 {
     if (spdlog::details::os::in_terminal(stdout)) {
@@ -49,7 +49,7 @@ void showProgress(const QString &text)
     }
 }
 
-/// Counts what the intake does, by class, and keeps the lines that the user has to see.
+/// Counts the results by asset class, and keeps the lines that are shown above the table.
 struct Summary {
     void add(const Arrival &file)
     {
@@ -71,10 +71,10 @@ struct Summary {
         }
     }
 
-    /// Returns true if nothing failed.
+    /// Prints the summary. Returns true if nothing failed.
     bool print(double seconds) const
     {
-        constexpr qsizetype kMostLines = 10; // but all failures
+        constexpr qsizetype kMostLines = 10; // failures are all printed
         for (const auto &[result, lines] : notable) {
             const auto most = result == Result::Failed ? lines.size() : kMostLines;
             std::puts(qUtf8Printable(lines.mid(0, most).join(u'\n')));
@@ -106,7 +106,7 @@ struct Summary {
 
     static QString sizeText(qint64 bytes) { return QLocale::c().formattedDataSize(bytes); }
 
-    const bool listsAll; ///< each file gets a line at once
+    const bool listsAll; ///< prints a line for each file immediately
     int failed = 0;
     int copied = 0;
     qint64 copiedBytes = 0;
@@ -114,9 +114,10 @@ struct Summary {
     std::map<Result, QStringList> notable = {}; ///< lines above the table
 };
 
-/// Adds the files in \a folder and its sub-folders to \a files, except hidden ones and those of
-/// \a library. Dangling links and names that are not UTF-8, which FileUtils::folderParseFiles()
-/// leaves out, are added: the intake reports that they cannot be read.
+/// Adds the files in \a folder and its sub-folders to \a files. Ignores \a library, linked folders,
+/// and hidden files and folders. A folder that cannot be read becomes a failure of \a summary.
+/// Dangling links and names that are not UTF-8, which FileUtils::folderParseFiles() leaves out, are
+/// added: the intake reports that they cannot be read.
 void find(const QString &folder, const QDir &library, std::vector<QString> &files, Summary &summary)
 {
     std::error_code error;
@@ -139,7 +140,7 @@ void find(const QString &folder, const QDir &library, std::vector<QString> &file
     }
 }
 
-/// Takes the files of \a sources into \a library. Returns the exit status.
+/// Copies the files of \a sources into \a library. Returns the exit status.
 int takeIn(const QStringList &sources, const QString &library, bool listsAll)
 {
     QElapsedTimer timer;
@@ -183,7 +184,7 @@ int run(const QStringList &arguments)
         "Copies the files below SOURCE into LIBRARY, each content once, under valid and unique\n"
         "names. A file that was changed since its last intake replaces its copy; the old content\n"
         "is kept with the ending \".bak\". LIBRARY/manifest.json tells where each file came from.\n"
-        "Without arguments, the icons and images of this machine go into a temporary library."));
+        "Without folders, the system's icons and pixmaps are copied to a temporary library."));
     parser.addPositionalArgument(u"SOURCE"_s, u"A folder outside of LIBRARY."_s, u"[SOURCE"_s);
     parser.addPositionalArgument(
         u"LIBRARY"_s, u"A folder, made if it is missing."_s, u"LIBRARY]"_s);
@@ -210,7 +211,7 @@ int run(const QStringList &arguments)
             stderr, "wrong arguments, see --help %s\n", qUtf8Printable(parser.errorText()));
         return 2;
     }
-    FileUtils::makeFolder(folders[1]); // where it fails, the manifest does
+    FileUtils::makeFolder(folders[1]); // if this fails, saving the manifest does, too
     return takeIn({folders[0]}, folders[1], parser.isSet(list));
 }
 

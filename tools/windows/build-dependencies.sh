@@ -3,13 +3,14 @@
 # SPDX-License-Identifier: MIT
 #
 # Builds Qt (Core and Gui), fmt, spdlog and Google Benchmark for Windows from Debian's source packages
-# with MinGW-w64, and prints the folder in which they are installed. They are kept in
+# with MinGW-w64. Prints the folder in which all but Google Benchmark are installed; that is in the
+# folder "benchmark" beside it. They are kept in
 # ${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase} for the next call. The first call takes
-# about ten minutes on two cores.
+# ten minutes or more on two cores.
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/../.." && pwd)
-# The build uses the programs (moc, rcc) of this machine's Qt, so both must have the same version.
+# The build runs moc and rcc of this machine's Qt, so the Qt for Windows must have the same version.
 qtVersion=$(dpkg-query -W -f '${Version}' qt6-base-dev | sed 's/[+-].*//')
 cache=${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}/mingw-qt-$qtVersion
 prefix=$cache/prefix # created by a rename at the end, so it is complete if it exists
@@ -22,7 +23,7 @@ apt_with_sources() {
         -o Dir::State::Lists="$work/lists" -o APT::Sandbox::User=root "$@"
 }
 
-# get_sources PACKAGE...
+# get_sources PACKAGE...: unpacks the source packages in $work, which becomes the current folder.
 get_sources() {
     mkdir -p "$work/lists/partial"
     if [ -z "$(apt-get indextargets 'Created-By: Packages' 'Origin: Debian')" ]; then
@@ -36,7 +37,7 @@ get_sources() {
     apt_with_sources --only-source source "$@"
 }
 
-# build NAME [CMAKE OPTION...]: NAME is the beginning of the unpacked source package's name.
+# build NAME [CMAKE OPTION...]: builds the unpacked source package NAME and installs it.
 build() {
     local name=$1
     shift
@@ -53,8 +54,8 @@ build_all() {
     get_sources fmtlib spdlog "qt6-base=$(dpkg-query -W -f '${source:Version}' qt6-base-dev)"
     build fmtlib -DFMT_TEST=OFF -DFMT_DOC=OFF
     build spdlog -DSPDLOG_FMT_EXTERNAL=ON -DSPDLOG_BUILD_EXAMPLE=OFF
-    # Debian's package has no tablet header because of its licence. pkg-config would find libraries of
-    # this machine.
+    # tabletevent: for licence reasons, Debian's source package lacks a header that it needs.
+    # pkg_config: pkg-config would find libraries of this machine.
     local features=(sql network dbus widgets xml testlib printsupport concurrent opengl opengl_desktop
         vulkan tabletevent direct2d directwrite directwrite3 pkg_config system_zlib)
     features=("${features[@]/#/-DFEATURE_}")
@@ -66,7 +67,7 @@ build_all() {
 build_benchmark() {
     rm -rf "$work"
     get_sources benchmark
-    # GIT_VERSION: from its own sources.
+    # GIT_VERSION: without it, the build asks git, and there is no repository.
     build benchmark -DBUILD_SHARED_LIBS=OFF -DGIT_VERSION=0.0.0 -DBENCHMARK_ENABLE_TESTING=OFF \
         -DBENCHMARK_ENABLE_WERROR=OFF -DBENCHMARK_INSTALL_DOCS=OFF
     mv "$work/prefix" "$benchmark"
@@ -80,7 +81,7 @@ log=$cache/build.log
 exec 3>&2
 trap '[ $? = 0 ] || tail -n 30 "$log" >&3' EXIT
 if [ ! -d "$prefix" ]; then
-    echo "Building Qt $qtVersion for Windows (ten minutes and more), see $log" >&2
+    echo "Building Qt $qtVersion for Windows (ten minutes or more), see $log" >&2
     build_all >"$log" 2>&1
 fi
 [ -d "$benchmark" ] || build_benchmark >"$log" 2>&1

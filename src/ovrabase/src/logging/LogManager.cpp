@@ -13,8 +13,8 @@
 namespace Vyn::Core::Log {
 namespace {
 
-/// The delegate of a bound logger. It contains only a pointer, because each message makes a copy of
-/// it: std::function copies a pointer without an allocation.
+/// The delegate of a bound logger. It contains only a pointer: the logger copies the delegate for
+/// each message, and std::function copies a pointer without an allocation.
 struct BoundDelegate {
     const std::string *prefix;
 
@@ -56,8 +56,8 @@ void LogManager::log(int level, const QString &context, const QString &message)
     take({level, context, message, nullptr}, false);
 }
 
-/// Delivers \a record, or queues it if this is called inside LogDelegate::log(). Returns true if it
-/// was delivered to at least one delegate.
+/// Delivers \a record, or queues it if this is called inside LogDelegate::log(). Returns true if a
+/// delegate got it during this call.
 bool LogManager::take(LogRecord record, bool isQtMessage) noexcept
 {
     if (mClosed) {
@@ -83,13 +83,14 @@ bool LogManager::take(LogRecord record, bool isQtMessage) noexcept
         }
         return delivered;
     } catch (...) {
-        return false; // Out of memory. A log call never throws, so that the record is lost.
+        return false; // Out of memory. A log call never throws, so the record is lost.
     }
 }
 
 void LogManager::queue(LogRecord record, bool isQtMessage)
 {
-    // Without a limit, a delegate that causes a Qt message for every record would never return.
+    // Without a limit, take() would never return if a delegate caused a Qt message for every
+    // record.
     constexpr int kLongestChain = 100;
     record.chainLength = mBeingDelivered->chainLength;
     if (isQtMessage) {
@@ -153,8 +154,8 @@ void LogManager::close() noexcept
 {
     mClosed = true;
     QList<Registration> registrations; // destroyed after the mutex is unlocked, as in take()
-    // Another thread may hold the mutex and never unlock it: it may be blocked, and Windows ends
-    // all other threads before it destroys statics.
+    // Another thread may never unlock the mutex, because that thread is blocked, or because Windows
+    // ended it before statics are destroyed.
     constexpr int kTimeout = 100; // ms
     if (mMutex.tryLock(kTimeout)) {
         mQueue.clear();

@@ -21,7 +21,7 @@ public:
 };
 
 /// Returns the type id of the class \a qualifiedName: the 64-bit FNV-1a hash (Fowler, Noll and Vo,
-/// 1991) of its fully qualified name. The id is the same in every run, build and module, and on
+/// 1991) of its fully qualified name. The id is the same in every run, program and library, and on
 /// every system.
 constexpr std::size_t serviceTypeId(std::string_view qualifiedName)
 {
@@ -35,8 +35,8 @@ constexpr std::size_t serviceTypeId(std::string_view qualifiedName)
 
 } // namespace Vyn::OvraBase
 
-/// Defines the static member function typeId() of a service class. Write it in the public part of
-/// the class, with the fully qualified name of the class:
+/// Defines the static member function typeId() of a service class. Use the macro in the public part
+/// of the class, with the fully qualified name of the class:
 ///
 /// ```cpp
 /// namespace Paint {
@@ -47,11 +47,12 @@ constexpr std::size_t serviceTypeId(std::string_view qualifiedName)
 /// }
 /// ```
 ///
-/// Any other name is a compile error.
+/// The name of another class is a compile error. An alias of the class compiles, but gives another
+/// id.
 #define OVRABASE_SERVICE_TYPE_ID(QualifiedName)                                                    \
     static std::size_t typeId()                                                                    \
     {                                                                                              \
-        static_assert(&::QualifiedName::typeId == &typeId, "the name of another class");           \
+        static_assert(&::QualifiedName::typeId == &typeId, "this is the name of another class");   \
         static constexpr std::size_t id = ::Vyn::OvraBase::serviceTypeId(#QualifiedName);          \
         return id;                                                                                 \
     }
