@@ -94,7 +94,7 @@ struct Summary {
             std::puts("");
         }
         std::printf("%s (%d files, %s), %d failed, %.2f s\n",
-            copied == 0 ? "Nothing to copy" : "Copied", copied,
+            copied + failed == 0 ? "Nothing to copy" : "Copied", copied,
             qUtf8Printable(sizeText(copiedBytes)), failed, seconds);
         return failed == 0;
     }
