@@ -12,8 +12,8 @@
 using namespace Vyn;
 using namespace Vyn::OvraBase;
 
-/// Compares the distances of two texts with those of the full table. The second text is made from
-/// the first by edits: from unrelated texts, the fuzzer finds no long texts with a small distance.
+/// Compares the distances of two texts with those of a simple implementation. The second text is
+/// the first one after some edits, because long unrelated texts never have a small distance.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider input(data, size);

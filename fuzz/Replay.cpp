@@ -3,7 +3,7 @@
 
 /// \file
 /// Runs all fuzzers over their inputs once, where the compiler has no libFuzzer:
-///   replay_corpora FOLDER    with a folder of inputs for each fuzzer
+///   replay_corpora FOLDER    FOLDER/NAME has the inputs of the fuzzer NAME
 
 #include <cstdint>
 #include <cstdio>
@@ -12,7 +12,7 @@
 #include <iterator>
 #include <string>
 
-// The build defines FUZZERS as FUZZER(name)FUZZER(name)..., and each name as the function of one.
+// The build defines FUZZERS as FUZZER(A)FUZZER(B)... and renames the function of fuzzer A to A.
 #define FUZZER(name) extern "C" int name(const std::uint8_t *data, std::size_t size);
 FUZZERS
 #undef FUZZER

@@ -26,8 +26,8 @@ QHash<QString, double> factors()
     return all;
 }
 
-/// Returns the length by the regular expression that defines it. Not for long texts and unpaired
-/// surrogates.
+/// Returns the metres that the regular expression of a length finds in \a value. The expression
+/// fails for very long texts and for unpaired surrogates.
 double expected(const QString &value, const QString &defaultUnit)
 {
     static const QHash<QString, double> all = factors();

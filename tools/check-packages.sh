@@ -4,7 +4,7 @@
 #
 # Installs the packages of tools/package.sh in a clean Debian system in a folder (as root, with chroot).
 # First libovrabase6 alone: a program that is built on this machine must run there. Then the others: a
-# project must build there. The clean system is kept in
+# project must build and run there. An archive of the clean system is kept in
 # ${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}.
 . "$(dirname "$0")/lib.sh"
 packages=build/packages
@@ -16,13 +16,13 @@ if ! chroot / true 2>/dev/null; then
 fi
 install_packages mmdebstrap
 
-# The dependencies of the package whose name begins with $1, without their versions.
+# dependencies PACKAGE: prints the names of the packages of Debian that our package PACKAGE depends on.
 dependencies() {
     dpkg-deb -f "$packages/$1"_*.deb Depends | tr ',' '\n' | sed 's/(.*//; /ovrabase/d' | tr -d ' ' | sort -u
 }
 
-# make_system TAR PACKAGE...: makes a system with the essential packages, apt and the build tools. The
-# other packages are downloaded, but not installed.
+# make_system TAR PACKAGE...: makes a system with the essential packages, apt and the build tools.
+# PACKAGE... are downloaded, but not installed.
 make_system() {
     local tar=$1
     shift
@@ -75,5 +75,5 @@ mkdir "$root/packages"
 cp "$packages"/*.deb "$root/packages"
 
 quietly "build a program with the packages" build_program
-quietly "libovrabase6 alone runs it" try_library_alone
+quietly "run the program with libovrabase6 only" try_library_alone
 quietly "build and run in the clean system" try_development

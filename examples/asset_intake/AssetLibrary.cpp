@@ -27,17 +27,17 @@ namespace StringUtils = Vyn::OvraBase::StringUtils;
 namespace {
 
 const QString kManifest = u"manifest.json"_s;
-const QString kBackup = u".bak"_s; // the ending that copyWithBackup() gives
+const QString kBackup = u".bak"_s; // copyWithBackup() appends it to the name of a backup
 
 /// Returns true if \a name is short enough for " copy 1234" or ".bak" to be appended.
 bool hasRoomForEnding(const QString &name)
 {
-    return QFile::encodeName(name).size() <= 230; // of 255 bytes
+    return QFile::encodeName(name).size() <= 230; // most systems allow 255 bytes
 }
 
-/// Returns true if \a name has the form of the temporary files of copyWithBackup(), which a killed
-/// run leaves: a random number of 64 bits in base 36 (at least 9 digits, except one in 6 million),
-/// a hyphen and a counter.
+/// Returns true if \a name looks like a temporary file of copyWithBackup(), which a killed run
+/// leaves: a random 64-bit number in base 36, a hyphen, a counter and ".tmp". The number has at
+/// least 9 digits, except once in 6 million cases.
 bool isTemporaryName(const QString &name)
 {
     static const QRegularExpression form(u"^[0-9a-z]{9,13}-[0-9]+\\.tmp$"_s);
@@ -93,8 +93,8 @@ std::vector<Arrival> nextBatch(std::span<const QString> files)
     return batch;
 }
 
-/// Sets the result of \a arrival and its text. \a asset is the asset with its content or, if the
-/// copy failed, the asset that it was copied to.
+/// Sets the result of \a arrival, its text and its asset. \a asset has the content of \a arrival
+/// or, if the copy failed, should have received it.
 void settle(Arrival &arrival, Result result, Asset &asset)
 {
     static constexpr std::array<const char *, kResults> kTexts{"already there as %1",
@@ -148,7 +148,7 @@ AssetLibrary::AssetLibrary(const QString &folder)
             try {
                 add({name, hashOf(file.filePath()), file.size()});
             } catch (const Vyn::Exception::BaseException &) {
-                // It was logged. A file that cannot be read is no asset.
+                // The library logged the failure. A file that cannot be read is no asset.
             }
         }
     }
@@ -193,7 +193,8 @@ void AssetLibrary::copyBatch(std::span<Arrival> batch)
     }
 }
 
-/// Returns true if an asset has the content of \a arrival, and adds the source to it.
+/// Returns true if an asset has the content of \a arrival. Then adds the path of \a arrival to the
+/// sources of that asset.
 bool AssetLibrary::isKnown(Arrival &arrival)
 {
     Asset *const asset = mByHash.value(arrival.hash);
@@ -207,7 +208,7 @@ bool AssetLibrary::isKnown(Arrival &arrival)
 
 /// Chooses the asset that \a arrival is copied to, an old or a new one. Gives it the new hash
 /// before the copy is made, so that later arrivals with the same content become duplicates of it.
-/// copyBatch() restores the old hash if the copy fails.
+/// copyBatch() restores the old hash and size if the copy fails.
 void AssetLibrary::planCopy(Arrival &arrival)
 {
     const QString name = QFileInfo(arrival.path).fileName();
@@ -238,9 +239,9 @@ bool AssetLibrary::isFree(const QString &name) const
 }
 
 /// Returns a valid and free name for a new asset: \a name with invalid characters replaced, or if
-/// that is taken, the first free one of "name copy", "name copy 2" and so on. Not with
-/// FileUtils::getUniqueFileName(), which does not know the files of the batch that are not copied
-/// yet.
+/// that is not free, the first free one of "name copy", "name copy 2" and so on, before the
+/// extension. A long name is shortened for that. FileUtils::getUniqueFileName() is not used: it
+/// does not know the files of the batch that are not copied yet.
 QString AssetLibrary::freeName(const QString &name)
 {
     QString valid = FileUtils::ensureValidFileName(name);
@@ -259,9 +260,9 @@ QString AssetLibrary::freeName(const QString &name)
     return last + end;
 }
 
-/// Returns true if \a asset may be replaced by the new content of its source, so that the old
-/// content becomes its backup: it has only this source, its name was made from \a sourceName, the
-/// file name of the source, and it has no backup yet.
+/// Returns true if the new content of its source may replace \a asset, and the old content may
+/// become its backup: \a asset has one source, its name was made from \a sourceName, which is the
+/// file name of that source, the name has room for ".bak", and there is no backup yet.
 bool AssetLibrary::mayReplace(const Asset &asset, const QString &sourceName) const
 {
     const QString valid = FileUtils::ensureValidFileName(sourceName);

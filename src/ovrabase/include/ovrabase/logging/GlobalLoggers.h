@@ -17,8 +17,8 @@ class LogManager;
 /// \file
 /// The ten global loggers, which all modules of the process share.
 ///
-/// A source that includes this file keeps the loggers alive during the lifetime of its statics, so
-/// that its static constructors and destructors can log.
+/// A source that includes this file keeps the loggers alive during the lifetime of the statics that
+/// follow the inclusion, so that their constructors and destructors can log.
 namespace Vyn::OvraBase {
 
 /// The global loggers. bindLoggers() binds the first three. The application may bind the others.
@@ -51,14 +51,14 @@ public:
     GlobalLoggersInstanciator &operator=(const GlobalLoggersInstanciator &) = default;
     OVRABASE_EXPORT ~GlobalLoggersInstanciator();
 
-    /// Returns the number of instances in the process.
+    /// Returns a reference to the number of instances in the process.
     OVRABASE_EXPORT static int &counter();
 
     /// The ten loggers, or null if there is no instance.
     ///
-    /// Each module has its own reference to the library's one pointer, because data is not exported
-    /// across a DLL. The reference is initialised before the other statics of a source that
-    /// includes this file. Code that runs earlier must call logger() instead.
+    /// Each program or library has its own reference to the one pointer, because ovrabase exports
+    /// no variable for it. The reference is initialised before the statics that follow the
+    /// inclusion of this file. Code that runs before that must call logger() instead.
     OVRABASE_NO_EXPORT static inline std::vector<Vyn::Logger> *&loggers = table();
 };
 
@@ -70,7 +70,8 @@ OVRABASE_EXPORT const Vyn::Logger &logger(LogService service);
 /// Returns the log manager. The first call creates it. Thread-safe.
 OVRABASE_EXPORT Vyn::Core::Log::LogManager *logManagerInstance();
 
-/// Binds \a logger to the log manager. The same as Vyn::Core::Log::bindLogger().
+/// Sends the records of \a logger to the log manager, with \a prefix before each context. The same
+/// as Vyn::Core::Log::bindLogger().
 OVRABASE_EXPORT void bindLogger(Vyn::Logger &logger, const QString &prefix);
 
 /// Binds the global logger of \a service to the log manager. Does nothing if the global loggers do
@@ -81,8 +82,9 @@ OVRABASE_EXPORT void bindLogger(Vyn::Logger &logger, const QString &prefix);
 OVRABASE_EXPORT void bindLogger(LogService service, const QString &prefix);
 
 /// Binds UI, Support and Debug to the log manager, with the prefixes "UI: ", "Support: " and
-/// "Debug: ". Also appends a sink to spdlog's default logger that writes its records to Debug. To
-/// undo that, call `spdlog::default_logger()->sinks().pop_back()` directly after this function. If
+/// "Debug: ". Also appends a sink to spdlog's default logger, so that the records of that logger
+/// are written to Debug, too. To remove the sink, call
+/// `spdlog::default_logger()->sinks().pop_back()` directly after this function. If
 /// spdlog::default_logger() is null, no sink is added.
 ///
 /// Call it once, at start-up, before other threads log. After a second call, each record of spdlog

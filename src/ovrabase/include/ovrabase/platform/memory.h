@@ -21,8 +21,8 @@ struct OVRABASE_EXPORT SharedObjectBase {
     virtual ~SharedObjectBase();
 };
 
-/// Contains noncopyable only. Argument-dependent lookup for a class derived from it then does not
-/// find the functions of Vyn.
+/// Contains noncopyable only, so that argument-dependent lookup for a derived class outside of Vyn
+/// does not search Vyn.
 namespace noncopyable_ {
 
 /// A base class that makes derived classes non-copyable.
@@ -38,32 +38,32 @@ protected:
 
 } // namespace noncopyable_
 
-/// A deleter for shared pointers to QObjects. It deletes the object on the main thread, whichever
-/// thread releases the last pointer.
+/// A deleter for shared pointers to QObjects. While there is an application object, it deletes the
+/// object on the main thread, whichever thread releases the last pointer.
 ///
 /// ```cpp
 /// std::shared_ptr<QObject> shared(new QTimer, QObjectDeleteLater());
 /// ```
 ///
 /// An object that lives in the main thread is deleted by deleteLater(), an object of another thread
-/// by a call that is queued in the main thread's event loop. When the application object is
-/// destroyed, the objects that still wait are deleted first, while the GUI still exists, together
-/// with all other objects for which deleteLater() was called. This takes linear time. Afterwards,
-/// and as long as there is no application object, an object is deleted at once on the calling
+/// by a call that is queued in the main thread's event loop. The destructor of the application
+/// object begins with the deletion of the objects that still wait, and of all others for which
+/// deleteLater() was called, so that the GUI still exists. This takes linear time in the number of
+/// objects. While there is no application object, an object is deleted immediately on the calling
 /// thread.
 struct QObjectDeleteLater {
     /// Deletes \a object as described for the class. Ignores null. Throws nothing.
     ///
-    /// Logs an error on Debug if \a object has a parent, because the parent would delete it again.
-    /// \a object is deleted all the same. Can be called on any thread; while the application object
-    /// is being destroyed, on the main thread only.
+    /// If \a object has a parent, logs an error on the logger Debug, because the parent may delete
+    /// \a object first. \a object is deleted all the same. Can be called on any thread; while the
+    /// application object is being destroyed, on the main thread only.
     OVRABASE_EXPORT void operator()(QObject *object) const;
 };
 
 namespace OvraBase {
 
 /// Sets the function that forbidStealingOwnership() calls. An empty \a fn removes it. Not
-/// thread-safe: call it once, at start-up.
+/// thread-safe: call it at start-up, before other threads call forbidStealingOwnership().
 OVRABASE_EXPORT void setForbidStealingOwnershipFuction(std::function<void(QObject *)> fn);
 
 /// Calls the application's function with \a object. That function makes sure that no other owner,
