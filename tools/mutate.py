@@ -57,15 +57,20 @@ def faults_of(path):
     return found
 
 
-# Runs a command for which all files are read-only, but for new ones in memory, which also cover the
-# folder of the first argument. Ends with all of its processes.
+# Runs a command for which all files are read-only. Changes in /tmp, /dev/shm and the folder of the first
+# argument are kept in memory until the command ends, as is /mnt. Ends with all of its processes.
 ENCLOSED = ["unshare", "--mount", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-ec", """
     cut -d' ' -f2 /proc/self/mounts | sort -u | while read -r point; do
         mount -o remount,bind,ro "$point" 2>/dev/null || true
     done
     mount -t tmpfs -o size=2g tmpfs /mnt
-    mkdir /mnt/upper /mnt/work
-    mount -t overlay overlay -o "lowerdir=$1,upperdir=/mnt/upper,workdir=/mnt/work" "$1"
+    mount -t tmpfs tmpfs /dev/shm
+    for folder in /tmp "$1"; do
+        changes=$(mktemp -d -p /mnt)
+        mkdir "$changes/new" "$changes/work"
+        chmod --reference="$folder" "$changes/new"
+        mount -t overlay overlay -o "lowerdir=$folder,upperdir=$changes/new,workdir=$changes/work" "$folder"
+    done
     if touch / 2>/dev/null; then exit 1; fi
     shift
     export HOME=/mnt TMPDIR=/mnt XDG_RUNTIME_DIR=/mnt
