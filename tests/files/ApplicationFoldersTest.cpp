@@ -36,6 +36,7 @@ protected:
         QCoreApplication::setApplicationName(u"an app"_s);
         EXPECT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
     }
+    ~ApplicationFolders() override { QCoreApplication::setApplicationName({}); }
 
     Guard mOnLinux = withVariable("TMPDIR", path("tmp").toLocal8Bit());
     Guard mOnWindows = withVariable("TMP", path("tmp").toLocal8Bit());
