@@ -315,9 +315,8 @@ private:
         logAt(kNotCopiedWithBackup, Debug, Logger::Warning,
             QStringLiteral("Failed to copy %1 to %2 because %3")
                 .arg(copy.source, copy.destination, reason));
-        const QString backup = backupOf(copy.destination);
-        if (entryExists(QFileInfo(backup)) && !entryExists(QFileInfo(copy.destination))) {
-            QFile::rename(backup, copy.destination);
+        if (!entryExists(QFileInfo(copy.destination))) {
+            QFile::rename(backupOf(copy.destination), copy.destination);
         }
     }
 
