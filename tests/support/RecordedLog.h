@@ -31,41 +31,34 @@ struct Record {
 
 /// Keeps every record of the log manager for as long as it lives; binds the loggers when first
 /// used.
-class RecordedLog {
+class RecordedLog : Core::Log::LogDelegate {
 public:
-    RecordedLog()
-        : mRecorder(std::make_shared<Recorder>())
-        , mRegistration(mRecorder)
-    {
-        [[maybe_unused]] static const bool bound = (OvraBase::bindLoggers(), true);
-    }
+    RecordedLog() { [[maybe_unused]] static const bool bound = (OvraBase::bindLoggers(), true); }
 
     std::vector<Record> records() const
     {
-        const std::lock_guard lock(mRecorder->mutex);
-        return mRecorder->records;
+        const std::lock_guard lock(mMutex);
+        return mRecords;
     }
 
     /// Returns the records and forgets them.
     std::vector<Record> take()
     {
-        const std::lock_guard lock(mRecorder->mutex);
-        return std::exchange(mRecorder->records, {});
+        const std::lock_guard lock(mMutex);
+        return std::exchange(mRecords, {});
     }
 
 private:
-    struct Recorder : Core::Log::LogDelegate {
-        void log(int level, const QString &context, const QString &message) override
-        {
-            const std::lock_guard lock(mutex);
-            records.push_back({level, context.toStdString(), message.toStdString()});
-        }
-        std::mutex mutex;
-        std::vector<Record> records;
-    };
+    void log(int level, const QString &context, const QString &message) override
+    {
+        const std::lock_guard lock(mMutex);
+        mRecords.push_back({level, context.toStdString(), message.toStdString()});
+    }
 
-    std::shared_ptr<Recorder> mRecorder;
-    Core::Log::ScopedPushLogDelegate mRegistration;
+    mutable std::mutex mMutex;
+    std::vector<Record> mRecords;
+    // Owns nothing, because this object ends the registration before itself.
+    const Core::Log::ScopedPushLogDelegate mRegistration{{std::shared_ptr<void>(), this}};
 };
 
 } // namespace Vyn::Test
