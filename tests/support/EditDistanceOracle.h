@@ -3,40 +3,29 @@
 
 #pragma once
 
-#include <QStringView>
+#include <QString>
 
 #include <algorithm>
 #include <cstdint>
-#include <ostream>
+#include <string>
+#include <utility>
 #include <vector>
 
 /// The edit distances by their definition, as a full table that is slow and obvious.
 namespace Vyn::Test {
 
-struct EditDistances {
-    std::uint64_t whole;
-    std::uint64_t part;
-    friend bool operator==(const EditDistances &, const EditDistances &) = default;
-    friend std::ostream &operator<<(std::ostream &out, const EditDistances &distances)
-    {
-        return out << "whole " << distances.whole << ", part " << distances.part;
-    }
-};
-
-inline std::vector<std::uint64_t> lastRow(QStringView a, QStringView b, bool anyStart)
+inline std::vector<std::uint64_t> lastRow(
+    const std::u16string &a, const std::u16string &b, bool anyStart)
 {
-    const auto rows = static_cast<std::size_t>(a.size());
-    const auto columns = static_cast<std::size_t>(b.size());
-    const char16_t *down = a.utf16();
-    const char16_t *right = b.utf16();
-    std::vector<std::vector<std::uint64_t>> table(
-        rows + 1, std::vector<std::uint64_t>(columns + 1));
-    for (std::size_t j = 0; j <= columns; ++j) {
+    const char16_t *const down = a.data();
+    const char16_t *const right = b.data();
+    std::vector table(a.size() + 1, std::vector<std::uint64_t>(b.size() + 1));
+    for (std::size_t j = 0; j <= b.size(); ++j) {
         table[0][j] = anyStart ? 0 : j;
     }
-    for (std::size_t i = 1; i <= rows; ++i) {
+    for (std::size_t i = 1; i <= a.size(); ++i) {
         table[i][0] = i;
-        for (std::size_t j = 1; j <= columns; ++j) {
+        for (std::size_t j = 1; j <= b.size(); ++j) {
             const std::uint64_t cost = down[i - 1] == right[j - 1] ? 0 : 1;
             table[i][j] =
                 std::min({table[i - 1][j] + 1, table[i][j - 1] + 1, table[i - 1][j - 1] + cost});
@@ -45,13 +34,16 @@ inline std::vector<std::uint64_t> lastRow(QStringView a, QStringView b, bool any
             }
         }
     }
-    return table[rows];
+    return table.back();
 }
 
-inline EditDistances expectedDistances(QStringView a, QStringView b)
+/// Returns the distances between \a a and the whole of \a b, and between \a a and the part of \a b
+/// that is nearest to it.
+inline std::pair<std::uint64_t, std::uint64_t> expectedDistances(const QString &a, const QString &b)
 {
-    const auto part = lastRow(a, b, true);
-    return {lastRow(a, b, false).back(), *std::min_element(part.begin(), part.end())};
+    const auto whole = lastRow(a.toStdU16String(), b.toStdU16String(), false);
+    const auto part = lastRow(a.toStdU16String(), b.toStdU16String(), true);
+    return {whole.back(), *std::min_element(part.begin(), part.end())};
 }
 
 } // namespace Vyn::Test

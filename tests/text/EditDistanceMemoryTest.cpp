@@ -8,11 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace {
-
-thread_local std::size_t requestedBytes = 0;
-
-} // namespace
+static thread_local std::size_t requestedBytes = 0;
 
 // Replaces the function that the standard library and Qt allocate with.
 extern "C" void *__libc_malloc(std::size_t size);

@@ -16,25 +16,27 @@ namespace Vyn::OvraBase::StringUtils {
 namespace {
 
 using namespace Qt::StringLiterals;
-using Vyn::Test::EditDistances;
 using Vyn::Test::expectedDistances;
+
+/// The distances to the whole of a text and to the nearest part of it.
+using Distances = std::pair<std::uint64_t, std::uint64_t>;
 
 constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
 
-void expectDistances(const QString &a, const QString &b, const EditDistances &expected)
+void expectDistances(const QString &a, const QString &b, const Distances &expected)
 {
     SCOPED_TRACE(a.toStdString() + " | " + b.toStdString());
-    const EditDistances byFunctions{
-        damerauLevenshteinDistance(a, b), damerauLevenshteinSubstringDistance(a, b)};
-    ASSERT_EQ(byFunctions, expected);
+    ASSERT_EQ(
+        Distances(damerauLevenshteinDistance(a, b), damerauLevenshteinSubstringDistance(a, b)),
+        expected);
     const DamerauLevenshteinMatcher matcher(a);
-    const EditDistances byMatcher{matcher.distance(b), matcher.substringDistance(b)};
-    ASSERT_EQ(byMatcher, expected);
-    for (const std::uint64_t limit : {std::uint64_t{0}, std::uint64_t{3}, expected.part,
-             expected.whole / 2, expected.whole - 1, expected.whole, kNoLimit - 1, kNoLimit}) {
+    ASSERT_EQ(Distances(matcher.distance(b), matcher.substringDistance(b)), expected);
+    const auto [whole, part] = expected;
+    for (const std::uint64_t limit : {std::uint64_t{0}, std::uint64_t{3}, part, whole / 2,
+             whole - 1, whole, kNoLimit - 1, kNoLimit}) {
         const auto capped = [limit](std::uint64_t d) { return d > limit ? limit + 1 : d; };
-        const EditDistances within{matcher.distance(b, limit), matcher.substringDistance(b, limit)};
-        ASSERT_EQ(within, (EditDistances{capped(expected.whole), capped(expected.part)}))
+        ASSERT_EQ(Distances(matcher.distance(b, limit), matcher.substringDistance(b, limit)),
+            Distances(capped(whole), capped(part)))
             << "limit " << limit;
     }
 }
@@ -44,7 +46,7 @@ TEST(EditDistance, CountsUnitsAndSwappedPairs)
 {
     const struct {
         QString a, b;
-        EditDistances expected;
+        Distances expected;
     } rows[] = {{{}, u"abc"_s, {3, 0}}, {u"abc"_s, {}, {3, 3}}, {u"ab"_s, u"ba"_s, {1, 1}},
         {u"ca"_s, u"abc"_s, {3, 1}}, // a swapped pair is not edited again
         {u"xxabcxx"_s, u"abd"_s, {5, 5}}, {u"abd"_s, u"xxabcxx"_s, {5, 1}}};
@@ -55,11 +57,12 @@ TEST(EditDistance, CountsUnitsAndSwappedPairs)
 }
 
 /// Makes texts over alphabets of different kinds.
-class Texts {
-public:
+struct Texts {
+    std::mt19937 random{2003};
+
     qsizetype below(qsizetype limit)
     {
-        return static_cast<qsizetype>(mRandom() % static_cast<std::size_t>(limit));
+        return static_cast<qsizetype>(random() % static_cast<std::size_t>(limit));
     }
 
     /// Chooses an alphabet and makes two texts, half of them near to each other. Most are short,
@@ -68,17 +71,21 @@ public:
     {
         static constexpr int kSizes[] = {1, 2, 4, 26, 300, 60000};
         static constexpr int kStarts[] = {u'a', 0x00F0, 0x0430, 0xD7F0};
-        mLetters = kSizes[below(6)];
-        mFirst = kStarts[below(4)];
-        mStep = below(4) == 0 ? 256 : 1;
+        const int letters = kSizes[below(6)];
+        const int first = kStarts[below(4)];
+        const int step = below(4) == 0 ? 256 : 1;
+        const auto text = [&](qsizetype size) {
+            QString result(size, Qt::Uninitialized);
+            for (QChar &c : result) {
+                c = QChar(static_cast<char16_t>(first + below(letters) * step));
+            }
+            return result;
+        };
         const auto size = [this] {
             return below(20) != 0 ? below(13) : (1 + below(2)) * 64 + below(3) - 1;
         };
         const QString a = text(size());
-        if (below(2) == 0) {
-            return {a, text(size())};
-        }
-        QString b = a;
+        QString b = below(2) == 0 ? text(size()) : a;
         for (qsizetype edits = below(5); edits > 0; --edits) {
             const qsizetype at = below(b.size() + 1);
             b.replace(at, below(2), text(below(2)));
@@ -86,20 +93,6 @@ public:
         }
         return {a, b};
     }
-
-private:
-    QString text(qsizetype size)
-    {
-        QString result(size, Qt::Uninitialized);
-        std::generate(result.begin(), result.end(),
-            [this] { return QChar(static_cast<char16_t>(mFirst + below(mLetters) * mStep)); });
-        return result;
-    }
-
-    std::mt19937 mRandom{2003};
-    int mLetters = 1;
-    int mFirst = 0;
-    int mStep = 1;
 };
 
 TEST(EditDistance, IsThatOfTheDefinition)
