@@ -10,7 +10,6 @@
 #include <gmock/gmock.h>
 
 #include <cctype>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -18,6 +17,7 @@ namespace Vyn::OvraBase::StringUtils {
 namespace {
 
 using namespace Qt::StringLiterals;
+using namespace std::string_literals;
 
 constexpr int kMega = 1'000'000;
 
@@ -76,16 +76,9 @@ TEST(StringUtils, MakeValidXmlTagKeepsWhatAnElementNameMayHold)
 
 TEST(StringUtils, EscapesStandInThePlaceOfTheirCharacters)
 {
-    const std::map<char, std::string> escapes{{7, "\\a"}, {8, "\\b"}, {9, "\\t"}, {10, "\\n"},
-        {11, "\\v"}, {12, "\\f"}, {13, "\\r"}, {34, "\\\""}, {92, "\\\\"}};
-    std::string text;
-    std::string literal;
-    std::string json;
-    for (char c = 0; c < 0x7F; ++c) {
-        text += c;
-        literal += escapes.contains(c) ? escapes.at(c) : std::string(1, c);
-        json += escapes.contains(c) && c != 7 && c != 11 ? escapes.at(c) : std::string(1, c);
-    }
+    const std::string text = "\0\6\a\b\t\n\v\f\r\16 !\"#[\\]/z\177"s;
+    const std::string literal = "\0\6\\a\\b\\t\\n\\v\\f\\r\16 !\\\"#[\\\\]/z\177"s;
+    const std::string json = "\0\6\a\\b\\t\\n\v\\f\\r\16 !\\\"#[\\\\]/z\177"s;
     // With each character at every place among the 64 that are taken at once.
     for (std::string x; x.size() < 64; x += 'x') {
         ASSERT_EQ(asStringLiteral(QString::fromStdString(x + text + x)).toStdString(),
