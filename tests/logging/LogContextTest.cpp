@@ -5,7 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <array>
 #include <concepts>
 #include <functional>
@@ -28,12 +27,6 @@ namespace ctx {
 using Text = std::string;
 std::vector<Text> gScopes;
 
-template<unsigned N>
-struct Literal {
-    char text[N];
-    constexpr Literal(const char (&literal)[N]) { std::copy_n(literal, N, text); }
-};
-
 // clang-format off
 Text freeFunction(int, std::function<int(char)>) { return NAME_OF_THIS; }
 template<class T> Text functionTemplate(T) { return NAME_OF_THIS; }
@@ -52,7 +45,6 @@ struct Scopes {
     operator unsigned int() const & { SEE_SCOPES return 0; }
     void *operator new(std::size_t) noexcept { SEE_SCOPES return nullptr; }
 };
-template<Literal L> struct Named { void f() { SEE_SCOPES } };
 // clang-format on
 
 } // namespace ctx
@@ -67,7 +59,6 @@ TEST(LogContext, NamesFileLineAndFunctionsWithoutTheirTypes)
     const std::string here = "LogContextTest.cpp:" + std::to_string(__LINE__ + 1) + " ";
     EXPECT_THAT(LOG_CONTEXT, StartsWith(here));
     EXPECT_EQ(freeFunction(1, {}), "ctx::freeFunction()");
-    EXPECT_EQ(functionTemplate(std::vector<int>()), "ctx::functionTemplate()");
     // A text of some 45,000 characters, more than compilers look at while compiling.
     EXPECT_EQ(functionTemplate(std::make_index_sequence<8000>()), "ctx::functionTemplate()");
     EXPECT_EQ(taggedFunction(), "ctx::taggedFunction()");
@@ -97,12 +88,9 @@ TEST(LogContext, NamesTheFunctionAlsoInItsLambdasAndLocalClasses)
                              AnyOf(HasSubstr("::<lambda(int)>()"), HasSubstr("::operator()()"))),
                          AllOf(StartsWith(function), EndsWith("::Local::name()"))));
     }
-    Named<"](){}<>:: \"\\">().f();
-    EXPECT_THAT(gScopes,
-        Each(AllOf(StartsWith("ctx::Named<"), ContainsRegex("::f\\(\\)"), EndsWith("()"))));
 }
 
-// Texts of compilers other than the one of this build.
+// Texts of all compilers, also of those other than the one of this build.
 TEST(LogContext, CutsTheNameOutOfAnyCompilersText)
 {
     const std::array<const char *, 3> rows[] = {{"top level", "", "top level"},
@@ -121,6 +109,8 @@ TEST(LogContext, CutsTheNameOutOfAnyCompilersText)
             "ns::W::operator()(int) const::(anonymous class)::operator()"},
         {"void (anonymous namespace)::f()::(lambda at it's.cpp:1:2)::g(int)", "g",
             "(anonymous namespace)::f()::(lambda at it's.cpp:1:2)::g"},
+        {R"(W<S{"](){}<>:: \"\\"}>::f()::<lambda(int)> mutable)", "operator()",
+            R"(W<S{"](){}<>:: \"\\"}>::f()::<lambda(int)>)"},
         {"void ns::operatorX(int)", "operatorX", "ns::operatorX"},
         {"int ns::operator\"\"_x(long long)", "operator\"\"_x", "ns::operator\"\"_x"},
         {"void f() [with char C = '(']", "f", "f"},

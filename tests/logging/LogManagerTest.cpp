@@ -30,13 +30,12 @@ namespace {
 using namespace Test;
 using namespace testing;
 
-struct Calling : LogDelegate {
-    explicit Calling(std::function<void(const QString &)> called)
-        : function(std::move(called))
-    {
-    }
-    void log(int, const QString &, const QString &message) override { function(message); }
-    std::function<void(const QString &)> function;
+using Function = std::function<void(const QString &)>;
+
+/// Is called with the message of each record.
+struct Calling : LogDelegate, Function {
+    using Function::Function;
+    void log(int, const QString &, const QString &message) override { (*this)(message); }
 };
 
 void say(const char *message)
@@ -52,21 +51,18 @@ Record said(const char *message)
 TEST(LogManager, DeliversWhatABrokenDelegateLogsAfterWhatItTakes)
 {
     QString text = QStringLiteral("a");
-    int inside = 0;
     const ScopedPushLogDelegate null(nullptr);
     const ScopedPushLogDelegate broken(std::make_shared<Calling>([&](const QString &message) {
-        EXPECT_EQ(++inside, 1) << "nested delivery";
         if (message == QStringLiteral("a")) {
             say("b");
             say("c");
         }
         const_cast<QString &>(message).append(u'!');
         text.append(u'?');
-        --inside;
         throw std::runtime_error("broken");
     }));
     const RecordedLog later;
-    EXPECT_NO_THROW(LogManager::instance()->log(0, QStringLiteral("c"), text));
+    LogManager::instance()->log(0, QStringLiteral("c"), text);
     EXPECT_THAT(later.records(), ElementsAre(said("a"), said("b"), said("c")));
     EXPECT_EQ(text, QStringLiteral("a???"));
 }
@@ -90,20 +86,18 @@ TEST(LogManager, LetsDelegatesComeAndGoDuringARecord)
 {
     std::optional<RecordedLog> added;
     std::optional<ScopedPushLogDelegate> ended;
-    QString takenAfterItsEnd;
-    const auto other =
-        std::make_shared<Calling>([&](const QString &message) { takenAfterItsEnd += message; });
+    QString taken;
+    const auto other = std::make_shared<Calling>([&](const QString &text) { taken += text; });
     const ScopedPushLogDelegate changer(std::make_shared<Calling>([&](const QString &) {
         if (!added) {
             added.emplace();
-            ended.reset();
-            ended.emplace(other); // again, but from the next record on
+            ended.emplace(other); // ends the old registration first
         }
     }));
     ended.emplace(other);
     say("during");
     say("next");
-    EXPECT_EQ(takenAfterItsEnd, QStringLiteral("next"));
+    EXPECT_EQ(taken, QStringLiteral("next"));
     EXPECT_THAT(added->records(), ElementsAre(said("next")));
 }
 
