@@ -19,13 +19,15 @@ using namespace testing;
 TEST(GlobalLoggers, LiveAsLongAsACountedInstance)
 {
     const int before = GlobalLoggersInstanciator::counter();
+    const auto *const loggers = GlobalLoggersInstanciator::loggers;
     {
         const GlobalLoggersInstanciator one;
         const GlobalLoggersInstanciator copy(one);
         EXPECT_EQ(GlobalLoggersInstanciator::counter(), before + 2);
     }
     EXPECT_EQ(GlobalLoggersInstanciator::counter(), before);
-    EXPECT_EQ(GlobalLoggersInstanciator::loggers->size(), 10U);
+    EXPECT_EQ(GlobalLoggersInstanciator::loggers, loggers);
+    EXPECT_EQ(loggers->size(), 10U);
 }
 
 TEST(GlobalLoggers, PutTheirPrefixesBeforeTheContext)

@@ -111,6 +111,7 @@ TEST(LogContext, CutsTheNameOutOfAnyCompilersText)
             "(anonymous namespace)::f()::(lambda at it's.cpp:1:2)::g"},
         {R"(W<S{"](){}<>:: \"\\"}>::f()::<lambda(int)> mutable)", "operator()",
             R"(W<S{"](){}<>:: \"\\"}>::f()::<lambda(int)>)"},
+        {"std::function<int(char)> ns::f()", "f", "ns::f"},
         {"void ns::operatorX(int)", "operatorX", "ns::operatorX"},
         {"int ns::operator\"\"_x(long long)", "operator\"\"_x", "ns::operator\"\"_x"},
         {"void f() [with char C = '(']", "f", "f"},

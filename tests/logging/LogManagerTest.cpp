@@ -11,7 +11,6 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
 #include <atomic>
 #include <chrono>
 #include <functional>
@@ -43,11 +42,6 @@ void say(const char *message)
     LogManager::instance()->log(0, QStringLiteral("c"), QString::fromUtf8(message));
 }
 
-Record said(const char *message)
-{
-    return {0, "c", message};
-}
-
 TEST(LogManager, DeliversWhatABrokenDelegateLogsAfterWhatItTakes)
 {
     QString text = QStringLiteral("a");
@@ -63,7 +57,8 @@ TEST(LogManager, DeliversWhatABrokenDelegateLogsAfterWhatItTakes)
     }));
     const RecordedLog later;
     LogManager::instance()->log(0, QStringLiteral("c"), text);
-    EXPECT_THAT(later.records(), ElementsAre(said("a"), said("b"), said("c")));
+    EXPECT_THAT(later.records(),
+        ElementsAre(Record{0, "c", "a"}, Record{0, "c", "b"}, Record{0, "c", "c"}));
     EXPECT_EQ(text, QStringLiteral("a???"));
 }
 
@@ -98,26 +93,23 @@ TEST(LogManager, LetsDelegatesComeAndGoDuringARecord)
     say("during");
     say("next");
     EXPECT_EQ(taken, QStringLiteral("next"));
-    EXPECT_THAT(added->records(), ElementsAre(said("next")));
+    EXPECT_THAT(added->records(), ElementsAre(Record{0, "c", "next"}));
 }
 
 TEST(LogManager, ReleasesADelegateThatEndsItsOwnRegistrationWithoutTheLock)
 {
     const RecordedLog log;
     std::optional<ScopedPushLogDelegate> registration;
-    struct Writer : Calling {
-        using Calling::Calling;
-        ~Writer() override
-        {
-            const auto flushed = std::make_shared<std::promise<void>>();
-            std::thread([flushed] { (say("flushed"), flushed->set_value()); }).detach();
-            EXPECT_EQ(flushed->get_future().wait_for(std::chrono::seconds(10)),
-                std::future_status::ready);
-        }
+    const auto flush = [](const LogDelegate *) {
+        const auto flushed = std::make_shared<std::promise<void>>();
+        std::thread([flushed] { (say("flushed"), flushed->set_value()); }).detach();
+        EXPECT_EQ(
+            flushed->get_future().wait_for(std::chrono::seconds(10)), std::future_status::ready);
     };
-    registration.emplace(std::make_shared<Writer>([&](const QString &) { registration.reset(); }));
+    Calling writer([&](const QString &) { registration.reset(); });
+    registration.emplace(std::shared_ptr<LogDelegate>(&writer, flush));
     say("x");
-    EXPECT_THAT(log.records(), ElementsAre(said("x"), said("flushed")));
+    EXPECT_THAT(log.records(), ElementsAre(Record{0, "c", "x"}, Record{0, "c", "flushed"}));
 }
 
 TEST(LogManager, GetsThePrefixBeforeTheContextOfABoundLoggerAndALevelUpTo2)
@@ -169,7 +161,7 @@ TEST(LogManager, GetsTheMessagesOfQtWithTheirLevelsUnlessTheyAreMasked)
 TEST(LogManager, DeliversEachRecordOnceAndInOrderWhileEightThreadsAndADelegateLog)
 {
     constexpr int kMessages = 2000;
-    std::array<int, 8> next{};
+    int next[8] = {};
     int answers = 0;
     std::atomic<int> inside = 0;
     const ScopedPushLogDelegate collector(std::make_shared<Calling>([&](const QString &message) {
@@ -178,7 +170,7 @@ TEST(LogManager, DeliversEachRecordOnceAndInOrderWhileEightThreadsAndADelegateLo
             ++answers;
         } else {
             const QStringList parts = message.split(u' ');
-            EXPECT_EQ(parts.at(2).toInt(), next.at(parts.at(1).toUInt())++);
+            EXPECT_EQ(parts.at(2).toInt(), next[parts.at(1).toUInt()]++);
             emitMessage(QtInfoMsg, "answer"); // must not wait for a thread that comes from Qt
         }
         --inside;

@@ -11,7 +11,6 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <set>
 
 namespace {
 
@@ -82,10 +81,9 @@ TEST(LogStr, RefusesTypesThatOnlyConvertToOneWithAForm)
     static_assert(HasForm<int> && HasForm<char *> && HasForm<QStringList>);
     static_assert(
         !hasAnyForm<int *, std::nullptr_t, void (*)(), int Mine::*, Unscoped, Scoped, signed char,
-            char8_t, long double, std::true_type, QLatin1Char, QGradient, Qt::GlobalColor>);
-    static_assert(!hasAnyForm<std::set<int>, std::vector<int *>, QSet<Scoped>,
-                  std::pair<int, Scoped>, std::array<Unscoped, 1>, std::map<Scoped, int>,
-                  QMap<int, QList<void *>>, std::optional<Scoped>>);
+            char8_t, long double, std::true_type, QLatin1Char, QGradient, Qt::GlobalColor,
+            std::vector<int *>, QSet<Scoped>, std::pair<int, Scoped>, std::array<Unscoped, 1>,
+            std::map<Scoped, int>, QMap<int, QList<void *>>, std::optional<Scoped>>);
 }
 
 TEST(LogStr, ShowsBytesNamesDatesAndExpressions)
@@ -149,9 +147,8 @@ TEST(LogStr, ShowsColoursImagesFontsIconsAndCursors)
     const QFont font(u"%1"_s);
     EXPECT_EQ(shown(QImage(640, 480, QImage::Format_RGB32), QImage(), QBitmap(3, 2), QBitmap(),
                   pixmap, QPixmap(), font),
-        "640x480:32bpp | <null image> | 3x2:1bpp | <null bitmap> | 6x4:" +
-            std::to_string(pixmap.depth()) + "bpp | null | " + font.toString().toStdString() +
-            " | ");
+        "640x480:32bpp | <null image> | 3x2:1bpp | <null bitmap> | 6x4:32bpp | null | " +
+            font.toString().toStdString() + " | ");
 
     const QString place = u" cursor at (%1, %2)"_s.arg(QCursor::pos().x()).arg(QCursor::pos().y());
     QBitmap shape(16, 8);
