@@ -9,27 +9,20 @@
 #include <ovrabase/logging/LogManager.h>
 #include <ovrabase/services/ServiceLocator.h>
 
-#ifdef _WIN32
-#define PLUGIN_EXPORT __declspec(dllexport)
-#else
-#define PLUGIN_EXPORT __attribute__((visibility("default")))
-#endif
-
 using namespace Vyn::Test;
 using Vyn::OvraBase::ServiceLocator;
 
-/// Registers the plug-in's service. Returns the number of the application's service, 0 if it has
-/// none.
-extern "C" PLUGIN_EXPORT int plugInServices()
+/// Registers the plug-in's service. Returns the number of the application's service, or 0 if the
+/// plug-in's is refused.
+extern "C" Q_DECL_EXPORT int plugInServices()
 {
     auto &locator = *ServiceLocator::instance();
-    const bool isRegistered = locator.registerService(std::make_unique<PluginService>(7));
-    const auto *service = locator.service<HostService>();
-    return isRegistered && service ? service->number : 0;
+    const bool isRegistered = locator.registerService(std::make_unique<PluginService>());
+    return isRegistered ? locator.service<HostService>()->number : 0;
 }
 
 /// Gives spdlog a sink and Qt a message handler of the library.
-extern "C" PLUGIN_EXPORT void plugInLogging()
+extern "C" Q_DECL_EXPORT void plugInLogging()
 {
     Vyn::OvraBase::bindLoggers();
     Vyn::Core::Log::installQtMessageHandler();

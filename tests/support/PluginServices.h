@@ -9,16 +9,12 @@ namespace Vyn::Test {
 
 struct HostService : OvraBase::Service {
     OVRABASE_SERVICE_TYPE_ID(Vyn::Test::HostService)
-    explicit HostService(int value)
-        : number(value)
-    {
-    }
-    int number;
+    int number = 42;
 };
 
 struct PluginService : HostService {
     OVRABASE_SERVICE_TYPE_ID(Vyn::Test::PluginService)
-    using HostService::HostService;
+    PluginService() { number = 7; }
 };
 
 } // namespace Vyn::Test
