@@ -24,17 +24,14 @@ namespace {
 
 using namespace Vyn;
 using namespace Vyn::OvraBase;
+using namespace Qt::StringLiterals;
 using Test::require;
 
-int gDeaths = 0;
 int gDeathsWithGui = 0;
+int gOtherDeaths = 0;
 
 struct Model : QObject {
-    ~Model() override
-    {
-        ++gDeaths;
-        gDeathsWithGui += QGuiApplication::primaryScreen() ? 1 : 0;
-    }
+    ~Model() override { ++(QGuiApplication::primaryScreen() ? gDeathsWithGui : gOtherDeaths); }
     std::shared_ptr<QObject> part;
 };
 
@@ -43,21 +40,17 @@ std::shared_ptr<QObject> makeModel()
     return {new Model, QObjectDeleteLater()};
 }
 
-// So many that the test reaches its time limit if deleting one takes time for each that waits.
-constexpr int kMany = 200'000;
-constexpr int kWaiting = 3 + kMany;
-constexpr int kApplications = 2;
-constexpr int kDeaths = 1 + kApplications * (kWaiting + 1) + 1;
-
-struct LastOwner {
-    ~LastOwner()
+/// Ends while there is no application object.
+struct Owner {
+    ~Owner()
     {
+        const int before = gOtherDeaths;
         model.reset();
-        require(gDeaths == kDeaths, "a static owner's object dies at once");
+        require(gOtherDeaths == before + 1, "without an application object an object dies at once");
     }
-    std::shared_ptr<QObject> model;
+    std::shared_ptr<QObject> model = makeModel();
 };
-LastOwner gLastOwner;
+const Owner gOwner;
 
 } // namespace
 
@@ -65,41 +58,36 @@ int main(int argc, char **argv)
 {
     Test::RecordedLog log;
     require(!ThreadUtils::isMainThread(), "no main thread without an application object");
-    const Test::Record expected{2,
+    // Both files are in the current folder, which is not the application's.
+    require(!loadSharedLibrary(u"CTestTestfile.cmake"_s), "no library");
+    QFile resource(u"Resources/here.rcc"_s);
+    require(QDir().mkpath(u"Resources"_s) && resource.open(QFile::WriteOnly), "a written file");
+    require(!registerExternalResource(u"here.rcc"_s), "no resource");
+    const Test::Record noMainThread{2,
         "Debug: ThreadUtils.cpp:33 Vyn::OvraBase::ThreadUtils::isMainThread()",
         "No QCoreApplication instance."};
-    require(log.take() == std::vector{expected}, "which is logged");
-    makeModel().reset();
-    require(gDeaths == 1, "without an application object an object dies at once");
-    // A file of the current folder, which is not the application's.
-    require(loadSharedLibrary(QStringLiteral("CTestTestfile.cmake")) == nullptr, "no library");
-    require(log.take().size() == 1, "which is logged as a missing one");
-    QDir().mkpath(QStringLiteral("Resources"));
-    QFile resource(QStringLiteral("Resources/here.rcc"));
-    require(resource.open(QFile::WriteOnly), "a file in the current folder");
-    require(!registerExternalResource(resource.fileName().sliced(10)), "it is no resource");
-    require(log.take().at(0).level == 1, "which is logged as found nowhere");
+    const std::vector<Test::Record> records = log.take();
+    require(records.size() == 3 && records[0] == noMainThread && records[2].level == 1,
+        "all three are logged, the resource as found nowhere");
 
-    for (int i = 1; i <= kApplications; ++i) {
-        std::shared_ptr<QObject> closing;
-        const int before = gDeaths;
+    // So many that the test reaches its time limit if deleting one takes time for each that waits.
+    constexpr int kMany = 200'000;
+    constexpr int kWaiting = 3 + kMany;
+    delete new Owner; // before the first application
+    for (int applications = 0; applications < 2; ++applications) {
+        const Owner closing;
         {
             const QGuiApplication application(argc, argv);
             auto *whole = new Model;
             whole->part = makeModel();
             QObjectDeleteLater()(whole);
             std::thread([] { makeModel().reset(); }).join();
-            for (int j = 0; j < kMany; ++j) {
+            for (int i = 0; i < kMany; ++i) {
                 makeModel().reset();
             }
-            closing = makeModel();
-            gLastOwner.model = i == kApplications ? makeModel() : nullptr;
-            require(gDeaths == before, "objects wait for an event loop");
+            require(gDeathsWithGui == applications * kWaiting, "objects wait for an event loop");
         }
-        require(gDeaths == before + kWaiting, "what waits dies with the application object");
-        require(gDeathsWithGui == i * kWaiting, "and before the GUI goes");
-        closing.reset();
-        require(gDeaths == before + kWaiting + 1, "after the application an object dies at once");
+        require(gDeathsWithGui == (applications + 1) * kWaiting, "and die before the GUI goes");
     }
     return 0;
 }

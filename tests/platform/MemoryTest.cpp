@@ -13,7 +13,7 @@
 
 #include <gmock/gmock.h>
 
-#include <functional>
+#include <future>
 #include <memory>
 #include <thread>
 #include <typeinfo>
@@ -24,10 +24,9 @@ namespace Vyn {
 namespace {
 
 using namespace Test;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
-/// The threads on which models died since events were processed last.
+/// The threads on which models died since the event loop ran last.
 std::vector<QThread *> gDeaths;
 
 struct Model : QObject {
@@ -42,18 +41,15 @@ std::vector<QThread *> deathsInEventLoop()
     return std::exchange(gDeaths, {});
 }
 
-void run(bool onWorker, const std::function<void()> &work)
-{
-    onWorker ? std::thread(work).join() : work();
-}
-
 TEST(Memory, DeletesASharedObjectOnceOnTheMainThread)
 {
-    for (const bool madeByWorker : {false, true}) {
-        for (const bool droppedByWorker : {false, true}) {
+    // What is deferred runs on this thread.
+    constexpr std::launch kThreads[] = {std::launch::deferred, std::launch::async};
+    for (const auto maker : kThreads) {
+        for (const auto lastOwner : kThreads) {
             std::shared_ptr<QObject> shared;
-            run(madeByWorker, [&] { shared.reset(new Model, QObjectDeleteLater()); });
-            run(droppedByWorker, [&] { shared.reset(); });
+            std::async(maker, [&] { shared.reset(new Model, QObjectDeleteLater()); }).get();
+            std::async(lastOwner, [&] { shared.reset(); }).get();
             EXPECT_THAT(gDeaths, IsEmpty()) << "before events are processed";
             EXPECT_THAT(deathsInEventLoop(), ElementsAre(QThread::currentThread()));
         }
@@ -66,7 +62,7 @@ TEST(Memory, DeletesAnObjectWithAParentAndLogsIt)
     QObject parent;
     QObjectDeleteLater()(nullptr);
     QObjectDeleteLater()(new Model(&parent));
-    EXPECT_THAT(deathsInEventLoop(), testing::SizeIs(1));
+    EXPECT_THAT(deathsInEventLoop(), SizeIs(1));
     EXPECT_THAT(log.take(),
         ElementsAre(Record{2, "Debug: memory.cpp:30 Vyn::QObjectDeleteLater::operator ()()",
             std::string("Risk of double delete on a shared QObject of type ") +
@@ -90,13 +86,11 @@ TEST(Memory, CallsTheOwnershipHookWhileItIsSet)
 TEST(Memory, MainThreadIsTheOneOfTheApplication)
 {
     EXPECT_TRUE(OvraBase::ThreadUtils::isMainThread());
-    run(true, [] { EXPECT_FALSE(OvraBase::ThreadUtils::isMainThread()); });
+    std::thread([] { EXPECT_FALSE(OvraBase::ThreadUtils::isMainThread()); }).join();
 }
 
-struct Owner : noncopyable_::noncopyable {};
-static_assert(!std::is_copy_constructible_v<Owner> && !std::is_copy_assignable_v<Owner>);
-static_assert(
-    std::has_virtual_destructor_v<SharedObjectBase> && std::is_copy_assignable_v<SharedObjectBase>);
+struct Owner : SharedObjectBase, noncopyable_::noncopyable {};
+static_assert(std::has_virtual_destructor_v<Owner> && !std::is_copy_constructible_v<Owner>);
 
 } // namespace
 } // namespace Vyn

@@ -18,51 +18,40 @@ namespace {
 
 using namespace Vyn::OvraBase;
 using namespace Qt::StringLiterals;
-using testing::Contains;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
+using namespace testing;
 
 TEST(Devices, ListsDiskDrivesAndVirtualDisksInUse)
 {
-    std::vector<QString> names;
     std::vector<QString> texts;
     for (const DeviceInfo &disk : getDisksInfo()) {
-        names.push_back(disk.pdo + u": "_s + disk.name);
-        texts.push_back(disk.toString());
+        texts.push_back(
+            disk.pdo + u": "_s + disk.name + u", "_s + disk.manufacturer + u", "_s + disk.service);
     }
-    EXPECT_THAT(names, UnorderedElementsAre(u"/dev/loop1: "_s, u"/dev/mmcblk0: SC16G"_s,
-                           u"/dev/mmcblk1: Empty reader"_s, u"/dev/sdx: Stick 64G"_s));
-    EXPECT_THAT(texts,
-        Contains(u"PDO: </dev/sdx>\nInstance ID: "
-                 u"</devices/pci0000:00/0000:00:14.0/usb2/2-3/2-3:1.0/host4/"
-                 "target4:0:0/4:0:0:0/block/sdx>\nDevice class: <block>\nName: <Stick 64G>\n"
-                 "Description: <>\nManufacturer: <Soehne %1>\nService: <sd>\nParent Instance ID: "
-                 "</devices/pci0000:00/0000:00:14.0/usb2/2-3/2-3:1.0/host4/target4:0:0/4:0:0:0>\n"
-                 "Address: 0"_s));
+    EXPECT_THAT(
+        texts, UnorderedElementsAre(u"/dev/loop1: , , "_s, u"/dev/mmcblk0: SC16G, , mmcblk"_s,
+                   u"/dev/mmcblk1: Empty reader, , "_s, u"/dev/sdx: Stick 64G, Soehne %1, sd"_s));
 }
 
 TEST(Devices, ListsUsbDevicesWithWhatIsDirectlyBelow)
 {
     const QString controller = u"/devices/pci0000:00/0000:00:14.0/"_s;
     std::vector<QString> numbers;
-    std::vector<QString> texts;
     for (const USBInfo &device : getUSBInfo()) {
         numbers.push_back(u"%1: %2"_s.arg(device.instanceId).arg(device.usbNumber));
-        texts.push_back(device.toString());
-        if (device.instanceId == controller + u"usb2"_s) {
-            EXPECT_THAT(device.children,
-                UnorderedElementsAre(controller + u"usb2/2-0:1.0"_s, controller + u"usb2/2-3"_s));
-        }
     }
     EXPECT_THAT(numbers, UnorderedElementsAre(controller + u"usb1/1-4: 2"_s,
                              controller + u"usb1/1-5: 1"_s, controller + u"usb1/1-6: 0"_s,
                              controller + u"usb2: 3"_s, controller + u"usb2/2-3: 3"_s));
-    EXPECT_THAT(
-        texts, Contains(u"PDO: </dev/bus/usb/002/007>\nInstance ID: "
-                        u"</devices/pci0000:00/0000:00:14.0/usb2/2-3>\n"
-                        "Device class: <usb>\nName: <Stick>\nDescription: <Flash Drive>\n"
-                        "Manufacturer: <Schlüssel & Söhne>\nService: <usb>\nParent Instance ID: "
-                        "</devices/pci0000:00/0000:00:14.0/usb2>\nAddress: 7\n1 children\nUSB3"_s));
+    EXPECT_THAT(getUSBInfo(),
+        Contains(Field(&USBInfo::children,
+            UnorderedElementsAre(controller + u"usb2/2-0:1.0"_s, controller + u"usb2/2-3"_s))));
+    EXPECT_THAT(getUSBInfo(),
+        Contains(Property(&USBInfo::toString,
+            u"PDO: </dev/bus/usb/002/007>\nInstance ID: "
+            u"</devices/pci0000:00/0000:00:14.0/usb2/2-3>\n"
+            "Device class: <usb>\nName: <Stick>\nDescription: <Flash Drive>\n"
+            "Manufacturer: <Schlüssel & Söhne>\nService: <usb>\nParent Instance ID: "
+            "</devices/pci0000:00/0000:00:14.0/usb2>\nAddress: 7\n1 children\nUSB3"_s)));
 }
 
 TEST(Devices, UnknownIsABusDeviceWithoutADriver)
@@ -80,6 +69,7 @@ TEST(Devices, UnknownIsABusDeviceWithoutADriver)
 TEST(Devices, LogsThatDevicesCannotBeListed)
 {
     Vyn::Test::RecordedLog log;
+    EXPECT_THAT(getDisksInfo(), Not(IsEmpty())) << "which logs nothing";
     {
         const QTemporaryDir empty;
         const auto machine = Vyn::Test::withVariable("UMOCKDEV_DIR", empty.path().toUtf8());
@@ -96,8 +86,8 @@ TEST(Devices, LogsThatDevicesCannotBeListed)
         return Vyn::Test::Record{2, "Debug: WindowsUtils.cpp:64 Vyn::OvraBase::enumerateDevices()",
             "Cannot get devices: " + errorMessage(error)};
     };
-    EXPECT_THAT(log.take(),
-        testing::ElementsAre(record(ENOENT), record(ENOENT), record(ENOENT), record(EMFILE)));
+    EXPECT_THAT(
+        log.take(), ElementsAre(record(ENOENT), record(ENOENT), record(ENOENT), record(EMFILE)));
 }
 
 } // namespace
