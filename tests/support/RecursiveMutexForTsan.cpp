@@ -11,38 +11,23 @@
 #include <dlfcn.h>
 #include <sanitizer/tsan_interface.h>
 
-namespace {
-
-template<class Function>
-Function qtFunction(const char *name)
+bool QRecursiveMutex::tryLock(int timeout) QT_MUTEX_LOCK_NOEXCEPT
 {
-    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
-}
-
-} // namespace
-
-extern "C" bool tryLockRecursiveMutex(QRecursiveMutex *mutex, int timeout) noexcept
-    __asm__("_ZN15QRecursiveMutex7tryLockEi");
-extern "C" void unlockRecursiveMutex(QRecursiveMutex *mutex) noexcept
-    __asm__("_ZN15QRecursiveMutex6unlockEv");
-
-bool tryLockRecursiveMutex(QRecursiveMutex *mutex, int timeout) noexcept
-{
-    static const auto lock =
-        qtFunction<bool (*)(QRecursiveMutex *, int)>("_ZN15QRecursiveMutex7tryLockEi");
+    static const auto lock = reinterpret_cast<bool (*)(QRecursiveMutex *, int)>(
+        dlsym(RTLD_NEXT, "_ZN15QRecursiveMutex7tryLockEi"));
     const unsigned kind =
         __tsan_mutex_write_reentrant | (timeout < 0 ? 0U : unsigned{__tsan_mutex_try_lock});
-    __tsan_mutex_pre_lock(mutex, kind);
-    const bool locked = lock(mutex, timeout);
-    __tsan_mutex_post_lock(mutex, locked ? kind : kind | __tsan_mutex_try_lock_failed, 0);
+    __tsan_mutex_pre_lock(this, kind);
+    const bool locked = lock(this, timeout);
+    __tsan_mutex_post_lock(this, locked ? kind : kind | __tsan_mutex_try_lock_failed, 0);
     return locked;
 }
 
-void unlockRecursiveMutex(QRecursiveMutex *mutex) noexcept
+void QRecursiveMutex::unlock() noexcept
 {
-    static const auto unlock =
-        qtFunction<void (*)(QRecursiveMutex *)>("_ZN15QRecursiveMutex6unlockEv");
-    __tsan_mutex_pre_unlock(mutex, __tsan_mutex_write_reentrant);
-    unlock(mutex);
-    __tsan_mutex_post_unlock(mutex, __tsan_mutex_write_reentrant);
+    static const auto unlockMutex = reinterpret_cast<void (*)(QRecursiveMutex *)>(
+        dlsym(RTLD_NEXT, "_ZN15QRecursiveMutex6unlockEv"));
+    __tsan_mutex_pre_unlock(this, __tsan_mutex_write_reentrant);
+    unlockMutex(this);
+    __tsan_mutex_post_unlock(this, __tsan_mutex_write_reentrant);
 }

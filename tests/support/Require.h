@@ -13,7 +13,6 @@ inline void require(bool condition, const char *what)
 {
     if (!condition) {
         std::fprintf(stderr, "failed: %s\n", what);
-        std::fflush(stderr);
         std::_Exit(1);
     }
 }

@@ -3,11 +3,8 @@
 
 #include "FreeImage.h"
 
-#include <algorithm>
 #include <cstring>
 #include <string>
-
-namespace {
 
 /// The names and extensions of the formats of FreeImage 3.18.
 constexpr char kKnown[] =
@@ -17,14 +14,11 @@ constexpr char kKnown[] =
     "erf fff ia iiq k25 kc2 kdc mdc mef mos mrw nef nrw orf pef ptx pxn qtk raf rdc rw2 rwl rwz "
     "sr2 srf srw sti x3f webp jpeg-xr jxr wdp hdp ";
 
-} // namespace
-
 FREE_IMAGE_FORMAT FreeImage_GetFIFFromFilename(const char *filename)
 {
     std::string word = filename;
     word.erase(0, word.rfind('.') + 1);
-    std::transform(word.begin(), word.end(), word.begin(),
-        [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    ::_strlwr(word.data());
     const bool isWord = !word.empty() && word.find(' ') == std::string::npos;
     return isWord && std::strstr(kKnown, (' ' + word + ' ').c_str()) ? FIF_KNOWN : FIF_UNKNOWN;
 }
