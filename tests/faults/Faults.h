@@ -36,15 +36,16 @@ using OvraBase::FileUtils;
 
 inline void write(const QString &path, const QByteArray &content)
 {
-    require(FileUtils::makeFolder(FileUtils::extractFolderPath(path)), "makes a folder");
     QFile file(path);
-    require(file.open(QFile::WriteOnly) && file.write(content) == content.size(), "writes a file");
+    require(FileUtils::makeFolder(FileUtils::extractFolderPath(path)) &&
+                file.open(QFile::WriteOnly) && file.write(content) == content.size(),
+        "writes a file");
 }
 
-/// Returns a null array for a missing file.
+/// Returns an empty array for a missing file.
 inline QByteArray read(const QString &path)
 {
-    return QFile::exists(path) ? QByteArray("") + FileUtils::loadBinaryFile(path) : QByteArray();
+    return QFile::exists(path) ? FileUtils::loadBinaryFile(path) : QByteArray();
 }
 
 /// Returns what follows \a key on its line of the file \a path.
@@ -71,18 +72,16 @@ inline bool runInStops(
         _exit(EXIT_SUCCESS);
     }
     int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child || !WIFSTOPPED(status)) {
-        notTested("this system refuses ptrace()");
-    }
+    waitpid(child, &status, 0);
     do {
-        if (ptrace(PTRACE_SYSCALL, child, nullptr, nullptr) != 0 ||
-            waitpid(child, &status, 0) != child) {
+        if (!WIFSTOPPED(status) || ptrace(PTRACE_SYSCALL, child, nullptr, nullptr) != 0) {
             notTested("this system refuses ptrace()");
         }
-        if (!WIFSTOPPED(status)) {
-            require(WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS, "the call returns");
+        waitpid(child, &status, 0);
+        if (WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS) {
             return false;
         }
+        require(WIFSTOPPED(status), "the call returns");
     } while (!endsHere(child));
     kill(child, SIGKILL);
     waitpid(child, &status, 0);
@@ -91,12 +90,10 @@ inline bool runInStops(
 
 /// Copies the file "source" in \a folder to "copies/1" and "copies/2" with backup, and kills the
 /// process at the first stop, then at the second and so on, until the copies return. Both
-/// destinations exist before if \a isThere. Calls \a prepared before the copies, \a cut at the
-/// stop, and then \a restart with true if the copies returned. Requires after each run that no
-/// content is lost. Returns the number of stops.
-inline int cutCopiesAtEachStop(const QString &folder, bool isThere,
-    const std::function<void()> &prepared, const std::function<void()> &cut,
-    const std::function<void(bool)> &restart)
+/// destinations exist before if \a isThere. Calls \a prepared before the copies and \a ended after
+/// the end of the process. Requires then that no content is lost. Returns the number of stops.
+inline int killCopiesAtEachStop(const QString &folder, bool isThere,
+    const std::function<void()> &prepared, const std::function<void()> &ended)
 {
     const QByteArray old(9'000, 'o');
     const QByteArray fresh(20'000, 'n');
@@ -112,18 +109,12 @@ inline int cutCopiesAtEachStop(const QString &folder, bool isThere,
             }
         }
         prepared();
-        int left = stop;
         const auto call = [&] {
             FileUtils::copyWithBackup({{source, copies[0]}, {source, copies[1]}});
         };
-        const bool isKilled = runInStops(call, [&](pid_t) {
-            if (--left > 0) {
-                return false;
-            }
-            cut();
-            return true;
-        });
-        restart(!isKilled);
+        int left = stop;
+        const bool isKilled = runInStops(call, [&](pid_t) { return --left == 0; });
+        ended();
         require(read(source) == fresh, "the source is as it was");
         for (const QString &copy : copies) {
             const QByteArray now = read(copy);

@@ -11,8 +11,8 @@ int main()
     using namespace Vyn::Test;
     for (const bool isThere : {false, true}) {
         const QTemporaryDir folder;
-        const int stops = cutCopiesAtEachStop(
-            folder.path(), isThere, [] {}, [] {}, [](bool) {});
+        const int stops = killCopiesAtEachStop(
+            folder.path(), isThere, [] {}, [] {});
         require(stops > 20, "the copies are killed too");
         std::printf("killed at %d stops\n", stops);
     }

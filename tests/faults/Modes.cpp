@@ -56,8 +56,7 @@ int main()
     const fs::path home = folder.path().toStdString();
     const struct {
         const char *name;
-        mode_t mode;
-        mode_t copied;
+        mode_t mode, copied;
     } entries[] = {{"file", 06755, 0755}, {"private/file", 0640, 0640}, {"private", 0700, 0700},
         {"shared/file", 0777, 0777}, {"shared", 01777, 0755}, {"group/file", 02755, 0755},
         {"group", 02750, 0750}, {"fixed/file", 0444, 0444}, {"fixed", 0555, 0555}};
@@ -66,10 +65,10 @@ int main()
         if (!fs::is_directory(path)) {
             write(QString::fromStdString(path), entry.name);
         }
-        require(chmod(path.c_str(), entry.mode) == 0, "changes a mode");
+        fs::permissions(path, fs::perms(entry.mode));
     }
     fs::create_directory(home / "new");
-    require(chmod((home / "new").c_str(), 02755) == 0, "lets new folders inherit a set-gid bit");
+    fs::permissions(home / "new", fs::perms(02755)); // new folders inherit the set-gid bit
 
     const QString source = folder.filePath(u"source"_s);
     const QString single = folder.filePath(u"single"_s);

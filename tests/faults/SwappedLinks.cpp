@@ -30,29 +30,23 @@ qsizetype entriesIn(const QString &folder)
     return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size();
 }
 
-/// Each removes the folder "top" of \a base, which has the folder "inner", or that folder only.
-const struct {
-    const char *name;
-    bool followsLinks; ///< where the path that it is given is a link already
-    void (*removal)(const QString &base);
-} kRemovals[] = {
-    {"removeDirRecursiveIfItExists, link inside", false,
-        [](const QString &base) { FileUtils::removeDirRecursiveIfItExists(base + u"/top"_s); }},
-    {"removeDirRecursiveIfItExists, link in its place", false,
-        [](const QString &base) {
-            FileUtils::removeDirRecursiveIfItExists(base + u"/top/inner"_s);
-        }},
-    {"purge", false, [](const QString &base) { Cache(base + u"/top"_s).purge(); }},
-    {"clear, link inside", false, [](const QString &base) { Cache(base + u"/top"_s).clear(); }},
-    {"clear, link in its place", true,
-        [](const QString &base) { Cache(base + u"/top/inner"_s).clear(); }},
-};
-
 } // namespace
 
 int main()
 {
-    for (const auto &[name, followsLinks, removal] : kRemovals) {
+    const struct {
+        const char *name, *folder; // "top" or its sub-folder "inner", which is swapped
+        void (*remove)(const QString &folder);
+        bool followsLinks = false; // where the path that it is given is a link already
+    } rows[] = {
+        {"removal, link inside", "top", FileUtils::removeDirRecursiveIfItExists},
+        {"removal, link in its place", "top/inner", FileUtils::removeDirRecursiveIfItExists},
+        {"purge", "top", [](auto &folder) { Cache(folder).purge(); }},
+        {"clear, link inside", "top", [](auto &folder) { Cache(folder).clear(); }},
+        {"clear, link in its place", "top/inner", [](auto &folder) { Cache(folder).clear(); },
+            true},
+    };
+    for (const auto &row : rows) {
         int swaps = 0;
         for (int stop = 1, left = 0; left <= 0; ++stop) {
             const QTemporaryDir base;
@@ -61,27 +55,26 @@ int main()
             fill(inner);
             fill(victim);
             left = stop;
-            runInStops(
-                [&, remove = removal] {
-                    try {
-                        remove(base.path());
-                    } catch (const Vyn::Exception::FolderDeletionException &) {
-                        // the link is in the way
-                    }
-                },
-                [&, follows = followsLinks](pid_t) {
-                    const qsizetype entries = entriesIn(inner);
-                    const bool isEmptied = entries > 0 && entries < kFiles;
-                    if ((!follows || isEmptied || left <= 0) && --left == 0 && entries > 0) {
-                        require(QDir().rename(inner, inner + u"moved"_s), "moves the folder");
-                        require(QFile::link(victim, inner), "puts a link in its place");
-                        ++swaps;
-                    }
-                    return false;
-                });
-            require(entriesIn(victim) == kFiles, name);
+            const auto remove = [&] {
+                try {
+                    row.remove(base.filePath(QLatin1String(row.folder)));
+                } catch (const Vyn::Exception::FolderDeletionException &) {
+                    // the link is in the way
+                }
+            };
+            runInStops(remove, [&](pid_t) {
+                const qsizetype entries = entriesIn(inner);
+                const bool isEmptied = entries > 0 && entries < kFiles;
+                if ((!row.followsLinks || isEmptied || left <= 0) && --left == 0 && entries > 0) {
+                    require(QDir().rename(inner, inner + u"moved"_s), "moves the folder");
+                    require(QFile::link(victim, inner), "puts a link in its place");
+                    ++swaps;
+                }
+                return false;
+            });
+            require(entriesIn(victim) == kFiles, row.name);
         }
-        std::printf("%s: swapped at %d stops\n", name, swaps);
+        std::printf("%s: swapped at %d stops\n", row.name, swaps);
         require(swaps > kFiles, "the folder is swapped while it is emptied");
     }
     return 0;
