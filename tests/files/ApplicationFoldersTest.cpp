@@ -3,7 +3,6 @@
 
 #include "support/FolderTest.h"
 #include "support/Guards.h"
-#include "support/OrdinaryUser.h"
 #include "support/Threads.h"
 
 #include <QCoreApplication>
@@ -11,16 +10,11 @@
 #include <QResource>
 #include <QStandardPaths>
 
-#ifdef Q_OS_LINUX
+#include <fstream>
 #include <iostream>
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
 
 namespace Vyn::Test {
 namespace {
-
-using Exception::FolderCreationException;
 
 /// The answer before there was an application object.
 const QString kEarlyApplicationDir = FileUtils::safeApplicationDirPath();
@@ -38,16 +32,22 @@ protected:
     }
     ~ApplicationFolders() override { QCoreApplication::setApplicationName({}); }
 
+    /// Expects that \a call fails, because the temporary folder \a subject cannot be made.
+    template<class Call>
+    void expectNotMade(const QString &subject, Call call)
+    {
+        expectFailure<Exception::FolderCreationException>(
+            "677 Vyn::OvraBase::FileUtils::createTemporaryDir", u"Could not create temporary dir"_s,
+            subject, call);
+    }
+
     Guard mOnLinux = withVariable("TMPDIR", path("tmp").toLocal8Bit());
     Guard mOnWindows = withVariable("TMP", path("tmp").toLocal8Bit());
 };
 
 TEST_F(ApplicationFolders, RemovesATemporaryFolderWithItsObject)
 {
-    {
-        const QTemporaryDir folder = createTemporaryDir(u"nameXXXXXX"_s);
-        EXPECT_TRUE(folder.path().startsWith(path("tmp/an app/name")) && folder.isValid());
-    }
+    EXPECT_TRUE(createTemporaryDir(u"nameXXXXXX"_s).path().startsWith(path("tmp/an app/name")));
     EXPECT_EQ(tree("tmp"), "an app/");
 }
 
@@ -67,72 +67,63 @@ TEST_F(ApplicationFolders, ClearsTheApplicationsTemporaryFolderAndNothingElse)
 
 TEST_F(ApplicationFolders, FailWhereTheTemporaryFolderCannotBeMade)
 {
-    const auto expectNotMade = [&](const auto &call, const QString &subject) {
-        expectFailure<FolderCreationException>(call,
-            "677 Vyn::OvraBase::FileUtils::createTemporaryDir", u"Could not create temporary dir"_s,
-            subject);
-    };
-    const auto makeNamed = [] { createApplicationTemporaryDir(u"name"_s); };
-    const auto bringToDisk = [] { ensureFileIsOnDisk(kResource); };
-    make("tmp/an app=a file");
-    expectNotMade([] { createTemporaryDir(); }, path("tmp/an app/XXXXXX"));
-    expectNotMade(makeNamed, path("tmp/an app/name"));
-    expectNotMade(bringToDisk, path("tmp/an app/external_files"));
+    const Rows<void (*)(), std::string> rows{
+        {"of an object", [] { createTemporaryDir(); }, "XXXXXX"},
+        {"with a name", [] { createApplicationTemporaryDir(u"name"_s); }, "name"},
+        {"for a file", [] { ensureFileIsOnDisk(kResource); }, "external_files"}};
+    forEach(rows, [&](auto call, const auto &folder) {
+        make("tmp/an app=a file");
+        expectNotMade(path("tmp/an app/" + folder), call);
 #ifdef Q_OS_LINUX
-    const auto missing = withVariable("TMPDIR", path("missing").toLocal8Bit());
-    expectNotMade(makeNamed, {}); // not in "/"
-    expectNotMade(bringToDisk, {});
+        const auto missing = withVariable("TMPDIR", path("missing").toLocal8Bit());
+        expectNotMade({}, call); // not in "/"
 #endif
+    });
 }
 
 #ifdef Q_OS_LINUX
-unsigned modeOf(const QString &path)
+fs::perms permissionsOf(const fs::path &path)
 {
-    struct stat entry {};
-    ::stat(QFile::encodeName(path).constData(), &entry);
-    return entry.st_mode & 07777;
+    return fs::status(path).permissions();
 }
 
 TEST_F(ApplicationFolders, KeepTheTemporaryFolderToItsUser)
 {
     for (int i = 0; i < 2; ++i) {
         createApplicationTemporaryDir(u"a"_s);
-        EXPECT_EQ(modeOf(path("tmp/an app")), 0700);
-        ::chmod(QFile::encodeName(path("tmp/an app")).constData(), 0755); // by another program
+        EXPECT_EQ(permissionsOf(native("tmp/an app")), fs::perms::owner_all);
+        fs::permissions(native("tmp/an app"), fs::perms{0755}); // by another program
     }
 }
 
 TEST_F(ApplicationFolders, UseNothingThatOthersCanChange)
 {
-    const struct {
-        const char *name;
-        bool isAnothers;
-        int (*plant)(const char *path);
-    } rows[] = {
-        {"link", false, [](const char *path) { return ::symlink("..", path); }},
+    const Rows<bool, void (*)(const fs::path &)> rows{
+        {"link", false, [](auto &path) { fs::create_symlink("..", path); }},
         {"folder for all", false,
-            [](const char *path) { return ::mkdir(path, 0) | ::chmod(path, 0777); }},
-        {"folder of another user", true, [](const char *path) { return ::mkdir(path, 0); }},
-        {"file of another user", true, [](const char *path) { return ::mknod(path, S_IFREG, 0); }},
-    };
-    forEach(rows, [&](const auto &row) {
-        const auto &[name, isAnothers, plant] = row;
+            [](auto &path) {
+                fs::create_directory(path);
+                fs::permissions(path, fs::perms::all);
+            }},
+        {"folder of another user", true, [](auto &path) { fs::create_directory(path); }},
+        {"file of another user", true, [](auto &path) { std::ofstream(path).put('x'); }}};
+    forEach(rows, [&](bool isAnothers, auto plant) {
         make("tmp/");
-        EXPECT_EQ(plant(QFile::encodeName(path("tmp/an app")).constData()), 0);
-        const OrdinaryUser user{
-            mFolder.path(), path("tmp"), path(isAnothers ? "tmp" : "tmp/an app")};
-        if (isAnothers && !user.isAnother()) {
-            std::cout << "Not tested, because only root can be two users: " << name << '\n';
+        plant(native("tmp/an app"));
+        if (isAnothers && geteuid() != 0) {
+            std::cout << "Not tested, because only root can be two users: an entry of another\n";
             return;
         }
-        const QString own = path("tmp/an app-" + std::to_string(geteuid()));
+        const auto user =
+            asOrdinaryUser({mFolder.path(), path("tmp"), path(isAnothers ? "tmp" : "tmp/an app")});
+        const std::string own = "tmp/an app-" + std::to_string(geteuid());
 
-        EXPECT_EQ(ensureFileIsOnDisk(kResource), own + u"/external_files/resources.qrc"_s);
-        EXPECT_EQ(modeOf(own), 0700);
+        EXPECT_EQ(ensureFileIsOnDisk(kResource), path(own + "/external_files/resources.qrc"));
+        EXPECT_EQ(permissionsOf(native(own)), fs::perms::owner_all);
         clearApplicationTemporaryDir();
-        EXPECT_FALSE(QFileInfo::exists(own));
-        EXPECT_EQ(::symlink("..", QFile::encodeName(own).constData()), 0); // planted, too
-        EXPECT_THROW(createTemporaryDir(), FolderCreationException);
+        EXPECT_FALSE(exists(path(own)));
+        fs::create_symlink("..", native(own)); // planted, too
+        expectNotMade(path(own + "/XXXXXX"), [] { createTemporaryDir(); });
         clearApplicationTemporaryDir();
         EXPECT_EQ(QDir(path("tmp")).count(), 4U); // with "." and ".."
     });
@@ -145,7 +136,7 @@ TEST_F(ApplicationFolders, ReturnWhatIsOnDiskUnchanged)
         {u""_s, u"a/b"_s, u"/a/b"_s, u"file:///x.png"_s, u"://x"_s, u"::/x"_s, u"qrc:a"_s}) {
         EXPECT_EQ(ensureFileIsOnDisk(text), text);
     }
-    EXPECT_FALSE(exists(path("tmp/an app")));
+    EXPECT_EQ(tree("tmp"), "");
 }
 
 TEST_F(ApplicationFolders, CopyOtherFilesUnderFreeNames)
@@ -160,28 +151,27 @@ TEST_F(ApplicationFolders, CopyOtherFilesUnderFreeNames)
 
     EXPECT_TRUE(loadBinaryFile(ensureFileIsOnDisk(kResource)).startsWith("<RCC>"));
     for (const QString &missing : {u"http://host/a%1.png"_s, u"qrc:/missing.png"_s}) {
-        expectFailure<Exception::FileCopyException>([&] { ensureFileIsOnDisk(missing); },
+        expectFailure<Exception::FileCopyException>(
             "479 Vyn::OvraBase::FileUtils::ensureFileIsOnDisk", u"Failed to copy non-local file"_s,
-            missing);
+            missing, [&] { ensureFileIsOnDisk(missing); });
     }
 }
 
 TEST_F(ApplicationFolders, TakeTheFirstNameThatIsFree)
 {
-    const QString folder = path("tmp/an app/external_files/");
-    const auto expectNext = [&](const QString &name) {
-        EXPECT_EQ(ensureFileIsOnDisk(kResource), folder + name);
+    const auto expectNext = [&](const std::string &name) {
+        EXPECT_EQ(ensureFileIsOnDisk(kResource), path("tmp/an app/external_files/" + name));
     };
     for (int i = 0; i < 2; ++i) {
-        expectNext(u"resources.qrc"_s);
-        expectNext(u"resources_001.qrc"_s);
-        expectNext(u"resources_002.qrc"_s);
-        QFile second(folder + u"resources_001.qrc"_s);
+        for (const char *name : {"resources.qrc", "resources_001.qrc", "resources_002.qrc"}) {
+            expectNext(name);
+        }
+        QFile second(path("tmp/an app/external_files/resources_001.qrc"));
         second.setPermissions(QFile::ReadOwner | QFile::WriteOwner); // a resource is read-only
         EXPECT_TRUE(second.remove());
-        expectNext(u"resources_001.qrc"_s);
-        touch(folder + u"resources_003.qrc"_s);
-        expectNext(u"resources_004.qrc"_s);
+        expectNext("resources_001.qrc");
+        make("tmp/an app/external_files/resources_003.qrc");
+        expectNext("resources_004.qrc");
         clearApplicationTemporaryDir();
     }
 }

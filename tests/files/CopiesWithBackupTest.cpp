@@ -6,15 +6,11 @@
 namespace Vyn::Test {
 namespace {
 
-using namespace std::string_literals;
-
 using CopiesWithBackup = FolderTest;
 
 TEST_F(CopiesWithBackup, KeepTheOldContentAsTheBackup)
 {
-    const struct {
-        const char *name, *source, *destination, *before, *after;
-    } rows[] = {
+    const Rows<const char *, const char *, const char *, const char *> rows{
         {"nothing to keep", "new", "file", "new=n", "file=n, new=n"},
         {"in place of an older backup", "new", "file", "file=old, file.bak=older, new=n",
             "file.bak=old, file=n, new=n"},
@@ -23,28 +19,23 @@ TEST_F(CopiesWithBackup, KeepTheOldContentAsTheBackup)
         {"when the source is the backup", "file.bak", "file", "file=1, file.bak=2",
             "file.bak=1, file=2"},
     };
-    forEach(rows, [&](const auto &row) {
-        make(row.before);
-        EXPECT_TRUE(copyWithBackup(path(row.source), path(row.destination)));
-        EXPECT_EQ(tree(), row.after);
-        EXPECT_THAT(mLog.records(), IsEmpty());
+    forEach(rows, [&](auto source, auto destination, auto before, auto after) {
+        make(before);
+        EXPECT_TRUE(copyWithBackup(path(source), path(destination)));
+        EXPECT_EQ(tree(), after);
     });
 }
 
 #ifdef Q_OS_LINUX
 TEST_F(CopiesWithBackup, KeepTheOldContentWhereFileAndBackupAreLinked)
 {
-    const struct {
-        const char *name;
-        int (*makeLink)(const char *from, const char *to) noexcept;
-        const char *target, *link;
-    } rows[] = {{"the backup is another name of the file", ::link, "file", "file.bak"},
-        {"the backup leads to the file", ::symlink, "file", "file.bak"},
-        {"the file leads to the backup", ::symlink, "file.bak", "file"}};
-    forEach(rows, [&](const auto &row) {
-        const auto &[name, makeLink, target, link] = row;
-        make(target + "=old"s);
-        ASSERT_EQ(makeLink(path(target).toUtf8().constData(), path(link).toUtf8().constData()), 0);
+    const Rows<void (*)(const fs::path &, const fs::path &), std::string, std::string> rows{
+        {"the backup is another name of the file", fs::create_hard_link, "file", "file.bak"},
+        {"the backup leads to the file", fs::create_symlink, "file", "file.bak"},
+        {"the file leads to the backup", fs::create_symlink, "file.bak", "file"}};
+    forEach(rows, [&](auto makeLink, const auto &target, const auto &link) {
+        make(target + "=old");
+        makeLink(native(target), native(link));
         EXPECT_TRUE(copyWithBackup(u"/proc/version"_s, path("file"))); // of size 0
         EXPECT_THAT(tree(), testing::StartsWith("file.bak=old, file=Linux"));
     });
@@ -53,7 +44,7 @@ TEST_F(CopiesWithBackup, KeepTheOldContentWhereFileAndBackupAreLinked)
 TEST_F(CopiesWithBackup, KeepTheOldContentIfTheNamesOfOneFileDifferInLetterCase)
 {
     make("new=n");
-    ASSERT_EQ(::link(path("new").toUtf8().constData(), path("NEW").toUtf8().constData()), 0);
+    fs::create_hard_link(native("new"), native("NEW"));
     EXPECT_TRUE(copyWithBackup(path("new"), path("NEW")));
     EXPECT_EQ(tree(), "NEW.bak=n, NEW=n, new=n");
 }
@@ -61,11 +52,9 @@ TEST_F(CopiesWithBackup, KeepTheOldContentIfTheNamesOfOneFileDifferInLetterCase)
 
 TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
 {
-    const struct {
-        const char *name;
-        QString source, destination;
-    } rows[] = {
+    const Rows<QString, QString> rows{
         {"missing source", path("missing%3"), path("%1%2")},
+        {"missing resource", u":/missing"_s, path("file")},
         {"no source", {}, path("file")},
         {"destination with a NUL", path("blocked"), path("file") + u"\0x"_s},
         {"source without an encoding", path("half ") + QChar(0xD800), path("file")},
@@ -82,15 +71,13 @@ TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
         {"folder without a name", path("file"), path("folder/")},
         {"missing folder", path("file"), path("missing/file")},
     };
-    forEach(rows, [&](const auto &row) {
-        const auto &[name, source, destination] = row;
+    forEach(rows, [&](const QString &source, const QString &destination) {
         const std::string before = "blocked.bak/, blocked.bak/x=x, blocked=old, file.bak=older, "
                                    "file=old, folder/, folder/x=x";
         make(before);
         EXPECT_FALSE(copyWithBackup(source, destination));
         EXPECT_EQ(tree(), before);
-        const QString start =
-            u"Failed to copy "_s + source + u" to "_s + destination + u" because "_s;
+        const QString start = u"Failed to copy %1 to %2 because "_s.arg(source, destination);
         EXPECT_THAT(
             mLog.take(), ElementsAre(testing::FieldsAre(1,
                              "Debug: FileUtils.cpp:796 Vyn::OvraBase::FileUtils::copyWithBackup()",
@@ -124,10 +111,8 @@ TEST_F(CopiesWithBackup, ReplaceReadOnlyFiles)
 
 TEST_F(CopiesWithBackup, ManyAtOnceDoWhatTheyDoOneAfterAnother)
 {
-    const struct {
-        const char *name;
-        QString copies; // source>destination
-    } rows[] = {{"unrelated", u"a>1 b>2 missing>3 a>missing/4 b>x"_s},
+    const Rows<QString> rows{// copies from source>destination
+        {"unrelated", u"a>1 b>2 missing>3 a>missing/4 b>x"_s},
         {"a source is an earlier destination", u"a>new new>x x>y"_s},
         {"a source is an earlier backup", u"a>x x.bak>y"_s},
         {"twice to one destination", u"a>x b>x missing>x"_s}, {"over a backup", u"a>x b>x.bak"_s},
@@ -137,20 +122,16 @@ TEST_F(CopiesWithBackup, ManyAtOnceDoWhatTheyDoOneAfterAnother)
         {"over links", u"a>here here/b>1 b>link link>2"_s},
 #endif
         {"back to a lost file", u"missing>lost lost>y a>lost"_s}};
-    forEach(rows, [&](const auto &row) {
-        for (const std::string folder : {"one/", "many/"}) {
-            for (const char *file : {"a=a", "b=b", "x=x", "x.bak=y", "lost.bak=z", "folder/c=c"}) {
-                make(folder + file);
-            }
+    forEach(rows, [&](const QString &copies) {
+        QString before = u"%1/a=a, %1/b=b, %1/x=x, %1/x.bak=y, %1/lost.bak=z, %1/folder/c=c"_s;
 #ifndef Q_OS_WIN
-            link(folder + "x", folder + "link");
-            link(folder + "new", folder + "dangling");
-            link(folder, folder + "here");
+        before += u", %1/link->%1/x, %1/dangling->%1/new, %1/here->%1"_s;
 #endif
-        }
+        make(before.arg(u"one"_s).toStdString());
+        make(before.arg(u"many"_s).toStdString());
         std::vector<bool> expected;
         std::vector<std::pair<QString, QString>> many;
-        for (const QString &copy : row.copies.split(u' ', Qt::SkipEmptyParts)) {
+        for (const QString &copy : copies.split(u' ')) {
             const QString source = copy.section(u'>', 0, 0);
             const QString destination = copy.section(u'>', 1);
             expected.push_back(copyWithBackup(path("one/") + source, path("one/") + destination));

@@ -3,12 +3,10 @@
 
 #include "support/FolderTest.h"
 
-#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QUrl>
 
 #include <thread>
-#include <tuple>
 
 namespace Vyn::Test {
 namespace {
@@ -17,35 +15,57 @@ using FileChecks = FolderTest;
 
 TEST_F(FileChecks, TellTheKindOfAPathAndOfALocalUrl)
 {
-    make("data.tar.gz, empty.d/");
-    const struct {
-        const char *name;
-        bool (*ofPath)(const QString &);
-        bool (*ofUrl)(const QUrl &);
-        std::vector<bool> answers; // in the order of the paths
-    } rows[] = {{"exists", exists, exists, {true, true, true, false}},
-        {"isFile", isFile, isFile, {false, true, false, false}},
-        {"isFolder", isFolder, isFolder, {true, false, true, false}},
-        {"isReadable", isReadable, isReadable, {true, true, true, false}},
-        {"isWritable", isWritable, isWritable, {true, true, true, true}},
-        {"both", isReadableAndWritable, isReadableAndWritable, {true, true, true, false}},
-        {"isNonEmptyFolder", isNonEmptyFolder, isNonEmptyFolder, {true, false, false, false}}};
-    const QString paths[] = {path(""), path("data.tar.gz"), path("empty.d"), path("missing.x")};
-    for (const auto &[name, ofPath, ofUrl, answers] : rows) {
-        for (std::size_t i = 0; i < answers.size(); ++i) {
-            SCOPED_TRACE(name + (": " + paths[i].toStdString()));
-            EXPECT_EQ(ofPath(paths[i]), answers[i]);
-            EXPECT_EQ(ofUrl(QUrl::fromLocalFile(paths[i])), answers[i]);
-            EXPECT_FALSE(ofUrl(QUrl(u"http://host"_s + paths[i])) || ofUrl(QUrl(paths[i])));
+    make("a.tar.gz, empty.d/");
+    EXPECT_TRUE(checkFileCanBeOpened(path("a.tar.gz")) && !checkFileCanBeOpened(path("empty.d")));
+    const Rows<bool (*)(const QString &), bool (*)(const QUrl &), QString> rows{
+        {"exists", exists, exists, u"folder a.tar.gz empty.d"_s},
+        {"isFile", isFile, isFile, u"a.tar.gz"_s},
+        {"isFolder", isFolder, isFolder, u"folder empty.d"_s},
+        {"isReadable", isReadable, isReadable, u"folder a.tar.gz empty.d"_s},
+        {"isWritable", isWritable, isWritable, u"folder a.tar.gz empty.d missing.x"_s},
+        {"both", isReadableAndWritable, isReadableAndWritable, u"folder a.tar.gz empty.d"_s},
+        {"isNonEmptyFolder", isNonEmptyFolder, isNonEmptyFolder, u"folder"_s}};
+    forEach(rows, [&](auto ofPath, auto ofUrl, const QString &expected) {
+        make("folder/file, a.tar.gz, empty.d/.hidden");
+        hideFileOnWindows(path("empty.d/.hidden"));
+        for (const char *name : {"folder", "a.tar.gz", "empty.d", "missing.x"}) {
+            EXPECT_EQ(ofPath(path(name)), expected.contains(QLatin1String(name))) << name;
+            EXPECT_EQ(ofUrl(QUrl::fromLocalFile(path(name))), ofPath(path(name))) << name;
+            EXPECT_FALSE(ofUrl(QUrl(u"http://host"_s + path(name))) || ofUrl(QUrl(path(name))));
         }
+    });
+}
+
+TEST_F(FileChecks, AnswerForPathsAtWhichNothingIs)
+{
+    make("file");
+    std::vector<QString> paths{path("a") + u"\0b"_s, path("x") + QString(100'000, u'a'),
+        path("x") + u"a/"_s.repeated(50'000), path("x") + QChar(0xD800),
+        path("x") + QChar(0xDC00) + u"/x"_s, path("file/below"), path("missing///"), {}};
+#ifndef Q_OS_WIN
+    make("dangling->nowhere, circle->circle");
+    paths.insert(paths.end(), {path("dangling"), path("circle/x"), path("...")});
+#endif
+    const std::initializer_list<bool (*)(const QString &)> kinds{exists, isFile, isFolder,
+        isNonEmptyFolder, isReadable, isReadableAndWritable, checkFileCanBeOpened, isImageExt};
+    for (const QString &missing : paths) {
+        SCOPED_TRACE(missing.left(80).toStdString());
+        for (const auto is : kinds) {
+            EXPECT_FALSE(is(missing));
+        }
+        EXPECT_EQ(isWritable(missing), !missing.isEmpty());
+        EXPECT_FALSE(isFileMoreRecentThan(missing, path("file")));
+        EXPECT_FALSE(isFileMoreRecentThan(path("file"), missing));
+        EXPECT_EQ(getFileSuffix(missing), QString());
+        EXPECT_TRUE(isValidFileName(ensureValidFileName(missing)));
+        EXPECT_TRUE(missing.startsWith(getFilePathWithoutExtension(missing)));
+        EXPECT_FALSE(copyRecursively(missing, path("copy")));
+        EXPECT_TRUE(folderParseFiles(missing, {}, Recursion::Recursive).empty());
+        removeDirRecursiveIfItExists(missing);
+        EXPECT_THROW(loadBinaryFile(missing), Exception::InvalidArgumentException);
     }
-    for (const QString &path : paths) {
-        EXPECT_EQ(checkFileCanBeOpened(path), path == paths[1]);
-        EXPECT_EQ(getFileSuffix(path), path == paths[1] ? u"tar.gz"_s : QString());
-    }
-    make("empty.d/.hidden");
-    hideFileOnWindows(path("empty.d/.hidden"));
-    EXPECT_FALSE(isNonEmptyFolder(path("empty.d")));
+    EXPECT_EQ(mLog.take().size(), paths.size());
+    EXPECT_TRUE(exists(path("file")));
 }
 
 TEST_F(FileChecks, WhatIsMissingIsAsWritableAsItsNearestAncestor)
@@ -91,15 +111,10 @@ TEST_F(FileChecks, KnowRelativeUrls)
 TEST_F(FileChecks, CompareModificationTimes)
 {
     make("older, newer");
-    QFile file(path("newer"));
-    ASSERT_TRUE(file.open(QFile::Append));
-    ASSERT_TRUE(file.setFileTime(
-        QDateTime::fromSecsSinceEpoch(4'000'000'000), QFile::FileModificationTime));
-    for (const auto &[one, other, expected] :
-        {std::tuple{"newer", "older", true}, {"older", "newer", false}, {"newer", "newer", false},
-            {"newer", "missing", false}, {"missing", "older", false}}) {
-        EXPECT_EQ(isFileMoreRecentThan(path(one), path(other)), expected) << one << other;
-    }
+    fs::last_write_time(native("newer"), fs::file_time_type::clock::now() + std::chrono::hours(1));
+    EXPECT_TRUE(isFileMoreRecentThan(path("newer"), path("older")));
+    EXPECT_FALSE(isFileMoreRecentThan(path("older"), path("newer")));
+    EXPECT_FALSE(isFileMoreRecentThan(path("newer"), path("newer")));
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 
 #include "support/FolderTest.h"
 
+#include <QMetaMethod>
+
 namespace Vyn::Test {
 namespace {
 
@@ -39,25 +41,42 @@ TEST_F(FilePaths, AreTakenApart)
         EXPECT_EQ(changeFilePathExtension(row.path, u"png"_s), row.asPng);
     }
     EXPECT_EQ(changeFilePathExtension(u"a.b"_s, u".c"_s), u"a..c"_s);
+    make("a.tar.gz, folder.d/");
+    EXPECT_EQ(getFileSuffix(path("a.tar.gz")), u"tar.gz"_s);
+    EXPECT_EQ(getFileSuffix(path("folder.d")), QString());
     EXPECT_TRUE(pathAreIdentical(u"a/b"_s, QDir::toNativeSeparators(u"a/b"_s)));
     EXPECT_FALSE(pathAreIdentical(u"a/b"_s, u"a/B"_s));
     EXPECT_FALSE(pathAreIdentical(u"a/b"_s, u"a/x/../b"_s));
 }
 
+TEST_F(FilePaths, AreTakenApartThroughTheMetaObjectToo)
+{
+    const QMetaObject *meta = FileUtils().metaObject();
+    EXPECT_STREQ(meta->className(), "Vyn::OvraBase::FileUtils");
+    std::vector<QByteArray> methods;
+    for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
+        const QMetaMethod method = meta->method(i);
+        methods.push_back(method.typeName() + (' ' + method.methodSignature()) + ' ' +
+                          method.parameterNames().join(','));
+    }
+    EXPECT_THAT(methods, ElementsAre("QString getFilePathExtension(QString) filePath",
+                             "QString getFilePathWithoutExtension(QString) filePath",
+                             "QString getDocumentsAbsolutePath(QString) path"));
+}
+
 TEST_F(FilePaths, RefuseInvalidExtensions)
 {
     const QString separator = u"Extension contains some invalid characters: / or \\"_s;
-    const struct {
-        QString path, extension, message;
-        std::string line;
-    } rows[] = {{u""_s, u""_s, u"FilePath is empty."_s, "376"},
-        {u"a"_s, u""_s, u"Extension is empty."_s, "380"}, {u"a"_s, u"b/c"_s, separator, "386"},
-        {u"a"_s, u"\\"_s, separator, "386"}};
-    for (const auto &row : rows) {
+    const Rows<QString, QString, std::string, QString> rows{
+        {"no path", {}, {}, "376", u"FilePath is empty."_s},
+        {"no extension", u"a"_s, {}, "380", u"Extension is empty."_s},
+        {"slash", u"a"_s, u"b/c"_s, "386", separator},
+        {"backslash", u"a"_s, u"\\"_s, "386", separator}};
+    forEach(rows, [&](auto path, auto extension, auto line, auto message) {
         expectFailure<Exception::InvalidArgumentException>(
-            [&] { changeFilePathExtension(row.path, row.extension); },
-            row.line + " Vyn::OvraBase::FileUtils::changeFilePathExtension", row.message);
-    }
+            line + " Vyn::OvraBase::FileUtils::changeFilePathExtension", message, {},
+            [&] { changeFilePathExtension(path, extension); });
+    });
 }
 
 } // namespace

@@ -14,24 +14,33 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <string>
+#include <tuple>
+#include <vector>
 
 namespace Vyn::Test {
 
 using namespace Qt::StringLiterals;
+namespace fs = std::filesystem;
 using OvraBase::FileUtils;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Gives each test an empty folder, in which names are relative, the log of what it does, and the
-/// functions of FileUtils under their bare names. A tree is written as one text, its sorted
-/// entries: "file=content, folder/, folder/empty file".
+/// functions of FileUtils under their bare names. A test fails if it leaves a record in the log. A
+/// tree is written as one text, its sorted entries: "file=content, folder/, folder/empty file,
+/// link->target".
 class FolderTest : public testing::Test, protected OvraBase::FileUtils {
 protected:
+    void TearDown() override { EXPECT_THAT(mLog.take(), IsEmpty()); }
+
     QString path(const std::string &name) const
     {
         return mFolder.filePath(QString::fromStdString(name));
     }
+
+    fs::path native(const std::string &name) const { return path(name).toStdU16String(); }
 
     /// Writes a file, or makes a folder if \a name ends in a slash, with the folders above it.
     void write(const QString &name, const QByteArray &content = {}) const
@@ -43,33 +52,36 @@ protected:
         }
     }
 
-    /// Writes each entry of \a tree.
+    /// Makes each entry of \a tree.
     void make(const std::string &tree) const
     {
         for (const QString &entry :
             QString::fromStdString(tree).split(u", "_s, Qt::SkipEmptyParts)) {
-            write(entry.section(u'=', 0, 0), entry.section(u'=', 1).toUtf8());
+            if (const QStringList link = entry.split(u"->"_s); link.size() == 2) {
+                ASSERT_TRUE(QFile::link(mFolder.filePath(link[1]), mFolder.filePath(link[0])));
+            } else {
+                write(entry.section(u'=', 0, 0), entry.section(u'=', 1).toUtf8());
+            }
         }
     }
 
-    void link(const std::string &target, const std::string &name) const
-    {
-        ASSERT_TRUE(QFile::link(path(target), path(name))) << name;
-    }
-
-    /// Returns the tree below \a name; what a link leads to counts as its content.
+    /// Returns the tree below \a name. The target of a link is relative to \a name.
     std::string tree(const std::string &name = ".") const
     {
+        const QDir top(path(name));
         QStringList entries;
-        QDirIterator all(path(name), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+        QDirIterator all(top.path(),
+            QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
             QDirIterator::Subdirectories);
         while (all.hasNext()) {
             QFile file(all.next());
-            entries << QDir(path(name)).relativeFilePath(file.fileName());
-            if (all.fileInfo().isDir()) {
+            const QFileInfo info = all.fileInfo();
+            entries << top.relativeFilePath(file.fileName());
+            if (info.isSymLink()) {
+                entries.last() += u"->"_s + top.relativeFilePath(info.symLinkTarget());
+            } else if (info.isDir()) {
                 entries.last() += u'/';
-            } else if (all.fileInfo().isFile() && file.open(QIODevice::ReadOnly) &&
-                       file.size() != 0) {
+            } else if (info.isFile() && info.size() != 0 && file.open(QIODevice::ReadOnly)) {
                 entries.last() += u'=' + QString::fromUtf8(file.readAll());
             }
         }
@@ -77,33 +89,35 @@ protected:
         return entries.join(u", "_s).toStdString();
     }
 
-    /// Calls \a check for each row of a table, with an empty folder and an empty log. A failure
-    /// prints the row's name.
-    template<class Rows, class Check>
-    void forEach(const Rows &rows, const Check &check)
+    /// The rows of a table. A row begins with its name, which a failure prints.
+    template<class... Columns>
+    using Rows = std::vector<std::tuple<const char *, Columns...>>;
+
+    /// Calls \a check with the columns of each row but the name, each time in an empty folder.
+    template<class... Columns, class Check>
+    void forEach(const Rows<Columns...> &rows, const Check &check)
     {
         for (const auto &row : rows) {
-            SCOPED_TRACE(row.name);
+            SCOPED_TRACE(std::get<0>(row));
             QDir(mFolder.path()).removeRecursively();
             ASSERT_TRUE(QDir().mkpath(mFolder.path()));
-            mLog.take();
-            check(row);
+            std::apply([&](const char *, const auto &...columns) { check(columns...); }, row);
+            TearDown();
         }
     }
 
     /// Expects that \a call throws an E with \a message and \a subject and logs it first.
     template<class E, class Call>
     void expectFailure(
-        Call call, const std::string &position, const QString &message, const QString &subject = {})
+        const std::string &position, const QString &message, const QString &subject, Call call)
     {
         try {
             call();
             ADD_FAILURE() << "nothing thrown at " << position;
         } catch (const E &failure) {
+            const auto *const onFile = dynamic_cast<const Exception::IOException *>(&failure);
             EXPECT_EQ(failure.what(), message.toStdString());
-            if constexpr (std::is_base_of_v<Exception::IOException, E>) {
-                EXPECT_EQ(failure.subject(), subject);
-            }
+            EXPECT_EQ(onFile ? onFile->subject() : QString(), subject);
         }
         EXPECT_THAT(mLog.take(), ElementsAre(Record{2, "Debug: FileUtils.cpp:" + position + "()",
                                      message.toStdString()}));

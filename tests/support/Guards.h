@@ -13,7 +13,11 @@
 #include <string>
 
 #ifdef Q_OS_LINUX
+#include <QFile>
+
+#include <initializer_list>
 #include <sys/resource.h>
+#include <unistd.h>
 #endif
 
 /// \file
@@ -64,6 +68,21 @@ struct Grouping : std::numpunct<char> {
     const rlimit few{limit, before.rlim_max};
     EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
     return Guard([before] { setrlimit(RLIMIT_NOFILE, &before); });
+}
+
+/// Makes a process of root that of a user who has no special rights and owns \a entries. Links are
+/// not followed. Has no effect when the user is not root.
+[[nodiscard]] inline Guard asOrdinaryUser(std::initializer_list<QString> entries)
+{
+    constexpr uid_t kOrdinary = 65534;
+    const uid_t before = geteuid();
+    if (before == 0) {
+        for (const QString &entry : entries) {
+            EXPECT_EQ(lchown(QFile::encodeName(entry).constData(), kOrdinary, kOrdinary), 0);
+        }
+        EXPECT_EQ(seteuid(kOrdinary), 0);
+    }
+    return Guard([before] { EXPECT_EQ(seteuid(before), 0); });
 }
 #endif
 

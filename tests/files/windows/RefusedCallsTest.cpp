@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/FolderTest.h"
+#include "support/Guards.h"
 
 #include <algorithm>
 #include <fstream>
@@ -17,13 +18,11 @@ using testing::Not;
 
 int gCallsBeforeRefusal;
 
+/// Returns true, and sets the reason, for the call that is refused.
 bool isRefused(DWORD reason)
 {
-    const bool isRefused = --gCallsBeforeRefusal == -1;
-    if (isRefused) {
-        ::SetLastError(reason);
-    }
-    return isRefused;
+    ::SetLastError(reason);
+    return --gCallsBeforeRefusal == -1;
 }
 
 /// The disk is full when a part is copied, which stays there.
@@ -52,64 +51,53 @@ BOOL WINAPI createFolder(const wchar_t *path, SECURITY_ATTRIBUTES *attributes)
     return isRefused(ERROR_DISK_FULL) ? FALSE : ::CreateDirectoryW(path, attributes);
 }
 
-/// While it exists, the library calls another function in the place of one of the system.
-class Replacement {
-public:
-    Replacement(const char *name, void *function)
-        : mSlot(slotOf(name))
-        , mOriginal(exchange(function))
-    {
-    }
-    ~Replacement() { exchange(mOriginal); }
-    Q_DISABLE_COPY_MOVE(Replacement)
-
-private:
-    /// Returns where the library keeps the address of the function.
-    static void **slotOf(const char *name)
-    {
-        const FARPROC address = ::GetProcAddress(::GetModuleHandleW(L"kernel32"), name);
-        auto *const base = reinterpret_cast<char *>(::GetModuleHandleW(L"libovrabase.dll"));
-        const auto *const dos = reinterpret_cast<IMAGE_DOS_HEADER *>(base);
-        const auto *const headers = reinterpret_cast<IMAGE_NT_HEADERS *>(base + dos->e_lfanew);
-        const auto &directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-        const auto *module =
-            reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR *>(base + directory.VirtualAddress);
-        for (; module->Name != 0; ++module) {
-            auto **slot = reinterpret_cast<void **>(base + module->FirstThunk);
-            for (; *slot; ++slot) {
-                if (*slot == reinterpret_cast<void *>(address)) {
-                    return slot;
-                }
+/// Returns where the library keeps the address of the system's function \a name.
+void **slotOf(const char *name)
+{
+    void *const address =
+        reinterpret_cast<void *>(::GetProcAddress(::GetModuleHandleW(L"kernel32"), name));
+    auto *const base = reinterpret_cast<char *>(::GetModuleHandleW(L"libovrabase.dll"));
+    const auto *const dos = reinterpret_cast<IMAGE_DOS_HEADER *>(base);
+    const auto *const headers = reinterpret_cast<IMAGE_NT_HEADERS *>(base + dos->e_lfanew);
+    const auto &directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    const auto *module =
+        reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR *>(base + directory.VirtualAddress);
+    for (; module->Name != 0; ++module) {
+        for (auto **slot = reinterpret_cast<void **>(base + module->FirstThunk); *slot; ++slot) {
+            if (*slot == address) {
+                return slot;
             }
         }
-        throw std::invalid_argument(name);
     }
+    throw std::invalid_argument(name);
+}
 
-    void *exchange(void *function)
-    {
-        DWORD before = 0;
-        ::VirtualProtect(mSlot, sizeof function, PAGE_READWRITE, &before);
-        void *const old = std::exchange(*mSlot, function);
-        ::VirtualProtect(mSlot, sizeof function, before, &before);
-        return old;
-    }
+void *exchange(void **slot, void *function)
+{
+    DWORD before = 0;
+    ::VirtualProtect(slot, sizeof function, PAGE_READWRITE, &before);
+    void *const old = std::exchange(*slot, function);
+    ::VirtualProtect(slot, sizeof function, before, &before);
+    return old;
+}
 
-    void **mSlot;
-    void *mOriginal;
-};
+/// Lets the library call \a function in the place of the system's function \a name.
+[[nodiscard]] Guard withReplaced(const char *name, void *function)
+{
+    void **const slot = slotOf(name);
+    return Guard([slot, original = exchange(slot, function)] { exchange(slot, original); });
+}
 
 using RefusedCalls = FolderTest;
 
 TEST_F(RefusedCalls, LoseNoContentWhicheverOneIsRefused)
 {
-    const struct {
-        const char *name;
-        void *replacement;
-    } rows[] = {{"CopyFileW", reinterpret_cast<void *>(copyPart)},
+    const Rows<void *> rows{{"CopyFileW", reinterpret_cast<void *>(copyPart)},
         {"FlushFileBuffers", reinterpret_cast<void *>(flush)},
         {"MoveFileExW", reinterpret_cast<void *>(move)},
         {"CreateDirectoryW", reinterpret_cast<void *>(createFolder)}};
-    forEach(rows, [&](const auto &row) {
+    for (const auto &[name, replacement] : rows) {
+        SCOPED_TRACE(name);
         std::ptrdiff_t failures = 0;
         bool wasRefused = true;
         for (int call = 0; wasRefused; ++call) {
@@ -121,7 +109,7 @@ TEST_F(RefusedCalls, LoseNoContentWhicheverOneIsRefused)
             std::vector<bool> answers;
             gCallsBeforeRefusal = call;
             {
-                const Replacement replacement(row.name, row.replacement);
+                const auto replaced = withReplaced(name, replacement);
                 answers =
                     copyWithBackup({{source, path("all/batch")}, {source, path("all/fresh")}});
                 answers.push_back(copyWithBackup(source, path("all/file")));
@@ -129,10 +117,11 @@ TEST_F(RefusedCalls, LoseNoContentWhicheverOneIsRefused)
             }
             wasRefused = gCallsBeforeRefusal < 0;
             failures += std::count(answers.begin(), answers.end(), false);
+            mLog.take(); // a warning for each
 
-            const auto contentOf = [&](const std::string &name) {
-                const QString file = path("all/" + name);
-                return exists(file) ? loadBinaryFile(file).toStdString() : "";
+            const auto contentOf = [&](const std::string &file) {
+                const QString entry = path("all/" + file);
+                return exists(entry) ? loadBinaryFile(entry).toStdString() : "";
             };
             EXPECT_EQ(contentOf("batch"), answers[0] ? "new" : "old");
             EXPECT_EQ(contentOf("fresh"), answers[1] ? "new" : "");
@@ -145,7 +134,7 @@ TEST_F(RefusedCalls, LoseNoContentWhicheverOneIsRefused)
             removeDirRecursiveIfItExists(path("all"));
         }
         EXPECT_GT(failures, 0);
-    });
+    }
 }
 
 } // namespace
