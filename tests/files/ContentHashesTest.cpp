@@ -3,34 +3,29 @@
 
 #include "support/FolderTest.h"
 
+#include <fstream>
 #include <numeric>
-
-#ifdef Q_OS_LINUX
-#include <sys/resource.h>
-#endif
 
 namespace Vyn::Test {
 namespace {
 
 using ContentHashes = FolderTest;
 
-/// Returns the most memory that the process has had, in KiB.
+/// Returns the most memory that the process has had, in KiB. Returns 0 on Windows.
 long peakMemory()
 {
-#ifdef Q_OS_LINUX
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss;
-#else
-    return 0;
-#endif
+    std::ifstream status("/proc/self/status");
+    long size = 0;
+    for (std::string word; word != "VmHWM:" && status >> word;) {
+    }
+    status >> size;
+    return size;
 }
 
 // The expected hashes were computed apart from this library.
 
 TEST_F(ContentHashes, OfAFileIsThatOfItsBytes)
 {
-    EXPECT_EQ(dataToHash("abc").toHex(), "6778ad3f3f3f96b4522dca264174a23b");
     // Around the block of the hash and the pieces in which files are read.
     for (const int size : {0, 1, 15, 16, 17, 65535, 65536, 65537, 1 << 20}) {
         QByteArray content(size, '\0');
@@ -60,10 +55,9 @@ TEST_F(ContentHashes, CoverAllOfAFileBeyondFourGiBInLittleMemory)
     const QString memory = u"/dev/shm"_s;
     const QTemporaryDir folder((isFolder(memory) ? memory : QDir::tempPath()) + u"/XXXXXX"_s);
     QFile file(folder.filePath(u"file"_s));
-    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(4 * gib));
-    ASSERT_EQ(file.write("beyond four GiB."), 16);
-    ASSERT_TRUE(file.seek(5 * gib));
-    ASSERT_EQ(file.write("tail!"), 5);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.seek(4 * gib) && file.write("beyond four GiB.") == 16);
+    ASSERT_TRUE(file.seek(5 * gib) && file.write("tail!") == 5);
     file.close();
     const long before = peakMemory();
     EXPECT_EQ(fileDataToHash(file.fileName()).toHex(), "405b4794bb94f8727f327b7d7aef12be");

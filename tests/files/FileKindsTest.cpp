@@ -1,37 +1,35 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include <ovrabase/files/FileUtils.h>
+#include "support/FolderTest.h"
 
-#include <gtest/gtest.h>
-
-namespace Vyn::OvraBase {
+namespace Vyn::Test {
 namespace {
 
-TEST(FileKinds, ClassifyExtensions)
+using FileKinds = FolderTest;
+
+TEST_F(FileKinds, ClassifyExtensions)
 {
-    struct Kind {
-        const char *name;
-        bool (*is)(const QString &);
-        std::vector<const char *> yes, no;
-    } const kinds[] = {
-        {"mesh", FileUtils::isMeshExt, {"usd", "usda", "usdc", "usdz", "obj", "fbx", "gltf", "GLB"},
+    using Exts = std::vector<const char *>;
+    const Rows<bool (*)(const QString &), Exts, Exts> rows{
+        {"mesh", isMeshExt, {"usd", "usda", "usdc", "usdz", "obj", "fbx", "gltf", "GLB"},
             {"", ".obj", "objx"}},
-        {"slvar", FileUtils::isSLVARExt, {"SLVar"}, {"", "slva"}},
-        {"filter", FileUtils::isVSKFilterExt, {"vskfilter", "OvraFilter"}, {"filter"}},
-        {"quick action", FileUtils::isQuickActionExt, {"OVQA"}, {"ovq"}},
-        {"supported", FileUtils::isImageFormatSupported, {"png", "DNG", "Nef", ""}, {"dng", "nef"}},
-        {"image", FileUtils::isImageExt, {"png", "JPG", "jpeg", "tif", "exr", "cr2", "SVG"},
+        {"slvar", isSLVARExt, {"SLVar"}, {"", "slva"}},
+        {"filter", isVSKFilterExt, {"vskfilter", "OvraFilter"}, {"filter"}},
+        {"quick action", isQuickActionExt, {"OVQA"}, {"ovq"}},
+        {"supported", isImageFormatSupported, {"png", "DNG", "Nef", ""}, {"dng", "nef"}},
+        {"image", isImageExt, {"png", "JPG", "jpeg", "tif", "exr", "cr2", "SVG"},
             {"", "txt", "dng", "DNG", "Nef", "svgz", "png\xE4\xB8\xAD"}},
     };
-    for (const Kind &kind : kinds) {
-        for (const bool expected : {false, true}) {
-            for (const char *ext : expected ? kind.yes : kind.no) {
-                EXPECT_EQ(kind.is(QString::fromUtf8(ext)), expected) << kind.name << ": " << ext;
-            }
+    forEach(rows, [](auto is, const Exts &known, const Exts &others) {
+        for (const char *ext : known) {
+            EXPECT_TRUE(is(QString::fromUtf8(ext))) << ext;
         }
-    }
+        for (const char *ext : others) {
+            EXPECT_FALSE(is(QString::fromUtf8(ext))) << ext;
+        }
+    });
 }
 
 } // namespace
-} // namespace Vyn::OvraBase
+} // namespace Vyn::Test

@@ -15,29 +15,22 @@ using WindowsPaths = FolderTest;
 TEST_F(WindowsPaths, OfMoreThan260CharactersAreTakenByEveryOperation)
 {
     const QString deep = path("all/") + QString(120, u'a') + u'/' + QString(120, u'\u4E2D');
-    const struct {
-        const char *name;
-        QString folder;
-    } rows[] = {{"with slashes", deep}, {"native", QDir::toNativeSeparators(deep)},
+    const Rows<QString> rows{{"with slashes", deep}, {"native", QDir::toNativeSeparators(deep)},
         {"verbatim", u"\\\\?\\"_s + QDir::toNativeSeparators(deep)}};
-    for (const auto &[name, folder] : rows) {
-        SCOPED_TRACE(name);
+    forEach(rows, [&](const QString &folder) {
         const QString file = folder + folder.at(folder.size() - 121) + u"file.png"_s;
-        ASSERT_TRUE(makeFolder(folder));
-        ASSERT_TRUE(saveTextToFile(u"old"_s, file));
+        ASSERT_TRUE(makeFolder(folder) && saveTextToFile(u"old"_s, file));
         make("new=new");
-        EXPECT_TRUE(isFile(file) && isNonEmptyFolder(folder));
-        EXPECT_TRUE(isWritable(file) && checkFileCanBeOpened(file));
+        EXPECT_TRUE(isNonEmptyFolder(folder) && isWritable(file) && checkFileCanBeOpened(file));
         EXPECT_TRUE(copyWithBackup(path("new"), file));
         EXPECT_EQ(loadBinaryFile(file), "new");
         EXPECT_EQ(loadBinaryFile(file + u".bak"_s), "old");
-        EXPECT_FALSE(fileDataToHash(file).isEmpty());
+        EXPECT_EQ(fileDataToHash(file), dataToHash("new"));
         removeFileIfItExists(file);
         EXPECT_FALSE(isFile(file));
         removeDirRecursiveIfItExists(path("all"));
         EXPECT_EQ(tree(), "new=new");
-    }
-    EXPECT_THAT(mLog.records(), IsEmpty());
+    });
 }
 
 TEST_F(WindowsPaths, AFileThatIsHiddenIsNotReadOnlyAnyMore)
@@ -50,7 +43,6 @@ TEST_F(WindowsPaths, AFileThatIsHiddenIsNotReadOnlyAnyMore)
     EXPECT_EQ(::GetFileAttributesW(file.c_str()) & kBoth, DWORD{FILE_ATTRIBUTE_HIDDEN});
     hideFileOnWindows(path("missing")); // says nothing
     EXPECT_EQ(tree(), "file");
-    EXPECT_THAT(mLog.records(), IsEmpty());
 }
 
 TEST_F(WindowsPaths, ThatTheCodePageLacksAreWarnedOf)
