@@ -53,7 +53,8 @@ TEST_F(ContentHashes, CoverAllOfAFileBeyondFourGiBInLittleMemory)
     constexpr qint64 gib = qint64{1} << 30;
     // Holes in memory are read ten times as fast as holes on a disk.
     const QString memory = u"/dev/shm"_s;
-    const QTemporaryDir folder((isFolder(memory) ? memory : QDir::tempPath()) + u"/XXXXXX"_s);
+    const QTemporaryDir folder(
+        (isReadableAndWritable(memory) ? memory : QDir::tempPath()) + u"/XXXXXX"_s);
     QFile file(folder.filePath(u"file"_s));
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     ASSERT_TRUE(file.seek(4 * gib) && file.write("beyond four GiB.") == 16);

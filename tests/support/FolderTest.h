@@ -33,6 +33,7 @@ using testing::IsEmpty;
 /// link->target".
 class FolderTest : public testing::Test, protected OvraBase::FileUtils {
 protected:
+    void SetUp() override { ASSERT_TRUE(mFolder.isValid()); } // otherwise names would be in "."
     void TearDown() override { EXPECT_THAT(mLog.take(), IsEmpty()); }
 
     QString path(const std::string &name) const
