@@ -78,14 +78,15 @@ version=$(sed -n 's/^ *VERSION //p' CMakeLists.txt)
 name=ovrabase-$version-win64
 zip=$PWD/build/packages/$name.zip
 
-# Packs the DLLs that the library needs and the library itself, built without the development folder that
-# the tests use.
+# Packs the library, built without the development folder that the tests use, and the DLLs that it needs,
+# but not the replacement of FreeImage.
 make_zip() {
     cmake "$build" -DOVRABASE_DEV_RESOURCE_DIR=
     cmake --build "$build" -j "$jobs" --target ovrabase
     rm -rf "$build/zip" "$zip"
     mkdir -p "$build/zip/$name/bin" build/packages
-    cp "$build"/bin/{Qt6,lib}*.dll "$build/zip/$name/bin"
+    cp "$build"/bin/{Qt6Core,Qt6Gui,libfmt,libspdlog,libstdc++-6,libgcc_s_seh-1,libwinpthread-1}.dll \
+        "$build/zip/$name/bin"
     cmake --install "$build" --prefix "$build/zip/$name" --strip
     cmake -E chdir "$build/zip" cmake -E tar cf "$zip" --format=zip "$name"
 }
