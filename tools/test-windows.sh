@@ -37,26 +37,26 @@ for dll in libstdc++-6 libgcc_s_seh-1 libwinpthread-1; do
     cp -u "$(x86_64-w64-mingw32-g++-posix -print-file-name=$dll.dll)" "$build/bin"
 done
 
-# All checkouts share one Windows installation, so only one script at a time may use it. The server of
-# Wine continues after its programs end: descriptor 9 is closed for it, so that it does not hold the lock.
-export WINEDEBUG=-all WINEPREFIX=${prefix%/prefix}/wine
+# A new Windows installation for each run, without what a killed run left in the registry.
+export WINEDEBUG=-all WINEPREFIX=$PWD/$build/wine
 unset DISPLAY WAYLAND_DISPLAY
 export WINEDLLOVERRIDES='mscoree,mshtml=' # otherwise the first start asks to install Mono and Gecko
 # Wine hides the variables of Qt on this machine from its programs. It passes a variable on, without the
 # first four letters, if its name begins with "WINEQT_".
 export WINEQT_QPA_PLATFORM=minimal
-exec 9>"$WINEPREFIX.lock"
-flock 9
-mkdir -p "$WINEPREFIX"
-trap 'wineserver -k 9>&- || true' EXIT
-wineserver -k 9>&- || true # ends a server that a killed run left
+if [ -d "$WINEPREFIX" ]; then
+    wineserver -k || true # ends a server that a killed run left
+    rm -rf "$WINEPREFIX"
+fi
+mkdir "$WINEPREFIX"
+trap 'wineserver -k || true; rm -rf "$WINEPREFIX"' EXIT
 # If a test started the server, the server would keep the output of that test open.
-wineserver -p 9>&-
-quietly "start Wine" timeout 300 wine wineboot 9>&-
-quietly "no display" timeout 60 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f 9>&-
+wineserver -p
+quietly "start Wine" timeout 300 wine wineboot
+quietly "no display" timeout 60 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
 
 names=$(IFS='|'; echo "$*")
-ctest --preset windows ${1:+--tests-regex "^($names)\$"} </dev/null 9>&-
+ctest --preset windows ${1:+--tests-regex "^($names)\$"} </dev/null
 # What Wine does not let the tests try.
 grep '^NOT TESTED' "$build/Testing/Temporary/LastTest.log" || true
 [ $# -eq 0 ] || exit 0
@@ -72,7 +72,7 @@ compare_contenders() {
         [[ $output != *'ERROR OCCURRED'* ]] || fail "$source has contenders that differ"
     done
 }
-quietly "contenders of the benchmarks agree" compare_contenders 9>&-
+quietly "contenders of the benchmarks agree" compare_contenders
 
 version=$(sed -n 's/^ *VERSION //p' CMakeLists.txt)
 name=ovrabase-$version-win64
@@ -105,4 +105,4 @@ try_zip() {
     cp "$unpacked/build/consumer.exe" "$unpacked/$name/bin"
     cmake -E chdir "$unpacked/$name/bin" timeout 120 wine consumer.exe
 }
-quietly "a program runs from the ZIP" try_zip 9>&-
+quietly "a program runs from the ZIP" try_zip
