@@ -86,5 +86,8 @@ int main()
         require(modeOf(home / "new/copy" / entry.name) == entry.copied, entry.name);
     }
     require(modeOf(single.toStdString()) == 0755, "a single copy has no set-uid bit");
+    umask(077);
+    require(FileUtils::copyWithBackup(source + u"/shared/file"_s, single), "copies a file");
+    require(modeOf(single.toStdString()) == 0777, "the umask does not change a copy");
     return 0;
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/FolderTest.h"
+#include "support/Guards.h"
 
 #include <QDeadlineTimer>
 #include <QUrl>
@@ -82,6 +83,23 @@ TEST_F(FileChecks, WhatIsMissingIsAsWritableAsItsNearestAncestor)
     EXPECT_FALSE(isWritable(u"/proc/sys/missing/file"_s));
 #endif
 }
+
+#ifdef Q_OS_LINUX
+TEST_F(FileChecks, RespectPermissions)
+{
+    make("readable, writable, r/");
+    const auto user =
+        asOrdinaryUser({mFolder.path(), path("readable"), path("writable"), path("r")});
+    fs::permissions(native("readable"), fs::perms::owner_read);
+    fs::permissions(native("writable"), fs::perms::owner_write);
+    fs::permissions(native("r"), fs::perms::owner_read | fs::perms::owner_exec);
+    EXPECT_TRUE(isReadable(path("readable")) && isWritable(path("writable")));
+    for (const char *name : {"readable", "r", "r/missing"}) {
+        EXPECT_FALSE(isWritable(path(name)) || isReadableAndWritable(path(name))) << name;
+    }
+    EXPECT_FALSE(isReadable(path("writable")) || isReadableAndWritable(path("writable")));
+}
+#endif
 
 #ifndef Q_OS_WIN // there, a file does not vanish while it is open
 TEST_F(FileChecks, DoNotCreateAFileThatVanishes)

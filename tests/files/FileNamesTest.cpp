@@ -42,6 +42,7 @@ TEST_F(FileNames, AreNumberedUntilOneIsFree)
     const Rows<QString, const char *, QString> rows{
         {"a folder counts as free", u"dir"_s, "dir.png/", u"dir.png"_s},
         {"two digits", u"img_12"_s, "", u"img_12.png"_s},
+        {"a letter among digits", u"img_x12"_s, "", u"img_x12.png"_s},
         {"four digits", u"img_1234"_s, "", u"img_1234.png"_s},
         {"Arabic digits", u"i_\u0661\u0662\u0663"_s, "", u"i_\u0661\u0662\u0663.png"_s},
         {"a place holder", u"%1"_s, "", u"%1.png"_s},

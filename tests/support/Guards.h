@@ -75,14 +75,14 @@ struct Grouping : std::numpunct<char> {
 [[nodiscard]] inline Guard asOrdinaryUser(std::initializer_list<QString> entries)
 {
     constexpr uid_t kOrdinary = 65534;
-    const uid_t before = geteuid();
+    const uid_t before = getuid();
     if (before == 0) {
         for (const QString &entry : entries) {
             EXPECT_EQ(lchown(QFile::encodeName(entry).constData(), kOrdinary, kOrdinary), 0);
         }
-        EXPECT_EQ(seteuid(kOrdinary), 0);
+        EXPECT_EQ(setresuid(kOrdinary, kOrdinary, before), 0); // access() looks at the real user
     }
-    return Guard([before] { EXPECT_EQ(seteuid(before), 0); });
+    return Guard([before] { EXPECT_EQ(setresuid(before, before, before), 0); });
 }
 #endif
 
