@@ -106,7 +106,7 @@ TEST_F(DefaultAsyncRecoveryTest, LogsASecondRegistrationOfAnOperationAndIgnoresT
     EXPECT_EQ(registry->registrySize(), 1U) << "8 is unknown";
 }
 
-TEST_F(DefaultAsyncRecoveryTest, WaitsForNothingWhereNobodyRecovers)
+TEST_F(DefaultAsyncRecoveryTest, DoesNotWaitWithoutARecoveryServiceNorWhenTheLocatorStops)
 {
     ServiceLocator::stop();
     registry = std::make_unique<DefaultAsyncRecovery>(); // no locator

@@ -37,7 +37,7 @@ void expectDistances(const QString &a, const QString &b, const Distances &expect
         const auto capped = [limit](std::uint64_t d) { return d > limit ? limit + 1 : d; };
         ASSERT_EQ(Distances(matcher.distance(b, limit), matcher.substringDistance(b, limit)),
             Distances(capped(whole), capped(part)))
-            << "limit " << limit;
+            << "a limit of " << limit << " does not hold";
     }
 }
 
@@ -95,7 +95,7 @@ struct Texts {
     }
 };
 
-TEST(EditDistance, IsThatOfTheDefinition)
+TEST(EditDistance, IsThatOfTheDefinitionOrOneMoreThanTheLimit)
 {
     Texts texts;
     for (int i = 0; i < 20'000 && !HasFailure(); ++i) {
