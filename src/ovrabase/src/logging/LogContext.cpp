@@ -4,6 +4,7 @@
 #include <ovrabase/logging/LogContext.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstddef>
 
 namespace Vyn::Detail {
@@ -21,7 +22,7 @@ bool isOneOf(char c, std::string_view characters)
 
 bool isWordPart(char c)
 {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
 }
 
 bool endsWithWord(std::string_view text, std::string_view word)
