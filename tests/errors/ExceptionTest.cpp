@@ -5,8 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <string>
-#include <type_traits>
 #include <typeinfo>
 #include <utility>
 
@@ -20,21 +18,10 @@ using testing::StrEq;
 template<class Category, class... Es, class... Arguments>
 void expectNumberedFromZero(const Arguments &...arguments)
 {
-    const auto expectCaught = []<class E>(E thrown, unsigned int subCode) {
+    const auto expectCaught = []<class E>(const E &thrown, unsigned int subCode) {
         SCOPED_TRACE(typeid(E).name());
-        static_assert(
-            std::is_nothrow_move_constructible_v<E> && std::is_nothrow_move_assignable_v<E>);
-        const E copy = thrown; // -Wdeprecated-copy-dtor looks on
-        thrown = copy;
-        try {
-            throw thrown;
-        } catch (const Category &caught) {
-            EXPECT_EQ(static_cast<const BaseException &>(caught).errorSubCode(), subCode);
-            EXPECT_THAT(caught.what(), StrEq("told"));
-            if constexpr (std::is_same_v<Category, IOException>) {
-                EXPECT_EQ(caught.subject(), QStringLiteral("/a/subject"));
-            }
-        }
+        EXPECT_THROW(throw thrown, Category); // a copy, on which -Wdeprecated-copy-dtor looks
+        EXPECT_EQ(static_cast<const BaseException &>(thrown).errorSubCode(), subCode);
     };
     unsigned int subCode = 0;
     (expectCaught(Es(arguments...), subCode++), ...);
@@ -48,43 +35,37 @@ TEST(Exception, ClassesAnswerTheirPlaceInTheirCategory)
     expectNumberedFromZero<IOException, FileOpenException, FileReadingException,
         FileWritingException, FileCopyException, FileFormatException, FileDeletionException,
         FolderCreationException, FolderNotFoundException, FolderDeletionException,
-        DriveMountException, DriveUnmountException, NetworkConnectionException>(
-        "told", QStringLiteral("/a/subject"));
+        DriveMountException, DriveUnmountException, NetworkConnectionException>("told", QString());
     expectNumberedFromZero<ParameterException, NullParameterException, InvalidArgumentException>(
         "told");
 }
 
-TEST(Exception, EveryMessageTypeGivesTheSameUtf8)
+TEST(Exception, EveryMessageTypeGivesTheSameUtf8AndKeepsTheSubject)
 {
     const char *const text = "Größe 尺 😀";
-    EXPECT_THAT(FileOpenException(std::string(text), QString()).what(), StrEq(text));
-    EXPECT_THAT(FileOpenException(QString::fromUtf8(text), QString()).what(), StrEq(text));
+    const QString path = QStringLiteral("/a/subject");
+    for (const FileOpenException &failure : {FileOpenException(std::string(text), path),
+             FileOpenException(QString::fromUtf8(text), path), FileOpenException(text, path)}) {
+        EXPECT_THAT(failure.what(), StrEq(text));
+        EXPECT_EQ(failure.subject(), path);
+    }
     EXPECT_THAT(BaseException(static_cast<const char *>(nullptr)).what(), StrEq(""));
 }
 
-TEST(Exception, ATraceOverwritesTheMessageFromItsBeginning)
-{
-    BaseException exception("abcdef");
-    for (const char *const what : {" <Xdef", " <X <X", " <X <X <X"}) {
-        exception.addTrace("X");
-        EXPECT_THAT(exception.what(), StrEq(what));
-    }
-}
-
-TEST(Exception, ACopyIsTracedFromItsBeginningAndAMoveGoesOn)
+TEST(Exception, TracesOverwriteTheTextAndOnlyACopyIsTracedFromItsBeginningAgain)
 {
     BaseException original("abcdef");
-    original.addTrace("XX");
-    BaseException copied(original);
-    BaseException assigned("");
-    assigned = original;
-    for (BaseException *copy : {&copied, &assigned}) {
-        copy->addTrace("Y");
-        EXPECT_THAT(copy->what(), StrEq(" <YXef"));
+    for (const char *const what : {" <Xdef", " <X <X", " <X <X <X"}) {
+        original.addTrace("X");
+        EXPECT_THAT(original.what(), StrEq(what));
     }
+    BaseException copy("");
+    copy = original;
+    copy.addTrace("Y");
+    EXPECT_THAT(copy.what(), StrEq(" <Y <X <X"));
     BaseException moved(std::move(original));
     moved.addTrace("Z");
-    EXPECT_THAT(moved.what(), StrEq(" <XX <Z"));
+    EXPECT_THAT(moved.what(), StrEq(" <X <X <X <Z"));
 }
 
 } // namespace
