@@ -9,7 +9,6 @@
 
 #include <cmath>
 #include <limits>
-#include <optional>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -19,7 +18,7 @@ using namespace Qt::StringLiterals;
 constexpr double kFoot = 0.30479999999999996;
 constexpr double kInch = 0.0254;
 
-TEST(LengthUnits, HaveTheirOrderAbbreviationsAndFactorsToTheBit)
+TEST(LengthUnits, HaveTheirOrderAbbreviationsAndFactorsToTheBitAndNoOtherSpelling)
 {
     QString units;
     for (const QString &name : availableLengthUnits()) {
@@ -38,10 +37,6 @@ TEST(LengthUnits, HaveTheirOrderAbbreviationsAndFactorsToTheBit)
     EXPECT_EQ(QCryptographicHash::hash(text, QCryptographicHash::Md5).toHex().toStdString(),
         "ae2a2019db70bf203dc465855745fa0e")
         << text.constData();
-}
-
-TEST(LengthUnits, AreUnknownInAnySpellingButTheirOwn)
-{
     EXPECT_EQ(fromMeter(1, u"M"_s), 0);
     EXPECT_TRUE(abbrevations(u"in"_s).isEmpty()) << "takes names only";
 }
@@ -58,32 +53,30 @@ TEST(LengthUnits, StringToMeterReadsTheFirstLengthAndParseLengthTheWholeTextOrNo
         QLocale locale = QLocale::c();
     } rows[] = {{u"12.5 cm"_s, 0.125, 0.125}, {u"3ft"_s, 3 * kFoot, 3 * kFoot, u""_s},
         {u"7"_s, 7 * kInch, 7 * kInch, u"in"_s}, {u"7"_s, 7, nothing, u"parsecs"_s},
-        {u""_s, 0, nothing},
         // text and spaces
         {u"about -+5 km, 7 m"_s, 5000, nothing}, {u"5 m long"_s, 5, nothing},
         {u"٣ 5\t\n\v\f\r km"_s, 5000, nothing}, {u"\t 5\u00A0\u00A0km "_s, 5, 5000},
-        {u"\xD800 5\xD800km"_s, 5, nothing},
+        {u"\xD800 5\xD800km"_s, 5, nothing}, {u""_s, 0, nothing},
         // numbers
         {u".5"_s, 0.5, 0.5}, {u"."_s, 0, nothing}, {u"1.2.3 km"_s, 0, nothing},
         {u"1e400"_s, 0, nothing}, {u"1.7e308 m 1.7e308 m"_s, 1.7e308, nothing},
         {u"1e308 km"_s, std::numeric_limits<double>::infinity(), nothing},
         {u"-1.5e3 mm"_s, -1.5, -1.5}, {u"2E+3km"_s, 2e6, 2e6}, {u"1E-3km"_s, 1, 1},
-        {u"2e"_s, 2, nothing}, {u"2e km"_s, 0.002, nothing, u"mm"_s}, // "e" is the unit
-        {u"2e- m"_s, 0.002, nothing, u"mm"_s}, {u"2e-km"_s, 0.002, nothing, u"mm"_s},
+        // numbers with the unknown unit "e"
+        {u"2e"_s, 2, nothing}, {u"2e km"_s, 0.002, nothing, u"mm"_s},
+        {u"2e-km"_s, 0.002, nothing, u"mm"_s},
         // units
         {u"+5 km"_s, 5000, 5000, u"parsecs"_s}, {u"5 CM"_s, 5, nothing},
         {u"2 Nautical mile"_s, 2, 3704}, {u"2'"_s, 2, 2 * kFoot}, {u"2 尺"_s, 0.64, 0.64},
-        {u"12'''"_s, 12, 12 * 0.0021166666666666664}, {u"2 m*"_s, 2000, nothing, u"km"_s},
-        {u"2 m2"_s, 2, nothing, u"km"_s},             // an area
-        {u"2 m\u030A"_s, 2000, nothing, u"km"_s},     // a combining mark
-        {u"2 m\U0001D426"_s, 2000, nothing, u"km"_s}, // a letter of two UTF-16 units
+        {u"12'''"_s, 12, 12 * 0.0021166666666666664},
+        // not metres: an area, an asterisk, a combining mark, a letter of two UTF-16 units
+        {u"2 m2"_s, 2, nothing, u"km"_s}, {u"2 m*"_s, 2000, nothing, u"km"_s},
+        {u"2 m\u030A"_s, 2000, nothing, u"km"_s}, {u"2 m\U0001D426"_s, 2000, nothing, u"km"_s},
         // several terms
-        {u"3ft6in"_s, 3 * kFoot, 3 * kFoot + 6 * kInch},
-        {u"5\u20327\u2033"_s, 5, 5 * kFoot + 7 * kInch},
+        {u"3ft6in"_s, 3 * kFoot, 3 * kFoot + 6 * kInch}, {u"3 ft -6 in"_s, 3 * kFoot, nothing},
         {u"5'7"_s, 5 * kInch, 5 * kFoot + 7 * kInch, u"in"_s},
         {u"5 ft 7"_s, 5 * kFoot, 5 * kFoot + 7 * kInch, u"in"_s}, {u"5 7 in"_s, 5, nothing},
         {u"-3 ft 6 in"_s, -3 * kFoot, -3 * kFoot - 6 * kInch}, {u"-0 ft 6 in"_s, 0, -6 * kInch},
-        {u"3 ft -6 in"_s, 3 * kFoot, nothing},
         // locales
         {u"1,5 km"_s, 1, nothing}, {u"1,234.5 m"_s, 1, 1234.5},
         {u"1\u2019234 m"_s, 1, 1234, u"m"_s, QLocale(u"de_CH"_s)},
@@ -93,11 +86,10 @@ TEST(LengthUnits, StringToMeterReadsTheFirstLengthAndParseLengthTheWholeTextOrNo
         {u"\u0665\u066B\u0665 m"_s, 0, 5.5, u"m"_s, QLocale(u"ar_EG"_s)},
         {u"\U0001E955 m"_s, 0, 5, u"m"_s, QLocale(u"ff_Adlm_GN"_s)}, // a digit of two units
         // in linear time
-        {many(u"1"), 0, nothing}, {many(u"0") + u"1 km"_s, 1000, 1000},
-        {many(u".") + u"5 km"_s, 0, nothing}, {u"2e"_s + many(u"0") + u"1 km"_s, 20000, 20000},
-        {u'2' + many(u" ") + u"km"_s, 2000, 2000}, {u"2 "_s + many(u"k"), 2, nothing},
-        {many(u"+") + u'2', 2, nothing}, {many(u"1 m "), 1, 100'000},
-        {many(u"1 "), 1, nothing, u"m"_s, QLocale(u"fr_FR"_s)}, {many(u"1,"), 1, nothing},
+        {many(u"1"), 0, nothing}, {many(u".") + u"5 km"_s, 0, nothing},
+        {u"2e"_s + many(u"0") + u"1 km"_s, 20000, 20000}, {u'2' + many(u" ") + u"km"_s, 2000, 2000},
+        {u"2 "_s + many(u"k"), 2, nothing}, {many(u"+") + u'2', 2, nothing},
+        {many(u"1 m "), 1, 100'000}, {many(u"1 "), 1, nothing, u"m"_s, QLocale(u"fr_FR"_s)},
         {many(u"e1"), 10, nothing}, {many(u"'"), 0, nothing}, {many(u"\xD83A"), 0, nothing}};
     for (const auto &row : rows) {
         SCOPED_TRACE(row.text.left(80).toStdString() + " in " + row.locale.name().toStdString());
