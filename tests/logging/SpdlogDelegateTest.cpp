@@ -12,10 +12,7 @@
 #include <spdlog/sinks/ostream_sink.h>
 #include <spdlog/spdlog.h>
 
-#include <memory>
 #include <sstream>
-#include <string>
-#include <vector>
 
 namespace Vyn::Core::Log {
 namespace {
