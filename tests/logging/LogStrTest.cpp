@@ -8,22 +8,8 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <memory>
-
-namespace {
-
-/// A caller's own type, which the library cannot know.
-struct Mine {
-    int value;
-    friend QString logStr(const Mine &mine) { return QStringLiteral("mine %1").arg(mine.value); }
-};
-
-enum Unscoped { Member };
-enum class Scoped { Member };
-
-} // namespace
 
 namespace Vyn {
 namespace {
@@ -33,11 +19,27 @@ using namespace std::string_literals;
 using Detail::HasForm;
 using testing::Each;
 
+/// A caller's own type, which the library cannot know.
+struct Mine {
+    int value;
+    friend QString logStr(const Mine &mine) { return u"mine %1"_s.arg(mine.value); }
+};
+
+enum Unscoped { Member };
+enum class Scoped { Member };
+
 template<class T>
 const T *const kNull = nullptr;
 
 template<class... T>
 constexpr bool hasAnyForm = (HasForm<T> || ...);
+
+// Types that only convert to a type with a form have none.
+static_assert(
+    !hasAnyForm<int *, std::nullptr_t, void (*)(), int Mine::*, Unscoped, Scoped, signed char,
+        char8_t, long double, std::true_type, QLatin1Char, QGradient, Qt::GlobalColor,
+        std::vector<int *>, QSet<Scoped>, std::pair<int, Scoped>, std::array<Unscoped, 1>,
+        std::map<Scoped, int>, QMap<int, QList<void *>>, std::optional<Scoped>>);
 
 /// Returns the texts of \a values, each with a bar after it.
 template<class... T>
@@ -76,17 +78,7 @@ TEST(LogStr, ShowsCharactersAndNumbers)
         "18446744073709551615 | ");
 }
 
-TEST(LogStr, RefusesTypesThatOnlyConvertToOneWithAForm)
-{
-    static_assert(HasForm<int> && HasForm<char *> && HasForm<QStringList>);
-    static_assert(
-        !hasAnyForm<int *, std::nullptr_t, void (*)(), int Mine::*, Unscoped, Scoped, signed char,
-            char8_t, long double, std::true_type, QLatin1Char, QGradient, Qt::GlobalColor,
-            std::vector<int *>, QSet<Scoped>, std::pair<int, Scoped>, std::array<Unscoped, 1>,
-            std::map<Scoped, int>, QMap<int, QList<void *>>, std::optional<Scoped>>);
-}
-
-TEST(LogStr, ShowsBytesNamesDatesAndExpressions)
+TEST(LogStr, ShowsBytesNamesDatesExpressionsAndIndexes)
 {
     const QDateTime time({2024, 2, 29}, {23, 59, 58, 7});
     EXPECT_EQ(shown(QByteArray("a b/\xFF%"), QBitArray::fromBits("\3", 4), time.date(), time.time(),
@@ -97,17 +89,11 @@ TEST(LogStr, ShowsBytesNamesDatesAndExpressions)
         "a%20b%2F%FF%25 | [1100] | 2024-02-29 | 23:59:58.007 | 2024-02-29 23:59:58.007 | de_CH | "
         "file:///a b/%25 | {00000000-0000-0000-0000-000000000000} | Ctrl+S | /%2/ | /a+/m | "
         "/a/ismxUnu | ");
-}
-
-TEST(LogStr, ShowsRowColumnAndDepthOfAnIndex)
-{
     QStandardItemModel model(3, 4);
     const QModelIndex top = model.index(2, 3);
-    auto *const child = new QStandardItem;
-    model.itemFromIndex(top)->appendRow(child);
-    child->appendRow(new QStandardItem);
-    EXPECT_EQ(shown(QModelIndex(), top, QPersistentModelIndex(model.index(0, 0, child->index()))),
-        "() | (2, 3) | (0, 0, depth=2) | ");
+    model.itemFromIndex(top)->appendRow(new QStandardItem(1, 1));
+    const QPersistentModelIndex deepest = model.index(0, 0, model.index(0, 0, top));
+    EXPECT_EQ(shown(QModelIndex(), top, deepest), "() | (2, 3) | (0, 0, depth=2) | ");
 }
 
 TEST(LogStr, ShowsGeometryVectorsAndMatrices)
@@ -132,23 +118,12 @@ TEST(LogStr, ShowsGeometryVectorsAndMatrices)
 
 TEST(LogStr, ShowsColoursImagesFontsIconsAndCursors)
 {
-    QPalette palette;
-    for (int role = 0; role <= QPalette::Window; ++role) {
-        palette.setColor(static_cast<QPalette::ColorRole>(role), QColor(0, 0, role));
-    }
-    EXPECT_EQ(
-        shown(QColor(255, 128, 0, 7), QColor(), QBrush(QColor(1, 2, 3)), QBrush(QColor()), palette),
-        "#ff8000 | invalid | brush with color #010203 | colorless brush | {windowText: #000000, "
-        "button: #000001, light: #000002, dark: #000004, mid: #000005, text: #000006, bright_text: "
-        "#000007, base: #000009, window: #000009} | ");
-
-    QPixmap pixmap(6, 4);
-    pixmap.fill();
-    const QFont font(u"%1"_s);
-    EXPECT_EQ(shown(QImage(640, 480, QImage::Format_RGB32), QImage(), QBitmap(3, 2), QBitmap(),
-                  pixmap, QPixmap(), font),
-        "640x480:32bpp | <null image> | 3x2:1bpp | <null bitmap> | 6x4:32bpp | null | " +
-            font.toString().toStdString() + " | ");
+    EXPECT_EQ(shown(QColor(255, 128, 0, 7), QColor(), QBrush(QColor(1, 2, 3)), QBrush(QColor()),
+                  QPalette(Qt::red, Qt::green, Qt::blue, Qt::cyan, Qt::magenta, Qt::yellow,
+                      Qt::black, Qt::white, Qt::gray)),
+        "#ff8000 | invalid | brush with color #010203 | colorless brush | {windowText: #ff0000, "
+        "button: #00ff00, light: #0000ff, dark: #00ffff, mid: #ff00ff, text: #ffff00, bright_text: "
+        "#000000, base: #ffffff, window: #ffffff} | ");
 
     const QString place = u" cursor at (%1, %2)"_s.arg(QCursor::pos().x()).arg(QCursor::pos().y());
     QBitmap shape(16, 8);
@@ -156,6 +131,8 @@ TEST(LogStr, ShowsColoursImagesFontsIconsAndCursors)
     EXPECT_EQ(logStr(QCursor(shape, shape)), u"16x8:1bpp"_s + place);
     EXPECT_EQ(logStr(QCursor(Qt::ArrowCursor)), u"null"_s + place);
 
+    QPixmap pixmap(6, 4);
+    pixmap.fill();
     QIcon icon(pixmap);
     icon.addPixmap(pixmap.scaled(12, 8));
     struct Themed : QIconEngine {
@@ -163,11 +140,15 @@ TEST(LogStr, ShowsColoursImagesFontsIconsAndCursors)
         QIconEngine *clone() const override { return new Themed; }
         QString iconName() override { return u"%1"_s; }
     };
-    EXPECT_EQ(
-        shown(QIcon(), icon, QIcon(new Themed)), "<null icon> | icon with sizes 6x4:12x8 | %1 | ");
+    const QFont font(u"%1"_s);
+    EXPECT_EQ(shown(QImage(640, 480, QImage::Format_RGB32), QImage(), QBitmap(3, 2), QBitmap(),
+                  pixmap, QPixmap(), QIcon(), icon, QIcon(new Themed), font),
+        "640x480:32bpp | <null image> | 3x2:1bpp | <null bitmap> | 6x4:32bpp | null | "
+        "<null icon> | icon with sizes 6x4:12x8 | %1 | " +
+            font.toString().toStdString() + " | ");
 }
 
-TEST(LogStr, ShowsWhatAVariantHolds)
+TEST(LogStr, ShowsWhatAVariantOfOneOf51TypesHolds)
 {
     EXPECT_EQ(shown(QVariant(), QVariant(QMetaType::fromType<int>()), QVariant(u"%2"_s),
                   QVariant(1.5F), QVariant(QVariantList{1, QVariantList()}),
@@ -177,6 +158,12 @@ TEST(LogStr, ShowsWhatAVariantHolds)
         R"(QVariant([QVariant(1 as int), QVariant([] as QVariantList)] as QVariantList) | )"
         R"(QVariant([("%2", QVariant(1 as int)), ("b", QVariant(2 as int))] as QVariantMap) | )"
         R"(QVariant({%1: QVariant(1 as int)} as QVariantHash) | {} | )");
+    QStringList known;
+    for (int type = QMetaType::UnknownType + 1; type <= QMetaType::LastGuiType; ++type) {
+        known += logStr(QVariant(QMetaType(type)));
+    }
+    known.removeAll(u"QVariant(Null)"_s);
+    EXPECT_EQ(known.size(), 51) << known.join(u' ').toStdString();
 }
 
 TEST(LogStr, ShowsAThousandNestedVariantsOnASmallStackAndCutsDeeperOnes)
@@ -189,25 +176,13 @@ TEST(LogStr, ShowsAThousandNestedVariantsOnASmallStackAndCutsDeeperOnes)
         return value;
     };
     const std::unique_ptr<QThread> thread(QThread::create([&nested] {
-        const QString full = logStr(nested(999));
         const QString cut = logStr(nested(1002));
-        EXPECT_TRUE(full.contains(u"{k: QVariant([(\"k\", QVariant([QVariant(5 as int)] as "_s));
-        EXPECT_EQ(full.count(u"QVariant("_s) - full.count(u'…'), 1000);
+        EXPECT_TRUE(logStr(nested(999)).contains(u"{k: QVariant([(\"k\", QVariant([QVariant(5"));
         EXPECT_EQ(shown(cut.count(u"QVariant("_s), cut.count(u'…')), "1000 | 1 | ");
     }));
     thread->setStackSize(1024 * 1024);
     thread->start();
     thread->wait();
-}
-
-TEST(LogStr, Knows51TypesInVariants)
-{
-    QStringList known;
-    for (int type = QMetaType::UnknownType + 1; type <= QMetaType::LastGuiType; ++type) {
-        known += logStr(QVariant(QMetaType(type)));
-    }
-    known.removeAll(u"QVariant(Null)"_s);
-    EXPECT_EQ(known.size(), 51) << known.join(u' ').toStdString();
 }
 
 TEST(LogStr, ShowsContainersOfTypesWithAForm)
