@@ -3,7 +3,6 @@
 
 #include "support/FolderTest.h"
 
-#include <fstream>
 #include <numeric>
 
 namespace Vyn::Test {
@@ -14,12 +13,9 @@ using ContentHashes = FolderTest;
 /// Returns the most memory that the process has had, in KiB. Returns 0 on Windows.
 long peakMemory()
 {
-    std::ifstream status("/proc/self/status");
-    long size = 0;
-    for (std::string word; word != "VmHWM:" && status >> word;) {
-    }
-    status >> size;
-    return size;
+    QFile status(u"/proc/self/status"_s);
+    const QString text = status.open(QFile::ReadOnly) ? status.readAll() : QByteArray();
+    return text.section(u"VmHWM:"_s, 1).simplified().section(u' ', 0, 0).toLong();
 }
 
 // The expected hashes were computed apart from this library.

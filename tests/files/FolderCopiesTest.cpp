@@ -17,9 +17,8 @@ protected:
         EXPECT_EQ(copyRecursively(path("source"), path("copy")), names.empty());
         std::vector<Record> expected;
         for (const QString &name : names) {
-            const QString native = QString(name).replace(u'/', QDir::separator());
-            const QString message = u"Error while copying : %1 to : %2"_s.arg(
-                path("source") + native, path("copy") + native);
+            const QString message = u"Error while copying : %1%3 to : %2%3"_s.arg(
+                path("source"), path("copy"), QDir::toNativeSeparators(name));
             expected.push_back(
                 {1, "Support: FileUtils.cpp:770 Vyn::OvraBase::FileUtils::copyRecursively()",
                     message.toStdString()});
@@ -28,22 +27,19 @@ protected:
     }
 };
 
-TEST_F(FolderCopies, CopyHiddenEmptyAndDeepFolders)
+TEST_F(FolderCopies, CopyHiddenEmptyAndDeepFoldersAndQtResources)
 {
     const std::string name(100, 'x');
     make("source/a.txt=a, source/.b/.c/d=d, source/empty/, source/" + name + '/' + name + '/' +
          name + "/x=x");
     EXPECT_TRUE(copyRecursively(path("source"), path("new/deep")));
     EXPECT_EQ(tree("new/deep"), tree("source"));
-}
 
-TEST_F(FolderCopies, CopyQtResources)
-{
     ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
-    EXPECT_TRUE(copyRecursively(u":/ovrabase-test"_s, path("copy")));
-    EXPECT_TRUE(copyWithBackup(u":/ovrabase-test/resources.qrc"_s, path("single")));
+    EXPECT_TRUE(copyRecursively(u":/ovrabase-test"_s, path("copies")));
+    EXPECT_TRUE(copyWithBackup(u":/ovrabase-test/resources.qrc"_s, path("copies/single")));
     const std::string content = loadBinaryFile(u":/ovrabase-test/resources.qrc"_s).toStdString();
-    EXPECT_EQ(tree(), "copy/, copy/resources.qrc=" + content + ", single=" + content);
+    EXPECT_EQ(tree("copies"), "resources.qrc=" + content + ", single=" + content);
 }
 
 TEST_F(FolderCopies, ReportWhatCannotBeCopiedAndGoOn)
@@ -54,30 +50,16 @@ TEST_F(FolderCopies, ReportWhatCannotBeCopiedAndGoOn)
     EXPECT_EQ(tree("copy"), "%1=old, c=c, empty=a file, sub=a file");
 }
 
-TEST_F(FolderCopies, FailForAPathThatIsNotAFolder)
+TEST_F(FolderCopies, FailForWhatIsNoFolderAndIntoTheSourceCopyWhatItHeldBefore)
 {
-    make("source/file");
-    EXPECT_FALSE(copyRecursively(path("source/file"), path("copy")));
-    EXPECT_FALSE(copyRecursively(path("source"), path("new") + u"\0x"_s));
-    EXPECT_EQ(tree(), "source/, source/file");
-}
-
-TEST_F(FolderCopies, IntoTheSourceCopyWhatItHeldBefore)
-{
-    make("source/a=a, source/copy/old=old");
-    EXPECT_TRUE(copyRecursively(path("source"), u"copy"_s)); // in the source
-    EXPECT_EQ(tree("source"), "a=a, copy/, copy/a=a, copy/copy/, copy/copy/old=old, copy/old=old");
+    make("a=a, copy/old=old");
+    EXPECT_FALSE(copyRecursively(path("a"), path("new")));
+    EXPECT_FALSE(copyRecursively(mFolder.path(), path("new") + u"\0x"_s));
+    EXPECT_TRUE(copyRecursively(mFolder.path(), u"copy"_s)); // in the source
+    EXPECT_EQ(tree(), "a=a, copy/, copy/a=a, copy/copy/, copy/copy/old=old, copy/old=old");
 }
 
 #ifdef Q_OS_LINUX
-TEST_F(FolderCopies, PassOverWhatIsNeitherFileNorFolder)
-{
-    make("source/, source/dangling->nowhere, source/circle->source/circle");
-    ASSERT_EQ(mkfifo(native("source/pipe").c_str(), 0600), 0);
-    copyAllBut({});
-    EXPECT_EQ(tree("copy"), "");
-}
-
 /// Without a limit, twenty folders would be copied in each of their twenty factorial orders.
 TEST_F(FolderCopies, EndForFoldersThatLinkToEachOther)
 {
@@ -93,10 +75,12 @@ TEST_F(FolderCopies, EndForFoldersThatLinkToEachOther)
     EXPECT_EQ(copied.count(u',') + 1, kFolders * kFolders + 100); // links behind links
 }
 
-TEST_F(FolderCopies, FollowLinksButNotBackUp)
+TEST_F(FolderCopies, FollowLinksButNotBackUpAndPassOverWhatIsNeitherFileNorFolder)
 {
     make("beside/x=x, source/one/a=a, source/two/b=b, source/beside->beside, source/above->., "
-         "source/one/two->source/two, source/two/one->source/one, source/one/up->source");
+         "source/one/two->source/two, source/two/one->source/one, source/one/up->source, "
+         "source/dangling->nowhere, source/circle->source/circle");
+    ASSERT_EQ(mkfifo(native("source/pipe").c_str(), 0600), 0);
     copyAllBut({u"/above"_s, u"/one/up"_s, u"/one/two/one"_s, u"/two/one/two"_s, u"/two/one/up"_s});
     EXPECT_EQ(tree("copy"), "beside/, beside/x=x, one/, one/a=a, one/two/, one/two/b=b, two/, "
                             "two/b=b, two/one/, two/one/a=a");
@@ -105,14 +89,12 @@ TEST_F(FolderCopies, FollowLinksButNotBackUp)
 TEST_F(FolderCopies, ReportAFolderThatCannotBeListed)
 {
     make("source/");
-    {
-        const auto limit = withOpenFiles(0);
-        copyAllBut({u""_s});
-    }
     const fs::path notUtf8 = native("source") / "\xE9";
     fs::create_directory(notUtf8);
     copyAllBut({u""_s});
     fs::remove(notUtf8); // which Qt cannot
+    const auto limit = withOpenFiles(0);
+    copyAllBut({u""_s});
 }
 #endif
 
