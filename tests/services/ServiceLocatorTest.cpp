@@ -57,10 +57,9 @@ TEST(ServiceLocator, IsOneForEveryModule)
 
 /// Has the id that the calling thread uses.
 struct Numbered : Service {
-    static thread_local std::size_t number;
+    static inline thread_local std::size_t number = 0;
     static std::size_t typeId() { return number; }
 };
-thread_local std::size_t Numbered::number = 0;
 
 TEST(ServiceLocator, ServesEightThreads)
 {
