@@ -12,11 +12,10 @@
 namespace Vyn::Test {
 namespace {
 
-using testing::AnyOf;
-using testing::HasSubstr;
-using testing::Not;
+using namespace testing;
 
 int gCallsBeforeRefusal;
+void *gReplaced; ///< the function of the system
 
 /// Returns true, and sets the reason, for the call that is refused.
 bool isRefused(DWORD reason)
@@ -36,19 +35,11 @@ BOOL WINAPI copyPart(const wchar_t *from, const wchar_t *to, BOOL failIfExists)
     return ::CopyFileW(from, to, failIfExists);
 }
 
-BOOL WINAPI flush(HANDLE file)
+template<DWORD Reason, class... Arguments>
+BOOL WINAPI refuse(Arguments... arguments)
 {
-    return isRefused(ERROR_DISK_FULL) ? FALSE : ::FlushFileBuffers(file);
-}
-
-BOOL WINAPI move(const wchar_t *from, const wchar_t *to, DWORD flags)
-{
-    return isRefused(ERROR_SHARING_VIOLATION) ? FALSE : ::MoveFileExW(from, to, flags);
-}
-
-BOOL WINAPI createFolder(const wchar_t *path, SECURITY_ATTRIBUTES *attributes)
-{
-    return isRefused(ERROR_DISK_FULL) ? FALSE : ::CreateDirectoryW(path, attributes);
+    const auto call = reinterpret_cast<BOOL(WINAPI *)(Arguments...)>(gReplaced);
+    return isRefused(Reason) ? FALSE : call(arguments...);
 }
 
 /// Returns where the library keeps the address of the system's function \a name.
@@ -59,33 +50,21 @@ void **slotOf(const char *name)
     auto *const base = reinterpret_cast<char *>(::GetModuleHandleW(L"libovrabase.dll"));
     const auto *const dos = reinterpret_cast<IMAGE_DOS_HEADER *>(base);
     const auto *const headers = reinterpret_cast<IMAGE_NT_HEADERS *>(base + dos->e_lfanew);
-    const auto &directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    const auto *module =
-        reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR *>(base + directory.VirtualAddress);
-    for (; module->Name != 0; ++module) {
-        for (auto **slot = reinterpret_cast<void **>(base + module->FirstThunk); *slot; ++slot) {
-            if (*slot == address) {
-                return slot;
-            }
-        }
-    }
-    throw std::invalid_argument(name);
-}
-
-void *exchange(void **slot, void *function)
-{
-    DWORD before = 0;
-    ::VirtualProtect(slot, sizeof function, PAGE_READWRITE, &before);
-    void *const old = std::exchange(*slot, function);
-    ::VirtualProtect(slot, sizeof function, before, &before);
-    return old;
+    const auto &table = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IAT];
+    auto **const first = reinterpret_cast<void **>(base + table.VirtualAddress);
+    auto **const end = first + table.Size / sizeof address;
+    auto **const slot = std::find(first, end, address);
+    return slot != end ? slot : throw std::invalid_argument(name);
 }
 
 /// Lets the library call \a function in the place of the system's function \a name.
 [[nodiscard]] Guard withReplaced(const char *name, void *function)
 {
     void **const slot = slotOf(name);
-    return Guard([slot, original = exchange(slot, function)] { exchange(slot, original); });
+    DWORD before = 0;
+    ::VirtualProtect(slot, sizeof function, PAGE_READWRITE, &before);
+    gReplaced = std::exchange(*slot, function);
+    return Guard([slot] { *slot = gReplaced; });
 }
 
 using RefusedCalls = FolderTest;
@@ -93,9 +72,12 @@ using RefusedCalls = FolderTest;
 TEST_F(RefusedCalls, LoseNoContentWhicheverOneIsRefused)
 {
     const Rows<void *> rows{{"CopyFileW", reinterpret_cast<void *>(copyPart)},
-        {"FlushFileBuffers", reinterpret_cast<void *>(flush)},
-        {"MoveFileExW", reinterpret_cast<void *>(move)},
-        {"CreateDirectoryW", reinterpret_cast<void *>(createFolder)}};
+        {"FlushFileBuffers", reinterpret_cast<void *>(refuse<ERROR_DISK_FULL, HANDLE>)},
+        {"MoveFileExW",
+            reinterpret_cast<void *>(
+                refuse<ERROR_SHARING_VIOLATION, const wchar_t *, const wchar_t *, DWORD>)},
+        {"CreateDirectoryW", reinterpret_cast<void *>(
+                                 refuse<ERROR_DISK_FULL, const wchar_t *, SECURITY_ATTRIBUTES *>)}};
     for (const auto &[name, replacement] : rows) {
         SCOPED_TRACE(name);
         std::ptrdiff_t failures = 0;
