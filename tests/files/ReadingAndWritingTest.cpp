@@ -60,10 +60,11 @@ TEST_F(ReadingAndWriting, FailWithALoggedErrorWhenTheyCannotLoad)
             [&] { load(unreadable); });
         make("file%2=x");
         const QString closed = path("file%2");
-        const auto limit = withOpenFiles(0);
         expectFailure<Exception::FileOpenException>("142 Vyn::OvraBase::verifyAccessToFile",
-            u"Error opening file <%1> : %2"_s.arg(closed, qt_error_string(EMFILE)), closed,
-            [&] { load(closed); });
+            u"Error opening file <%1> : %2"_s.arg(closed, qt_error_string(EMFILE)), closed, [&] {
+                const auto limit = withOpenFiles(0);
+                load(closed);
+            });
 #endif
     });
 }

@@ -60,7 +60,8 @@ struct Grouping : std::numpunct<char> {
 }
 
 #ifdef Q_OS_LINUX
-/// Lets the process have no more than \a limit files open, which holds for root too.
+/// Lets the process have no more than \a limit files open, which holds for root too. Call only the
+/// tested function then: checks of the undefined behaviour sanitizer need files, too.
 [[nodiscard]] inline Guard withOpenFiles(rlim_t limit)
 {
     rlimit before{};
