@@ -38,7 +38,7 @@ public:
         constexpr unsigned long kShutDown = _IOR('X', 125, __u32);
         __u32 withoutFlushingTheJournal = 2;
         call([&](int folder) { return ioctl(folder, kShutDown, &withoutFlushingTheJournal); });
-        require(stop() && start(), "mounts again");
+        require(stop() && start(), "mounts the disk again");
     }
 
     /// Writes to the disk what is in memory.
@@ -56,7 +56,7 @@ private:
     void call(const std::function<int(int)> &onFolder) const
     {
         const int folder = open(mFolder.toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC);
-        require(onFolder(folder) == 0, "the disk obeys");
+        require(onFolder(folder) == 0, "the call for the disk succeeds");
         close(folder);
     }
 
@@ -71,12 +71,15 @@ int main()
 {
     const Disk disk;
     if (!disk.isMade()) {
-        notTested("only root may mount a file of its own as a disk");
+        notTested("that needs root, mkfs.ext4 and a loop device");
     }
+    write(disk.path("unsynced"), "lost");
+    disk.cutPower();
+    require(read(disk.path("unsynced")).isEmpty(), "a power cut loses what is not synced");
     const QByteArray old(9'000, 'o');
     const QByteArray fresh(20'000, 'n');
     write(disk.path("source"), fresh);
-    write(disk.path("file"), old); // nobody has synced it
+    write(disk.path("file"), old); // not synced
     require(
         FileUtils::copyWithBackup(disk.path("source"), disk.path("file")), "copies over a file");
     disk.cutPower();
