@@ -12,7 +12,7 @@
 namespace Vyn::Test {
 namespace {
 
-/// The answer before there was an application object.
+/// The folder that is returned while no application object exists.
 const QString kEarlyApplicationDir = FileUtils::safeApplicationDirPath();
 
 const QString kResource = u"qrc:/ovrabase-test/resources.qrc"_s;
@@ -74,7 +74,7 @@ TEST_F(ApplicationFolders, FailWhereTheTemporaryFolderCannotBeMade)
 }
 
 #ifdef Q_OS_LINUX
-TEST_F(ApplicationFolders, UseNothingThatOthersCanChangeOrRead)
+TEST_F(ApplicationFolders, KeepTheTemporaryFolderPrivateToItsUser)
 {
     const Rows<bool, std::string, fs::perms> rows{{"link", false, "->.", fs::perms::owner_all},
         {"folder for all", false, "/", fs::perms::all},
@@ -112,7 +112,7 @@ TEST_F(ApplicationFolders, CopyWhatIsNotOnDiskUnderFreeNames)
     }
     EXPECT_EQ(tree("tmp"), "");
 
-    const bool hasDrives = QDir::rootPath() != u'/'; // else a folder has such a name
+    const bool hasDrives = QDir::rootPath() != u'/'; // otherwise a folder is named "c:"
     const QString source = hasDrives ? path("a.tar.gz") : u"c:/a.tar.gz"_s;
     make(hasDrives ? "a.tar.gz=content" : "c:/a.tar.gz=content");
     const auto current = inFolder(mFolder.path());

@@ -14,8 +14,8 @@ TEST_F(CopiesWithBackup, KeepTheOldContentAsTheBackup)
         {"nothing to keep", "new", "file", "new=n", "file=n, new=n"},
         {"in place of an older backup", "new", "file", "file=old, file.bak=older, new=n",
             "file.bak=old, file=n, new=n"},
-        {"of a folder in place of a file", "new", "folder", "folder.bak=older, folder/x=x, new=n",
-            "folder.bak/, folder.bak/x=x, folder=n, new=n"},
+        {"a folder, in place of a file as the backup", "new", "folder",
+            "folder.bak=older, folder/x=x, new=n", "folder.bak/, folder.bak/x=x, folder=n, new=n"},
         {"when the source is the backup", "file.bak", "file", "file=1, file.bak=2",
             "file.bak=1, file=2"},
     };
@@ -29,18 +29,18 @@ TEST_F(CopiesWithBackup, KeepTheOldContentAsTheBackup)
 #ifdef Q_OS_LINUX
 TEST_F(CopiesWithBackup, KeepTheOldContentOfLinkedFiles)
 {
-    make("new=n"); // two names of one file are two files, even if they differ only in letter case
+    make("new=n"); // names that differ only in letter case are two files
     fs::create_hard_link(native("new"), native("NEW"));
     EXPECT_TRUE(copyWithBackup(path("new"), path("NEW")));
     EXPECT_EQ(tree(), "NEW.bak=n, NEW=n, new=n");
     const Rows<void (*)(const fs::path &, const fs::path &), std::string, std::string> rows{
-        {"the backup is another name of the file", fs::create_hard_link, "file", "file.bak"},
-        {"the backup leads to the file", fs::create_symlink, "file", "file.bak"},
-        {"the file leads to the backup", fs::create_symlink, "file.bak", "file"}};
+        {"the backup is a hard link to the file", fs::create_hard_link, "file", "file.bak"},
+        {"the backup is a link to the file", fs::create_symlink, "file", "file.bak"},
+        {"the file is a link to the backup", fs::create_symlink, "file.bak", "file"}};
     forEach(rows, [&](auto makeLink, const auto &target, const auto &link) {
         make(target + "=old");
         makeLink(native(target), native(link));
-        EXPECT_TRUE(copyWithBackup(u"/proc/version"_s, path("file"))); // of size 0
+        EXPECT_TRUE(copyWithBackup(u"/proc/version"_s, path("file"))); // its size is given as 0
         EXPECT_THAT(tree(), testing::StartsWith("file.bak=old, file=Linux"));
     });
 }
@@ -53,18 +53,18 @@ TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
         {"missing resource", u":/missing"_s, path("file")},
         {"no source", {}, path("file")},
         {"destination with a NUL", path("blocked"), path("file") + u"\0x"_s},
-        {"source without an encoding", path("half ") + QChar(0xD800), path("file")},
+        {"source with an unpaired surrogate", path("half ") + QChar(0xD800), path("file")},
         {"folder as the source", path("folder"), path("file")},
 #ifdef Q_OS_LINUX
         {"source that cannot be read", u"/proc/self/mem"_s, path("file")},
-        {"source without an end", u"/dev/zero"_s, path("file")},
+        {"endless source", u"/dev/zero"_s, path("file")},
 #else
-        {"file onto its other spelling", path("file"), path("FILE")},
+        {"file onto itself in capitals", path("file"), path("FILE")},
 #endif
         {"file onto itself", path("file"), path("file")},
         {"folder in the way of the backup", path("file"), path("blocked")},
-        {"folder without a name", path("file"), path("folder/")},
-        {"missing folder", path("file"), path("missing/file")},
+        {"destination that ends in a slash", path("file"), path("folder/")},
+        {"destination in a missing folder", path("file"), path("missing/file")},
     };
     forEach(rows, [&](const QString &source, const QString &destination) {
         const std::string before = "blocked.bak/, blocked.bak/x=x, blocked=old, file.bak=older, "
@@ -80,7 +80,7 @@ TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
     });
 }
 
-TEST_F(CopiesWithBackup, RenameABackupWithoutItsOriginalBackWhenTheyFail)
+TEST_F(CopiesWithBackup, RestoreAFileThatOnlyHasABackupWhenTheyFail)
 {
     make("lost.bak=old");
     QFile missing(path("missing"));
@@ -102,9 +102,9 @@ TEST_F(CopiesWithBackup, ReplaceReadOnlyFiles)
 }
 #endif
 
-TEST_F(CopiesWithBackup, ManyAtOnceDoWhatTheyDoOneAfterAnother)
+TEST_F(CopiesWithBackup, InOneCallDoWhatTheyDoInSeveral)
 {
-    const Rows<QString> rows{// copies from source>destination
+    const Rows<QString> rows{// each copy: source>destination
         {"unrelated", u"a>1 b>2 missing>3 a>missing/4 b>x"_s},
         {"a source is an earlier destination", u"a>new new>x x>y"_s},
         {"a source is an earlier backup", u"a>x x.bak>y"_s},
@@ -114,7 +114,7 @@ TEST_F(CopiesWithBackup, ManyAtOnceDoWhatTheyDoOneAfterAnother)
         {"through links", u"a>new dangling>1 b>here/x link>2"_s},
         {"over links", u"a>here here/b>1 b>link link>2"_s},
 #endif
-        {"back to a lost file", u"missing>lost lost>y a>lost"_s}};
+        {"a destination that only has a backup", u"missing>lost lost>y a>lost"_s}};
     forEach(rows, [&](const QString &copies) {
         QString before = u"%1/a=a, %1/b=b, %1/x=x, %1/x.bak=y, %1/lost.bak=z, %1/folder/c=c"_s;
 #ifndef Q_OS_WIN

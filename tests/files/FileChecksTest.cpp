@@ -37,7 +37,7 @@ TEST_F(FileChecks, TellTheKindOfAPathAndOfALocalUrl)
     });
 }
 
-TEST_F(FileChecks, AnswerForPathsAtWhichNothingIs)
+TEST_F(FileChecks, AnswerForMissingAndInvalidPaths)
 {
     make("file");
     std::vector<QString> paths{path("a") + u"\0b"_s, path("x") + QString(100'000, u'a'),
@@ -69,7 +69,7 @@ TEST_F(FileChecks, AnswerForPathsAtWhichNothingIs)
     EXPECT_TRUE(exists(path("file")));
 }
 
-TEST_F(FileChecks, WhatIsMissingIsAsWritableAsItsNearestAncestor)
+TEST_F(FileChecks, CallAMissingPathAsWritableAsItsNearestAncestor)
 {
     const bool isRootWritable = QFileInfo(QDir::rootPath()).isWritable();
     EXPECT_EQ(isWritable(QDir::rootPath() + QString(5'000, u'a') + u"/file"_s), isRootWritable);
@@ -101,8 +101,8 @@ TEST_F(FileChecks, RespectPermissions)
 }
 #endif
 
-#ifndef Q_OS_WIN // there, a file does not vanish while it is open
-TEST_F(FileChecks, DoNotCreateAFileThatVanishes)
+#ifndef Q_OS_WIN // there, an open file cannot be removed
+TEST_F(FileChecks, DoNotCreateAFileThatIsRemovedMeanwhile)
 {
     const std::jthread checks([file = path("file")](const std::stop_token &stop) {
         while (!stop.stop_requested()) {

@@ -55,7 +55,7 @@ TEST_F(FolderCopies, ReportWhatCannotBeCopiedAndGoOn)
     EXPECT_EQ(tree("copy"), "%1=old, c=c, empty=a file, sub=a file");
 }
 
-TEST_F(FolderCopies, FailForWhatIsNoFolderAndIntoTheSourceCopyWhatItHeldBefore)
+TEST_F(FolderCopies, FailForAFileAndCopyAFolderIntoItselfOnce)
 {
     make("a=a, copy/old=old");
     EXPECT_FALSE(copyRecursively(path("a"), path("new")));
@@ -65,7 +65,7 @@ TEST_F(FolderCopies, FailForWhatIsNoFolderAndIntoTheSourceCopyWhatItHeldBefore)
 }
 
 #ifdef Q_OS_LINUX
-/// Without a limit, twenty folders would be copied in each of their twenty factorial orders.
+/// Without a limit, each of the 20! ways through the linked folders would be copied.
 TEST_F(FolderCopies, EndForFoldersThatLinkToEachOther)
 {
     constexpr int kFolders = 20;
@@ -75,12 +75,13 @@ TEST_F(FolderCopies, EndForFoldersThatLinkToEachOther)
         make(from + ", " + from + to + "->source/" + to);
     }
     EXPECT_FALSE(copyRecursively(path("source"), path("copy")));
-    mLog.take(); // a warning for each of the other links
+    mLog.take(); // a warning for each link that was not followed
     const QString copied = QString::fromStdString(tree("copy"));
-    EXPECT_EQ(copied.count(u',') + 1, kFolders * kFolders + 100); // links behind links
+    EXPECT_EQ(
+        copied.count(u',') + 1, kFolders * kFolders + 100); // 100 of them through nested links
 }
 
-TEST_F(FolderCopies, FollowLinksButNotBackUpAndPassOverWhatIsNeitherFileNorFolder)
+TEST_F(FolderCopies, FollowLinksExceptToAParentAndIgnorePipesAndDanglingLinks)
 {
     make("beside/x=x, source/one/a=a, source/two/b=b, source/beside->beside, source/above->., "
          "source/one/two->source/two, source/two/one->source/one, source/one/up->source, "

@@ -42,7 +42,7 @@ TEST_F(Removal, OfAFolderLeavesAFile)
 }
 
 #ifdef Q_OS_WIN
-TEST_F(Removal, OfAJunctionLeavesItsTarget)
+TEST_F(Removal, OfAJunctionOrOfAFolderWithOneLeavesTheTarget)
 {
     make("target/x=x, folder/sub/y=y");
     for (const char *junction : {"folder/sub/junction", "swapped"}) { // one in the folder's place
@@ -58,7 +58,7 @@ TEST_F(Removal, OfAJunctionLeavesItsTarget)
     EXPECT_EQ(tree(), "target/, target/x=x");
 }
 #else
-TEST_F(Removal, OfALinkLeavesItsTarget)
+TEST_F(Removal, OfALinkOrOfAFolderWithLinksLeavesTheTargets)
 {
     make("target/x=x, folder/sub/y=y, folder/sub/link->target, folder/dangling->nowhere, "
          "current/deep/");

@@ -27,13 +27,13 @@ using OvraBase::FileUtils;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Gives each test an empty folder, in which names are relative, the log of what it does, and the
-/// functions of FileUtils under their bare names. A test fails if it leaves a record in the log. A
+/// Gives each test an empty folder, its log, and the functions of FileUtils without a qualifier.
+/// Names are relative to that folder. A test fails if it leaves a record in the log. A
 /// tree is written as one text, its sorted entries: "file=content, folder/, folder/empty file,
 /// link->target".
 class FolderTest : public testing::Test, protected OvraBase::FileUtils {
 protected:
-    void SetUp() override { ASSERT_TRUE(mFolder.isValid()); } // otherwise names would be in "."
+    void SetUp() override { ASSERT_TRUE(mFolder.isValid()); } // otherwise paths would begin in "."
     void TearDown() override { EXPECT_THAT(mLog.take(), IsEmpty()); }
 
     QString path(const std::string &name) const
@@ -53,7 +53,7 @@ protected:
         }
     }
 
-    /// Makes each entry of \a tree.
+    /// Makes each entry of \a tree. The target of a link is relative to the test's folder.
     void make(const std::string &tree) const
     {
         for (const QString &entry :
