@@ -28,7 +28,7 @@ void expectNumberedFromZero(const Arguments &...arguments)
     expectCaught(Category(arguments...), 0);
 }
 
-TEST(Exception, ClassesAnswerTheirPlaceInTheirCategory)
+TEST(Exception, EachClassHasItsCategoryAndSubCode)
 {
     expectNumberedFromZero<InternalException, LogicErrorException, RuntimeErrorException,
         DomainErrorException>("told");

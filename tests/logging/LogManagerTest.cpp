@@ -32,7 +32,7 @@ void say(const QString &message)
     LogManager::instance()->log(0, u"c"_s, message);
 }
 
-TEST(LogManager, DeliversWhatABrokenDelegateLogsAfterWhatItTakes)
+TEST(LogManager, QueuesWhatADelegateLogsAndSurvivesWhatItThrows)
 {
     QString text = u"a"_s;
     const ScopedPushLogDelegate null(nullptr);
@@ -52,7 +52,7 @@ TEST(LogManager, DeliversWhatABrokenDelegateLogsAfterWhatItTakes)
     EXPECT_EQ(text, u"a???"_s);
 }
 
-TEST(LogManager, EndsAllRegistrationsOfADelegateWithTheFirstAndReleasesIt)
+TEST(LogManager, EndsAllRegistrationsOfADelegateWhenOneEndsAndReleasesIt)
 {
     QString taken;
     const auto delegate = std::make_shared<Calling>([&](const QString &text) { taken += text; });
@@ -66,7 +66,7 @@ TEST(LogManager, EndsAllRegistrationsOfADelegateWithTheFirstAndReleasesIt)
     EXPECT_EQ(delegate.use_count(), 1);
 }
 
-TEST(LogManager, LetsDelegatesComeAndGoDuringARecord)
+TEST(LogManager, AppliesChangesOfDelegatesFromTheNextRecordOn)
 {
     std::optional<RecordedLog> added;
     std::optional<ScopedPushLogDelegate> ended;
@@ -85,13 +85,14 @@ TEST(LogManager, LetsDelegatesComeAndGoDuringARecord)
     EXPECT_THAT(added->records(), ElementsAre(Record{0, "c", "next"}));
 }
 
-TEST(LogManager, ReleasesADelegateThatEndsItsOwnRegistrationWithoutTheLock)
+TEST(LogManager, HoldsNoLockWhileItReleasesADelegateThatEndsItself)
 {
     const RecordedLog log;
     std::optional<ScopedPushLogDelegate> registration;
     Calling writer([&](const QString &) { registration.reset(); });
     registration.emplace(std::shared_ptr<LogDelegate>(&writer, [](const LogDelegate *) {
-        std::jthread([] { say(u"flushed"_s); }); // waits for the thread, for ever under the lock
+        std::jthread(
+            [] { say(u"flushed"_s); }); // waits for the thread: for ever if the lock is held
     }));
     say(u"x"_s);
     EXPECT_THAT(log.records(), ElementsAre(Record{0, "c", "x"}, Record{0, "c", "flushed"}));
@@ -154,7 +155,7 @@ TEST(LogManager, DeliversEachRecordOnceAndInOrderWhileEightThreadsAndADelegateLo
         } else {
             const QStringList parts = message.split(u' ');
             EXPECT_EQ(parts.at(2).toInt(), next[parts.at(1).toUInt()]++);
-            emitMessage(QtInfoMsg, "answer"); // must not wait for a thread that comes from Qt
+            emitMessage(QtInfoMsg, "answer"); // no deadlock with a thread that logs through Qt
         }
         --inside;
     }));
@@ -170,7 +171,7 @@ TEST(LogManager, DeliversEachRecordOnceAndInOrderWhileEightThreadsAndADelegateLo
     EXPECT_EQ(answers, 8 * kMessages);
 }
 
-TEST(LogManager, DropsQtMessagesThatADelegateCausesForEachRecordAfterAHundredInARow)
+TEST(LogManager, CutsAChainOfQtMessagesCausedByADelegateAfterAHundred)
 {
     const RecordedLog log;
     const ScopedPushLogDelegate broken(std::make_shared<Calling>([&](const QString &message) {
@@ -180,7 +181,7 @@ TEST(LogManager, DropsQtMessagesThatADelegateCausesForEachRecordAfterAHundredInA
             say(u"plain"_s);
         }
     }));
-    say(u"x"_s); // each of its two messages begins a chain
+    say(u"x"_s); // causes two Qt messages, each the start of a chain
     std::map<std::string, int> times;
     for (const Record &record : log.records()) {
         ++times[record.context + ' ' + record.message];

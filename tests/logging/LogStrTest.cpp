@@ -34,7 +34,7 @@ const T *const kNull = nullptr;
 template<class... T>
 constexpr bool hasAnyForm = (HasForm<T> || ...);
 
-// Types that only convert to a type with a form have none.
+// These types have no logStr(), although some convert to a type that has one.
 static_assert(
     !hasAnyForm<int *, std::nullptr_t, void (*)(), int Mine::*, Unscoped, Scoped, signed char,
         char8_t, long double, std::true_type, QLatin1Char, QGradient, Qt::GlobalColor,
@@ -78,7 +78,7 @@ TEST(LogStr, ShowsCharactersAndNumbers)
         "18446744073709551615 | ");
 }
 
-TEST(LogStr, ShowsBytesNamesDatesExpressionsAndIndexes)
+TEST(LogStr, ShowsBytesDatesUrlsShortcutsPatternsAndModelIndexes)
 {
     const QDateTime time({2024, 2, 29}, {23, 59, 58, 7});
     EXPECT_EQ(shown(QByteArray("a b/\xFF%"), QBitArray::fromBits("\3", 4), time.date(), time.time(),
@@ -185,7 +185,7 @@ TEST(LogStr, ShowsAThousandNestedVariantsOnASmallStackAndCutsDeeperOnes)
     thread->wait();
 }
 
-TEST(LogStr, ShowsContainersOfTypesWithAForm)
+TEST(LogStr, ShowsContainersOfTypesThatItCanShow)
 {
     EXPECT_EQ(
         shown(std::vector<bool>{true, false}, std::vector<std::vector<QPoint>>{{{1, 2}}, {}},

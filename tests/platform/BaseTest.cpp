@@ -37,7 +37,7 @@ struct Base : testing::Test {
     RecordedLog mLog;
 };
 
-TEST_F(Base, NamesTheProductItsVersionAndItsLibraries)
+TEST_F(Base, NamesTheProductItsVersionAndTheExtensionOfLibraries)
 {
     EXPECT_EQ(applicationName(), u"Tessik"_s);
     EXPECT_EQ(applicationArdelName(), u"Ardel Sulvane 3D Tessik"_s);
@@ -59,7 +59,8 @@ TEST_F(Base, TakesTheUserFromTheFirstVariableThatIsNotEmpty)
 
 TEST_F(Base, FindsALibraryBesideTheApplicationByTheFirstTwoPartsOfItsName)
 {
-    const auto copy = copied(mPlugin, mFolder + u"\u63D2\u4EF6.dll"_s); // in no code page
+    const auto copy =
+        copied(mPlugin, mFolder + u"\u63D2\u4EF6.dll"_s); // not in the code page of Windows
     for (const QString &name : {u"ovrabaseTestPlugin"_s, u"ovrabaseTestPlugin.dll.9.9"_s,
              u"/no/such/folder/ovrabaseTestPlugin.dll"_s, u"\u63D2\u4EF6"_s}) {
         QString error = u"before"_s;
@@ -77,6 +78,7 @@ TEST_F(Base, FindsALibraryBesideTheApplicationByTheFirstTwoPartsOfItsName)
 TEST_F(Base, SaysThatALibraryLacksASymbol)
 {
     void *const library = loadSharedLibrary(u"ovrabaseTestPlugin"_s);
+    ASSERT_NE(library, nullptr);
     for (void *const from : {library, static_cast<void *>(nullptr)}) {
         QString error;
         EXPECT_EQ(loadSymbol(from, u"noSuchSymbol"_s, &error), nullptr);
@@ -85,7 +87,7 @@ TEST_F(Base, SaysThatALibraryLacksASymbol)
     closeSharedLibrary(library);
 }
 
-TEST_F(Base, FindsNoLibraryElsewhereAndSaysSo)
+TEST_F(Base, LogsThatALibraryIsNotBesideTheApplication)
 {
     for (const QString &name : {mResources, QString()}) {
         QString error;
@@ -97,7 +99,7 @@ TEST_F(Base, FindsNoLibraryElsewhereAndSaysSo)
     }
 }
 
-TEST_F(Base, LoadsTheFirstFileThatMatchesAndLogsNoRefusal)
+TEST_F(Base, FailsWithoutARecordWhenTheFirstMatchingFileIsNoLibrary)
 {
     const QTemporaryDir folder(mFolder + u"ovrabaseTwice.dll.4.XXXXXX"_s);
     const auto damaged = copied(mResources, mFolder + u"ovrabaseTwice.dll.5"_s);

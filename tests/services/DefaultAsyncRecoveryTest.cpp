@@ -51,7 +51,8 @@ struct Operation {
 #endif
 };
 
-/// A registry apart from the recovery service of a started locator. Its destructor waits.
+/// A registry beside the recovery service of a started locator. Its destructor waits for the
+/// operation.
 struct DefaultAsyncRecoveryTest : testing::Test {
     DefaultAsyncRecoveryTest()
     {
@@ -80,7 +81,7 @@ TEST_F(DefaultAsyncRecoveryTest, KnowsWhetherAFutureHasAnOperationAndWhetherItHa
     operation.future.await();
 }
 
-TEST_F(DefaultAsyncRecoveryTest, LogsASecondRegistrationOfAnOperationAndIgnoresThatOfAnId)
+TEST_F(DefaultAsyncRecoveryTest, IgnoresATakenIdAndLogsAnOperationRegisteredTwice)
 {
     struct Delegate : Core::Log::LogDelegate {
         MOCK_METHOD(void, log, (int, const QString &, const QString &), (override));
@@ -92,7 +93,7 @@ TEST_F(DefaultAsyncRecoveryTest, LogsASecondRegistrationOfAnOperationAndIgnoresT
             "Vyn::OvraBase::DefaultAsyncRecovery::registerRecoverable()"_s,
             u"The future with description <again %3> was already registered with id 7 and "
             "description <lädt %2>"_s))
-        .WillOnce([this] { // the lock, which it needs, is free while the record is logged
+        .WillOnce([this] { // needs the lock, which must be free
             EXPECT_EQ(registry->dumpRegistry(), "7: lädt %2\n");
         });
     const Core::Log::ScopedPushLogDelegate registration(delegate);
@@ -143,7 +144,7 @@ TEST_F(DefaultAsyncRecoveryTest, BlocksAnyOtherThreadUntilTheOperationFails)
     destroyed.get();
 }
 
-TEST_F(DefaultAsyncRecoveryTest, ServesEightThreads)
+TEST_F(DefaultAsyncRecoveryTest, CountsRegistrationsOfEightThreadsAtOnce)
 {
     for (int round = 0; round < 20; ++round) {
         DefaultAsyncRecovery shared;

@@ -25,7 +25,7 @@ TEST(ServiceLocator, FindsServicesByThePublishedHashOfTheirQualifiedName)
     EXPECT_EQ(MessagingService::typeId(), serviceTypeId("Vyn::OvraBase::MessagingService"));
 }
 
-TEST(ServiceLocator, DestroysASecondServiceOfOneIdOutsideTheLockAndRefusesNull)
+TEST(ServiceLocator, KeepsTheFirstServiceOfAnIdAndDestroysTheSecondOutsideTheLock)
 {
     static ServiceLocator locator;
     static int ends = 0;

@@ -11,7 +11,7 @@ namespace {
 
 using namespace Vyn::OvraBase;
 
-TEST(WindowsPlugin, LeavesTheErrorModeOfTheThread)
+TEST(SharedLibrary, LoadingLeavesTheErrorModeOfTheThread)
 {
     DWORD callersMode = 0;
     ::SetThreadErrorMode(SEM_NOGPFAULTERRORBOX, &callersMode);
