@@ -79,7 +79,7 @@ QString inApplicationTemporaryFolder(const QString &name)
     return path;
 }
 
-/// Remembers, for one folder and each file name, the number of the last copy. The search for a free
+/// Remembers, for one folder and each file name, the number of the next copy. The search for a free
 /// name then does not begin at the first number each time.
 ///
 /// The numbers are forgotten if something else has changed the folder, which its modification time

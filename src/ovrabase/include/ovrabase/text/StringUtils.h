@@ -117,7 +117,7 @@ OVRABASE_EXPORT std::string escapeJSON(const std::string &text);
 OVRABASE_EXPORT QString asStringLiteral(const QString &text);
 
 /// Splits \a input, for example "free text --scale 2 --flip", into the free text before the first
-/// "--" and its (option, value) pairs. The last option comes first.
+/// "--" and its (option, value) pairs, in reverse order.
 ///
 /// \a options are the accepted names, without "--". The name of an option ends at the first space.
 /// Its value is the text after that space, up to the next "--". The character in front of each "--"
