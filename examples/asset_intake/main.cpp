@@ -208,7 +208,7 @@ int run(const QStringList &arguments)
     if (!isParsed || folders.size() != 2 || !FileUtils::isFolder(folders[0]) ||
         folders[1].isEmpty() || isInside(folders[0], folders[1])) {
         std::fprintf(
-            stderr, "wrong arguments, see --help %s\n", qUtf8Printable(parser.errorText()));
+            stderr, "wrong arguments, see --help. %s\n", qUtf8Printable(parser.errorText()));
         return 2;
     }
     FileUtils::makeFolder(folders[1]); // if this fails, saving the manifest does, too
