@@ -46,7 +46,7 @@ TEST_F(CopiesWithBackup, KeepTheOldContentOfLinkedFiles)
 }
 #endif
 
-TEST_F(CopiesWithBackup, ChangeNothingWhenTheyFail)
+TEST_F(CopiesWithBackup, LoseNothingWhenTheyFail)
 {
     const Rows<QString, QString> rows{
         {"missing source", path("missing%3"), path("%1%2")},
