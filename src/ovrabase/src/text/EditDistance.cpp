@@ -31,16 +31,16 @@
 //
 // Below, "above" is the cell above a cell, "left" the cell to its left, and "corner" the cell to
 // the left of the one above. Neighbours in a row or a column differ by at most 1, and a cell is
-// equal to its corner or greater by 1. So a column is known from row 0 and one bit per row for each
-// of the differences. A Band holds the bits of 64 rows, the top row in the lowest bit. The names in
-// brackets are those of the paper (H. Hyyrö 2003).
+// equal to its corner or greater by 1. So row 0 and two bits per row give a column: one
+// for "above + 1" and one for "above - 1". A Band holds the bits of 64 rows, the top row in the
+// lowest bit. The names in brackets are those of the paper (H. Hyyrö 2003).
 //
 // The rules
 //
 // Each row of the new column follows from these rules; Band::advance() computes all 64 at once.
 //
-//     same         (D0)   The cell equals its corner: the units match, or the row and the row above
-//                         are a swapped pair, or left is corner - 1, or above is corner - 1.
+//     same         (D0)   The cell equals its corner: the units match, or a swapped pair ends here
+//                         (its condition is below), or left is corner - 1, or above is corner - 1.
 //     rightMinus   (HN)   The cell is left - 1: it equals its corner, and left is corner + 1.
 //     rightPlus    (HP)   The cell is left + 1: left is corner - 1, or left equals corner and the
 //                         cell is corner + 1. The code has the inverse, rightNotPlus.
@@ -287,8 +287,8 @@ private:
     std::array<Band, kCount> mBands;
 };
 
-/// The rows of a table. They are counted from the top of the first band, with the idle rows, so
-/// that row r is in band r / 64.
+/// The rows of a table. They are counted from the top of band 0, with the idle rows, so that row r
+/// is in band r / 64.
 struct RowRange {
     std::size_t begin; ///< the first row that is not idle
     std::size_t end;   ///< the row after the last one
@@ -420,8 +420,8 @@ std::uint64_t followDiagonal(const Comparison &table, const UnitRows &unitRows)
 
 /// Returns the distance, or more than the limit, for a pattern of more than two bands.
 ///
-/// Two bands at a time advance over the text. The borders of the lower one in all columns are
-/// stored for the next two bands.
+/// Two bands at a time advance over the text. The borders of the lower one are stored for the next
+/// two bands.
 ///
 /// With a limit, the distance to the whole text needs only the cells near the diagonal: column and
 /// row differ by at most the limit. A path through another cell costs more than the limit.
@@ -436,8 +436,8 @@ std::uint64_t computeManyBands(const Comparison &table, UnitRowsOf unitRows)
     std::size_t band = table.rows.firstBand();
     Word idle = table.rows.idle();
     std::size_t rows = 0;   // the number of computed rows
-    std::size_t from = 0;   // the first column that the next bands need
-    std::uint64_t cell = 0; // in the last computed row, in the column before `from`
+    std::size_t from = 0;   // the first unit that the next bands need
+    std::uint64_t cell = 0; // in the last computed row, before unit `from`
     for (; table.rows.endBand() - band > 2; band += 2) {
         const std::size_t newRows = (band + 2) * kBandRows - table.rows.begin - rows;
         rows += newRows;

@@ -96,9 +96,9 @@ public:
     static bool isReadable(const QString &path);
     /// Returns isReadable() of the path of \a url, or false if \a url is not a local file.
     static bool isReadable(const QUrl &url);
-    /// Returns true if \a path, or else its nearest ancestor that exists, is writable. Returns
-    /// false if not even the root of \a path exists (a missing drive or server), and for an empty
-    /// path.
+    /// Returns true if \a path is writable or, if it is missing, its nearest ancestor that exists.
+    /// Returns false if not even the root of \a path exists (a missing drive or server), and for
+    /// an empty path.
     static bool isWritable(const QString &path);
     /// Returns isWritable() of the path of \a url, or false if \a url is not a local file.
     static bool isWritable(const QUrl &url);
@@ -139,7 +139,7 @@ public:
     /// Returns false for the image formats that the application refuses, dng and nef in lower case.
     /// Returns true for every other text.
     static bool isImageFormatSupported(const QString &ext);
-    /// Returns true for "svg" and for the supported image formats that FreeImage knows.
+    /// Returns true for "svg" and what FreeImage knows except dng and nef, in any letter case.
     ///
     /// The first call loads FreeImage, which takes some milliseconds. If it cannot be loaded, only
     /// "svg" is known, and a warning is logged once on Support.
@@ -174,7 +174,7 @@ public:
     /// @{
 
     /// Returns the paths of the files in \a folder whose names match one of the wildcards
-    /// \a nameFilters. No filters match every name. Recursion::Recursive adds the files in
+    /// \a nameFilters. An empty list matches every name. Recursion::Recursive adds the files in
     /// sub-folders. The paths are not sorted. Hidden files and folders are left out, and links to
     /// folders are not followed.
     static std::vector<QString> folderParseFiles(
@@ -216,9 +216,9 @@ public:
     /// Copies what \a source contains when the call begins, so that \a destination may be in
     /// \a source. Overwrites nothing. Ignores pipes, sockets, devices and dangling links. Copies
     /// the target of any other link, except a link to a folder that contains the link; of the links
-    /// to folders within linked folders, only the first 100 are followed. If something cannot be
-    /// copied (a file exists already, a link is not followed, a folder cannot be read to its end),
-    /// logs a warning on Support and goes on.
+    /// to folders that are inside linked folders, only the first 100 are followed. If something
+    /// cannot be copied (a file exists already, a link is not followed, a folder cannot be read to
+    /// its end), logs a warning on Support and goes on.
     ///
     /// A copied file has the permissions of its source. A new folder has at most those of its
     /// source, and all permissions for its owner while it is being filled. Neither has a set-uid,
@@ -244,11 +244,11 @@ public:
     /// call, its own name may not be on the disk yet. A network file system that cannot sync
     /// folders may lose the new names; the answer is true all the same.
     ///
-    /// On failure, logs a warning on Debug and leaves \a destination unchanged. A backup that
-    /// exists without its original is renamed back. An older backup is unchanged too, unless it was
-    /// already replaced when a later step failed: the rename of the copy to \a destination, or the
-    /// sync of the new names. If a folder is at \a destination, an older backup that is a file or
-    /// a link is removed first, and is also lost if the folder cannot be renamed.
+    /// On failure, logs a warning on Debug and leaves \a destination unchanged. If that is missing,
+    /// its backup, even an old one, is renamed to it. An older backup is unchanged too, unless it
+    /// was already replaced when a later step failed: the rename of the copy to \a destination, or
+    /// the sync of the new names. A file or link that is the older backup of a folder is removed
+    /// first, and is also lost if the folder cannot be renamed.
     ///
     /// At every moment, either the complete old content exists under one of its two names, or the
     /// complete new content exists at \a destination. This also holds if the process is killed or
@@ -279,9 +279,9 @@ public:
     /// Removes the folder \a path with its content. Does nothing if \a path does not exist or is a
     /// file. Any names and any depth are allowed.
     ///
-    /// If \a path is a link, removes only the link. Links in the folder are removed and not
-    /// followed. Nothing outside of the folder is removed, even if another program replaces folders
-    /// by links during the call.
+    /// If \a path is a link to a folder, removes only the link. Links in the folder are removed and
+    /// not followed. Nothing outside of the folder is removed, even if another program replaces
+    /// folders by links during the call.
     ///
     /// \throws Exception::FolderDeletionException  An entry cannot be removed. All others are
     ///     removed.

@@ -35,7 +35,7 @@ public:
 
     /// Waits for each registered operation in turn if the ServiceLocator is started and holds a
     /// DefaultAsyncRecovery, this one or another. Checks both again before each operation, and
-    /// skips the operation if either does not hold. No other call may run at the same time.
+    /// skips the operation if either does not hold. No other thread may use the list meanwhile.
     ///
     /// On the main thread, the wait is a busy loop. It processes events, except user input and
     /// socket events, and carries out calls of deleteLater(), also those made before the wait. On

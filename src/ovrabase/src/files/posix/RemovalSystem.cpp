@@ -51,7 +51,7 @@ Stream openFolder(int parent, const char *name, int flags)
     return stream;
 }
 
-/// Removes the folder \a name in \a parent after its content. Returns 0 or the error number.
+/// Removes the empty folder \a name in \a parent. Returns 0 or the error number.
 int removeEmptied(int parent, const char *name)
 {
     if (::unlinkat(parent, name, AT_REMOVEDIR) == 0 || errno == ENOENT) {
