@@ -12,7 +12,7 @@ configure() {
         -DOVRABASE_WARNINGS_AS_ERRORS=ON # compiled as for the preset "release", which ccache knows
 }
 
-# use SETTING COMPONENT...: builds and runs the consumer, which asks for the components.
+# use SETTING [COMPONENT]: builds and runs the consumer, which asks for the component.
 use() {
     local consumer=$PWD/build/stlab-$1/consumer
     rm -rf "$consumer"

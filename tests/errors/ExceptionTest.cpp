@@ -20,7 +20,7 @@ void expectNumberedFromZero(const Arguments &...arguments)
 {
     const auto expectCaught = []<class E>(const E &thrown, unsigned int subCode) {
         SCOPED_TRACE(typeid(E).name());
-        EXPECT_THROW(throw thrown, Category); // a copy, on which -Wdeprecated-copy-dtor looks
+        EXPECT_THROW(throw thrown, Category); // copies, so -Wdeprecated-copy-dtor checks it
         EXPECT_EQ(static_cast<const BaseException &>(thrown).errorSubCode(), subCode);
     };
     unsigned int subCode = 0;

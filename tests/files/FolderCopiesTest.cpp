@@ -11,7 +11,7 @@ namespace {
 
 class FolderCopies : public FolderTest {
 protected:
-    /// Copies "source" to "copy". Expects a warning for each of \a names that are not copied.
+    /// Copies "source" to "copy". Expects \a names not to be copied, with a warning for each.
     void copyAllBut(const std::vector<QString> &names)
     {
         EXPECT_EQ(copyRecursively(path("source"), path("copy")), names.empty());

@@ -13,7 +13,7 @@
 #include <iomanip>
 #include <thread>
 
-// A module's own operators. A message uses the one for QVariant, not the one for QString.
+// A module's own operators. A StreamLogger uses the one for QVariant, not for QString.
 static std::ostream &operator<<(std::ostream &stream, const QString &)
 {
     return stream << "module's text";
@@ -72,7 +72,7 @@ protected:
     std::vector<std::string> mTexts; ///< after the severity, unless that is Info, and the context
 };
 
-// The last value of each statement shows that the chain still takes Qt's values.
+// A name at the end of a statement shows that the chain still takes Qt's values.
 TEST_F(LoggerTest, TakesQtValuesAnywhereInTheStatement)
 {
     const QString name = u"尺 \"%1\""_s;
@@ -103,7 +103,7 @@ TEST_F(LoggerTest, KeepsEveryOtherStreamOperator)
                     "0module's variant\"q\"x", "1scoped list2", "1scoped kindmodule's text"));
 }
 
-// A message writes simple texts and numbers by code of its own; the same goes to a std::ostream.
+// A message writes simple texts and numbers by its own code; a std::ostream is the reference.
 TEST_F(LoggerTest, WritesTextsAndNumbersAsAStreamDoesAlsoUnderAnotherGlobalLocale)
 {
     const auto write = [](auto &stream) {
@@ -126,7 +126,7 @@ TEST_F(LoggerTest, WritesTextsAndNumbersAsAStreamDoesAlsoUnderAnotherGlobalLocal
     std::ostringstream expected;
     write(expected.std::ostream::flush());
     const auto grouping = Vyn::Test::withGrouping();
-    // A new thread, on which no stream was made under another locale.
+    // A new thread, on which no stream was made under the old locale.
     std::thread([&] {
         for ([[maybe_unused]] const int message : {1, 2}) {
             StreamLogger stream = mLogger.info("");

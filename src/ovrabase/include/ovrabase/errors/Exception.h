@@ -16,8 +16,8 @@
 ///
 /// A category (InternalException, IOException, ParameterException) and a sub-code identify a
 /// failure. Catch a concrete class for one failure, a category for all failures of a kind, and
-/// BaseException or std::exception for all failures. The library logs each failure on Debug and
-/// then throws it by value. Two threads must not use the same exception object at the same time.
+/// BaseException or std::exception for all failures. Each failure goes to the logger Debug and
+/// is then thrown by value. Two threads must not use the same exception object at the same time.
 namespace Vyn::Exception {
 
 /// The root of the tree. Holds the text of the failure.
