@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 using namespace Test;
 using namespace testing;
 
-/// Is called with the message of each record.
+/// A delegate that calls a function with the message of each record.
 struct Calling : LogDelegate, std::function<void(const QString &)> {
     using function::function;
     void log(int, const QString &, const QString &message) override { (*this)(message); }
@@ -91,8 +91,8 @@ TEST(LogManager, HoldsNoLockWhileItReleasesADelegateThatEndsItself)
     std::optional<ScopedPushLogDelegate> registration;
     Calling writer([&](const QString &) { registration.reset(); });
     registration.emplace(std::shared_ptr<LogDelegate>(&writer, [](const LogDelegate *) {
-        std::jthread(
-            [] { say(u"flushed"_s); }); // waits for the thread: for ever if the lock is held
+        // The destructor waits for the thread, for ever if the lock is held.
+        std::jthread([] { say(u"flushed"_s); });
     }));
     say(u"x"_s);
     EXPECT_THAT(log.records(), ElementsAre(Record{0, "c", "x"}, Record{0, "c", "flushed"}));

@@ -28,8 +28,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Gives each test an empty folder, its log, and the functions of FileUtils without a qualifier.
-/// Names are relative to that folder. A test fails if it leaves a record in the log. A
-/// tree is written as one text, its sorted entries: "file=content, folder/, folder/empty file,
+/// Names are relative to that folder. A test fails if it leaves a record in the log. A tree is
+/// written as one text, its sorted entries: "file=content, folder/, folder/empty file,
 /// link->target".
 class FolderTest : public testing::Test, protected OvraBase::FileUtils {
 protected:
