@@ -46,7 +46,7 @@ void GenericCacheController::clear()
     // The folder is opened before it is listed. If another program replaces it in between, no file
     // of the new folder is removed.
     os::OpenFolder folder(pathOfEntry(path), os::OpenFolder::LinkAtPath::Followed);
-    if (folder.error()) {
+    if (!folder.isOpen()) {
         return;
     }
     const QFileInfoList entries = QDir(path).entryInfoList(

@@ -31,25 +31,24 @@ QString pathOfEntry(const QString &path)
     return isNamed ? entry.filePath() : entry.canonicalFilePath();
 }
 
-std::error_code removeFolder(const QString &path)
+bool removeFolder(const QString &path)
 {
     const QString entry = pathOfEntry(path);
     os::OpenFolder folder(entry, os::OpenFolder::LinkAtPath::Refused);
-    if (folder.error()) {
-        return isLink(QFileInfo(entry)) ? os::removeEntry(entry) : folder.error();
-    }
-    return folder.remove();
+    return folder.isOpen() ? folder.remove() : isLink(QFileInfo(entry)) && os::removeEntry(entry);
 }
 
-std::error_code removeFolderThroughLink(const QString &path)
+void removeFolderThroughLink(const QString &path)
 {
     os::OpenFolder folder(pathOfEntry(path), os::OpenFolder::LinkAtPath::Followed);
-    return folder.error() ? folder.error() : folder.remove();
+    if (folder.isOpen()) {
+        folder.remove();
+    }
 }
 
 void FileUtils::removeDirRecursiveIfItExists(const QString &path)
 {
-    if (isFolder(path) && removeFolder(path) && isFolder(path)) {
+    if (isFolder(path) && !removeFolder(path) && isFolder(path)) {
         fail<Exception::FolderDeletionException>(kFolderNotRemoved,
             QStringLiteral("The directory or some of its content could not be removed : ") +
                 logStr(path),

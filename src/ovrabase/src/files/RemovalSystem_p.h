@@ -6,7 +6,6 @@
 #include <QtGlobal>
 
 #include <memory>
-#include <system_error>
 
 class QString;
 
@@ -14,8 +13,9 @@ class QString;
 /// The seam for the removal of files and folders. The functions neither log nor throw.
 namespace Vyn::OvraBase::os {
 
-/// Removes the file or link \a path, also if it is read-only. The target of a link stays.
-std::error_code removeEntry(const QString &path);
+/// Removes the file or link \a path, also if it is read-only. The target of a link stays. Returns
+/// false on failure.
+bool removeEntry(const QString &path);
 
 /// An open folder whose content can be removed. The functions use the handle of the folder and not
 /// its path, so that they work on this folder even if another program replaces it at its path.
@@ -30,21 +30,21 @@ public:
     ~OpenFolder();
     Q_DISABLE_COPY_MOVE(OpenFolder)
 
-    /// Returns the error of the constructor. After an error, no other function may be called.
-    std::error_code error() const { return mError; }
+    /// Returns false if the constructor failed. Then no other function may be called.
+    bool isOpen() const;
 
-    /// Removes the file or link \a name in this folder.
-    std::error_code removeFile(const QString &name);
+    /// Removes the file or link \a name in this folder, if possible.
+    void removeFile(const QString &name);
 
     /// Removes the content, and then the folder itself unless it was opened through a link. Links
     /// in the folder are removed and not followed. An entry that cannot be removed stays, and all
-    /// others are removed. Returns the first error. No other function may be called afterwards.
-    std::error_code remove();
+    /// others are removed. Returns true if this function removed the folder itself. No other
+    /// function may be called afterwards.
+    bool remove();
 
 private:
     struct Handles;
     std::unique_ptr<Handles> mHandles;
-    std::error_code mError;
 };
 
 } // namespace Vyn::OvraBase::os

@@ -31,11 +31,6 @@ namespace {
 /// well below the usual limit of 1024 open files per process.
 constexpr std::size_t kMaxOpenLevels = 64;
 
-std::error_code errorWith(int code)
-{
-    return {code, std::generic_category()};
-}
-
 /// Opens the folder \a name in the folder \a parent. Returns null and sets errno if it is not a
 /// folder or cannot be opened. With O_NOFOLLOW in \a flags, a link is not a folder.
 Stream openFolder(int parent, const char *name, int flags)
@@ -51,15 +46,15 @@ Stream openFolder(int parent, const char *name, int flags)
     return stream;
 }
 
-/// Removes the empty folder \a name in \a parent. Returns 0 or the error number.
-int removeEmptied(int parent, const char *name)
+/// Removes the folder \a name in \a parent if it is empty. Returns false if it is not removed.
+bool removeEmptied(int parent, const char *name)
 {
-    if (::unlinkat(parent, name, AT_REMOVEDIR) == 0 || errno == ENOENT) {
-        return 0;
+    if (::unlinkat(parent, name, AT_REMOVEDIR) == 0) {
+        return true;
     }
     // Another program may have replaced the folder by a file or a link. It is removed, too, because
     // it is in the tree.
-    return errno == ENOTDIR && ::unlinkat(parent, name, 0) == 0 ? 0 : errno;
+    return errno == ENOTDIR && ::unlinkat(parent, name, 0) == 0;
 }
 
 /// Removes the content of a folder. All calls are relative to the descriptor of a folder, so that
@@ -68,20 +63,18 @@ class ContentRemoval {
 public:
     explicit ContentRemoval(Stream top) { mLevels.push_back({{}, std::move(top), {}, {}}); }
 
-    /// Removes the content. Returns the first error.
-    std::error_code run()
+    /// Removes all that can be removed.
+    void run()
     {
         for (;;) {
-            errno = 0;
             if (const dirent *entry = ::readdir(mLevels.back().stream.get()); entry != nullptr) {
                 if (const std::string_view name = entry->d_name; name != "." && name != "..") {
                     removeOrEnter(*entry);
                 }
                 continue;
             }
-            note(errno);
             if (mLevels.size() == 1) {
-                return mError;
+                return;
             }
             leave();
         }
@@ -99,32 +92,12 @@ private:
     /// Returns the descriptor of the innermost level.
     int descriptor() const { return ::dirfd(mLevels.back().stream.get()); }
 
-    /// Stores an error if it is the first one. 0 is not an error.
-    void note(int code)
-    {
-        if (!mError) {
-            mError = errorWith(code);
-        }
-    }
-
-    /// Notes the error \a reason. A folder that is opened again lists the sub-folder \a name again,
-    /// which is then not tried a second time.
-    void keep(const std::string &name, int reason)
-    {
-        note(reason);
-        mLevels.back().kept.insert(name);
-    }
-
     /// Removes \a entry if it is not a folder. Otherwise makes it the innermost level.
     void removeOrEnter(const dirent &entry)
     {
         const char *const name = entry.d_name;
         if (entry.d_type != DT_DIR) {
-            if (::unlinkat(descriptor(), name, 0) == 0 || errno == ENOENT) {
-                return;
-            }
-            if (errno != EISDIR) {
-                note(errno);
+            if (::unlinkat(descriptor(), name, 0) == 0 || errno != EISDIR) {
                 return;
             }
         }
@@ -140,11 +113,7 @@ private:
             }
             return;
         }
-        const int reason = errno;
-        // The folder cannot be read. It can be removed if it is empty.
-        if (const int failure = removeEmptied(descriptor(), name); failure != 0) {
-            keep(name, failure == ENOTEMPTY ? reason : failure);
-        }
+        removeOrKeep(name); // the folder cannot be read, but it can be removed if it is empty
     }
 
     /// Removes the innermost level, whose content is removed, and returns to the level above.
@@ -154,21 +123,27 @@ private:
         mLevels.pop_back();
         if (!mLevels.back().stream && !reopen(mLevels.back(), ::dirfd(done.stream.get()))) {
             // The folders above are lost: go up to the nearest one that is still open.
-            const int reason = errno;
             while (!mLevels.back().stream) {
                 done.name = std::move(mLevels.back().name);
                 mLevels.pop_back();
             }
-            keep(done.name, reason);
+            mLevels.back().kept.insert(done.name);
             return;
         }
-        if (const int failure = removeEmptied(descriptor(), done.name.c_str()); failure != 0) {
-            keep(done.name, failure);
+        removeOrKeep(done.name.c_str());
+    }
+
+    /// Removes the empty sub-folder \a name of the innermost level. Keeps it if it is not empty: it
+    /// is not tried again when its level was closed and is listed again.
+    void removeOrKeep(const char *name)
+    {
+        if (!removeEmptied(descriptor(), name)) {
+            mLevels.back().kept.insert(name);
         }
     }
 
     /// Opens the folder of \a level again, as the parent of its open sub-folder \a child. Returns
-    /// false and sets errno if that is another folder, because a program has moved one of the two.
+    /// false if that is another folder, because a program has moved one of the two.
     static bool reopen(Level &level, int child)
     {
         Stream stream = openFolder(child, "..", 0);
@@ -177,7 +152,6 @@ private:
             return false;
         }
         if (identity.st_dev != level.identity.st_dev || identity.st_ino != level.identity.st_ino) {
-            errno = ENOTEMPTY;
             return false;
         }
         level.stream = std::move(stream);
@@ -185,14 +159,13 @@ private:
     }
 
     std::vector<Level> mLevels; ///< from the top to the innermost level; never empty
-    std::error_code mError;     ///< the first error
 };
 
 } // namespace
 
-std::error_code removeEntry(const QString &path)
+bool removeEntry(const QString &path)
 {
-    return errorWith(::unlink(QFile::encodeName(path).constData()) == 0 ? 0 : errno);
+    return ::unlink(QFile::encodeName(path).constData()) == 0;
 }
 
 struct OpenFolder::Handles {
@@ -221,27 +194,25 @@ OpenFolder::OpenFolder(const QString &path, LinkAtPath link)
         mHandles->stream = openFolder(mHandles->parent, mHandles->name.constData(), 0);
         mHandles->isThroughLink = true;
     }
-    if (!mHandles->stream) {
-        mError = errorWith(errno);
-    }
 }
 
 OpenFolder::~OpenFolder() = default;
 
-std::error_code OpenFolder::removeFile(const QString &name)
+bool OpenFolder::isOpen() const
 {
-    const int folder = ::dirfd(mHandles->stream.get());
-    return errorWith(::unlinkat(folder, QFile::encodeName(name).constData(), 0) == 0 ? 0 : errno);
+    return mHandles->stream != nullptr;
 }
 
-std::error_code OpenFolder::remove()
+void OpenFolder::removeFile(const QString &name)
 {
-    std::error_code error = ContentRemoval(std::move(mHandles->stream)).run();
-    if (!mHandles->isThroughLink &&
-        ::unlinkat(mHandles->parent, mHandles->name.constData(), AT_REMOVEDIR) != 0 && !error) {
-        error = errorWith(errno);
-    }
-    return error;
+    ::unlinkat(::dirfd(mHandles->stream.get()), QFile::encodeName(name).constData(), 0);
+}
+
+bool OpenFolder::remove()
+{
+    ContentRemoval(std::move(mHandles->stream)).run();
+    return !mHandles->isThroughLink &&
+           ::unlinkat(mHandles->parent, mHandles->name.constData(), AT_REMOVEDIR) == 0;
 }
 
 } // namespace Vyn::OvraBase::os

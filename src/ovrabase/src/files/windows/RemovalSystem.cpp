@@ -30,13 +30,8 @@ struct CloseHandle {
 };
 using Handle = std::unique_ptr<void, CloseHandle>;
 
-std::error_code errorWith(DWORD code)
-{
-    return {static_cast<int>(code), std::system_category()};
-}
-
 /// Opens \a path. With FILE_FLAG_OPEN_REPARSE_POINT in \a flags, opens a link and not its target.
-/// On failure, returns null and sets the last error.
+/// Returns null on failure.
 Handle openPath(const QString &path, DWORD access, DWORD flags)
 {
     const HANDLE handle = ::CreateFileW(nativePath(path).c_str(), access, kShareAll, nullptr,
@@ -44,8 +39,7 @@ Handle openPath(const QString &path, DWORD access, DWORD flags)
     return Handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }
 
-/// Opens the entry \a name in \a folder. Opens a link and not its target. On failure, returns null
-/// and sets the last error.
+/// Opens the entry \a name in \a folder. Opens a link and not its target. Returns null on failure.
 Handle openEntry(HANDLE folder, std::wstring name, DWORD access)
 {
     const auto size = static_cast<USHORT>(name.size() * sizeof(wchar_t));
@@ -58,11 +52,7 @@ Handle openEntry(HANDLE folder, std::wstring name, DWORD access)
         ::NtCreateFile(&handle, access, &attributes, &status, nullptr, 0, kShareAll, FILE_OPEN,
             FILE_OPEN_REPARSE_POINT | FILE_OPEN_FOR_BACKUP_INTENT | FILE_SYNCHRONOUS_IO_NONALERT,
             nullptr, 0);
-    if (result != 0) {
-        ::SetLastError(::RtlNtStatusToDosError(result));
-        return nullptr;
-    }
-    return Handle(handle);
+    return Handle(result == 0 ? handle : nullptr);
 }
 
 /// Returns true if \a entry is a folder, and false if it is a link to one.
@@ -90,8 +80,9 @@ bool setReadOnly(HANDLE entry, bool isReadOnly)
     return ::SetFileInformationByHandle(entry, FileBasicInfo, &info, sizeof(info)) != 0;
 }
 
-/// Removes the open entry \a entry. It may exist until all its handles are closed.
-std::error_code removeOpened(HANDLE entry)
+/// Removes the open entry \a entry. It may exist until all its handles are closed. Returns false on
+/// failure.
+bool removeOpened(HANDLE entry)
 {
     // First with the POSIX semantics of Windows 10: the name disappears at once, even if other
     // programs have the entry open, so that its folder can be removed. Not every file system can do
@@ -100,19 +91,18 @@ std::error_code removeOpened(HANDLE entry)
     DWORD deletePosixIgnoreReadOnly = 0x01 | 0x02 | 0x10;
     if (::SetFileInformationByHandle(entry, kDispositionInfoEx, &deletePosixIgnoreReadOnly,
             sizeof(deletePosixIgnoreReadOnly))) {
-        return {};
+        return true;
     }
     const bool wasReadOnly = setReadOnly(entry, false);
     FILE_DISPOSITION_INFO disposition{TRUE};
     if (::SetFileInformationByHandle(
             entry, FileDispositionInfo, &disposition, sizeof(disposition))) {
-        return {};
+        return true;
     }
-    const DWORD reason = ::GetLastError();
     if (wasReadOnly) {
         setReadOnly(entry, true);
     }
-    return errorWith(reason);
+    return false;
 }
 
 /// A folder whose content is being removed, and a piece of its listing.
@@ -135,11 +125,11 @@ public:
         bool mayBeFolder = false;
     };
 
-    /// Returns the next entry. After the last one, returns an entry with an empty name, and sets
-    /// \a error if the folder cannot be read to its end.
-    Entry next(std::error_code &error)
+    /// Returns the next entry. After the last one, or if the folder cannot be read further, returns
+    /// an entry with an empty name.
+    Entry next()
     {
-        if (mOffset == kNoMore && !readMore(error)) {
+        if (mOffset == kNoMore && !readMore()) {
             return {};
         }
         const std::byte *const data = mListing->data() + mOffset;
@@ -154,15 +144,13 @@ private:
     struct alignas(FILE_ID_BOTH_DIR_INFO) Listing : std::array<std::byte, 16 * 1024> {};
 
     /// Reads the next piece of the listing. Returns false at its end and on an error.
-    bool readMore(std::error_code &error)
+    bool readMore()
     {
         if (!mListing) {
             mListing = std::make_unique<Listing>();
         }
         if (!::GetFileInformationByHandleEx(mFolder, FileIdBothDirectoryInfo, mListing->data(),
                 static_cast<DWORD>(mListing->size()))) {
-            const DWORD reason = ::GetLastError();
-            error = errorWith(reason == ERROR_NO_MORE_FILES ? ERROR_SUCCESS : reason);
             return false;
         }
         mOffset = 0;
@@ -175,33 +163,26 @@ private:
     std::size_t mOffset = kNoMore; ///< of the next entry in mListing
 };
 
-/// Removes the content of the folder \a top. Returns the first error.
-std::error_code removeContent(HANDLE top)
+/// Removes all that can be removed of the content of the folder \a top.
+void removeContent(HANDLE top)
 {
-    std::error_code first;
-    const auto note = [&](std::error_code error) { first = first ? first : error; };
     std::vector<Level> levels;
     levels.emplace_back(top);
     for (;;) {
-        std::error_code error;
-        const auto [name, mayBeFolder] = levels.back().next(error);
-        note(error);
+        const auto [name, mayBeFolder] = levels.back().next();
         if (name.empty()) {
             if (levels.size() == 1) {
-                return first;
+                return;
             }
-            note(removeOpened(levels.back().folder()));
+            removeOpened(levels.back().folder());
             levels.pop_back();
         } else if (name != L"." && name != L"..") {
             Handle entry = openEntry(
                 levels.back().folder(), name, mayBeFolder ? kRemoval | kListing : kRemoval);
-            if (!entry) {
-                const DWORD reason = ::GetLastError();
-                note(errorWith(reason == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : reason));
-            } else if (mayBeFolder && isFolder(entry.get())) {
+            if (entry && mayBeFolder && isFolder(entry.get())) {
                 levels.emplace_back(std::move(entry));
-            } else {
-                note(removeOpened(entry.get()));
+            } else if (entry) {
+                removeOpened(entry.get());
             }
         }
     }
@@ -209,10 +190,10 @@ std::error_code removeContent(HANDLE top)
 
 } // namespace
 
-std::error_code removeEntry(const QString &path)
+bool removeEntry(const QString &path)
 {
     const Handle entry = openPath(path, kRemoval, FILE_FLAG_OPEN_REPARSE_POINT);
-    return entry ? removeOpened(entry.get()) : errorWith(::GetLastError());
+    return entry && removeOpened(entry.get());
 }
 
 struct OpenFolder::Handles {
@@ -228,36 +209,39 @@ OpenFolder::OpenFolder(const QString &path, LinkAtPath link)
         mHandles->folder = openPath(path, kListing, 0);
         mHandles->isThroughLink = true;
     }
-    if (!mHandles->folder) {
-        mError = errorWith(::GetLastError());
-    } else if (!isFolder(mHandles->folder.get())) {
-        mError = errorWith(ERROR_DIRECTORY);
+    if (mHandles->folder && !isFolder(mHandles->folder.get())) {
+        mHandles->folder.reset();
     }
 }
 
 OpenFolder::~OpenFolder() = default;
 
-std::error_code OpenFolder::removeFile(const QString &name)
+bool OpenFolder::isOpen() const
 {
-    const Handle entry = openEntry(mHandles->folder.get(), name.toStdWString(), kRemoval);
-    return entry ? removeOpened(entry.get()) : errorWith(::GetLastError());
+    return mHandles->folder != nullptr;
 }
 
-std::error_code OpenFolder::remove()
+void OpenFolder::removeFile(const QString &name)
 {
-    std::error_code error = removeContent(mHandles->folder.get());
+    if (const Handle entry = openEntry(mHandles->folder.get(), name.toStdWString(), kRemoval)) {
+        removeOpened(entry.get());
+    }
+}
+
+bool OpenFolder::remove()
+{
+    removeContent(mHandles->folder.get());
     if (mHandles->isThroughLink) {
-        return error;
+        return false;
     }
     // The right to delete the folder is asked for only now. While a handle with that right is open,
     // programs that do not allow FILE_SHARE_DELETE cannot open the folder.
     const HANDLE removable = ::ReOpenFile(mHandles->folder.get(), kRemoval, kShareAll,
         FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
     mHandles->folder.reset(removable == INVALID_HANDLE_VALUE ? nullptr : removable);
-    const std::error_code ofFolder =
-        mHandles->folder ? removeOpened(mHandles->folder.get()) : errorWith(::GetLastError());
-    mHandles->folder.reset();
-    return error ? error : ofFolder;
+    const bool isRemoved = mHandles->folder && removeOpened(mHandles->folder.get());
+    mHandles->folder.reset(); // the folder exists until its last handle is closed
+    return isRemoved;
 }
 
 } // namespace Vyn::OvraBase::os
