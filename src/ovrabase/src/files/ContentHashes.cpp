@@ -30,12 +30,17 @@ QByteArray FileUtils::fileDataToHash(const QString &path)
     verifyAccessToFile(path, file, QIODevice::ReadOnly | QIODevice::Unbuffered);
     Murmur3Stream stream(0);
     QByteArray piece(kPieceSize, Qt::Uninitialized);
-    for (qint64 size = 0; (size = file.read(piece.data(), piece.size())) > 0;) {
-        stream.add(piece.constData(), static_cast<std::size_t>(size));
+    qsizetype filled = 0; // a read may return less than it was asked for
+    for (qint64 size = 0; (size = file.read(piece.data() + filled, kPieceSize - filled)) > 0;) {
+        filled += size;
+        if (filled == kPieceSize) {
+            stream.addBlocks(piece.constData(), kPieceSize);
+            filled = 0;
+        }
     }
     verifyReading(file);
     QByteArray hash(kHashSize, Qt::Uninitialized);
-    stream.finish(hash.data());
+    stream.finish(piece.constData(), static_cast<std::size_t>(filled), hash.data());
     return hash;
 }
 

@@ -15,6 +15,8 @@
 namespace Vyn {
 namespace {
 
+constexpr std::size_t kBlockSize = 16;
+
 template<class Word>
 Word loadWord(const unsigned char *data)
 {
@@ -58,47 +60,6 @@ std::uint64_t mixSecond(std::uint64_t k)
     return std::rotl(k * 0x4cf5ad432745937fU, 33) * 0x87c37b91114253d5U;
 }
 
-using Lanes = Murmur3Stream::Lanes;
-constexpr std::size_t kBlockSize = Murmur3Stream::kBlockSize;
-
-Lanes mixBlocks(Lanes lanes, const unsigned char *data, std::size_t size)
-{
-    auto [h1, h2] = lanes;
-    for (std::size_t at = 0; at < size; at += kBlockSize) {
-        const std::uint64_t k1 = mixFirst(loadWord<std::uint64_t>(data + at));
-        const std::uint64_t k2 = mixSecond(loadWord<std::uint64_t>(data + at + 8));
-        h1 = (std::rotl(h1 ^ k1, 27) + h2) * 5 + 0x52dce729U;
-        h2 = (std::rotl(h2 ^ k2, 31) + h1) * 5 + 0x38495ab5U;
-    }
-    return {h1, h2};
-}
-
-/// Mixes in \a rest, the bytes after the last whole block, and \a length, the size of all data.
-/// Then writes the hash to \a out.
-void finishLanes(
-    Lanes lanes, const unsigned char *rest, std::size_t restSize, std::uint64_t length, void *out)
-{
-    auto [h1, h2] = lanes;
-    if (restSize > 0) {
-        unsigned char block[kBlockSize] = {};
-        std::memcpy(block, rest, restSize);
-        h2 ^= mixSecond(loadWord<std::uint64_t>(block + 8));
-        h1 ^= mixFirst(loadWord<std::uint64_t>(block));
-    }
-    h1 ^= length;
-    h2 ^= length;
-    h1 += h2;
-    h2 += h1;
-    h1 = finalMix(h1);
-    h2 = finalMix(h2);
-    h1 += h2;
-    h2 += h1;
-
-    auto *bytes = static_cast<unsigned char *>(out);
-    storeWord(h1, bytes);
-    storeWord(h2, bytes + 8);
-}
-
 // For MurmurHash3_x86_128(), which has four lanes of 32 bits. Lane i multiplies by the constants i
 // and i + 1.
 
@@ -122,38 +83,52 @@ std::uint32_t mixWord(std::uint32_t k)
 
 void murmurHash3(const void *data, std::size_t size, std::uint32_t seed, void *out)
 {
-    const auto *bytes = static_cast<const unsigned char *>(data);
-    const std::size_t restSize = size % kBlockSize;
-    const Lanes lanes = mixBlocks({seed, seed}, bytes, size - restSize);
-    finishLanes(lanes, bytes + size - restSize, restSize, size, out);
+    Murmur3Stream(seed).finish(data, size, out);
 }
 
-void Murmur3Stream::add(const void *data, std::size_t size)
+Murmur3Stream::Lanes Murmur3Stream::mixBlocks(
+    Lanes lanes, const unsigned char *data, std::size_t size)
 {
-    if (size == 0) {
-        return;
+    auto [h1, h2] = lanes;
+    for (std::size_t at = 0; at < size; at += kBlockSize) {
+        const std::uint64_t k1 = mixFirst(loadWord<std::uint64_t>(data + at));
+        const std::uint64_t k2 = mixSecond(loadWord<std::uint64_t>(data + at + 8));
+        h1 = (std::rotl(h1 ^ k1, 27) + h2) * 5 + 0x52dce729U;
+        h2 = (std::rotl(h2 ^ k2, 31) + h1) * 5 + 0x38495ab5U;
     }
-    const auto *bytes = static_cast<const unsigned char *>(data);
+    return {h1, h2};
+}
+
+void Murmur3Stream::addBlocks(const void *data, std::size_t size)
+{
+    mLanes = mixBlocks(mLanes, static_cast<const unsigned char *>(data), size);
     mLength += size;
-    if (mRestSize > 0) {
-        const std::size_t taken = std::min(size, kBlockSize - mRestSize);
-        std::memcpy(mRest + mRestSize, bytes, taken);
-        mRestSize += taken;
-        if (mRestSize < kBlockSize) {
-            return;
-        }
-        mLanes = mixBlocks(mLanes, mRest, kBlockSize);
-        bytes += taken;
-        size -= taken;
-    }
-    mRestSize = size % kBlockSize;
-    mLanes = mixBlocks(mLanes, bytes, size - mRestSize);
-    std::memcpy(mRest, bytes + size - mRestSize, mRestSize);
 }
 
-void Murmur3Stream::finish(void *out) const
+void Murmur3Stream::finish(const void *data, std::size_t size, void *out) const
 {
-    finishLanes(mLanes, mRest, mRestSize, mLength, out);
+    const auto *const end = static_cast<const unsigned char *>(data) + size;
+    const std::size_t restSize = size % kBlockSize;
+    auto [h1, h2] = mixBlocks(mLanes, end - size, size - restSize);
+    if (restSize > 0) {
+        unsigned char block[kBlockSize] = {};
+        std::memcpy(block, end - restSize, restSize);
+        h2 ^= mixSecond(loadWord<std::uint64_t>(block + 8));
+        h1 ^= mixFirst(loadWord<std::uint64_t>(block));
+    }
+    const std::uint64_t length = mLength + size;
+    h1 ^= length;
+    h2 ^= length;
+    h1 += h2;
+    h2 += h1;
+    h1 = finalMix(h1);
+    h2 = finalMix(h2);
+    h1 += h2;
+    h2 += h1;
+
+    auto *bytes = static_cast<unsigned char *>(out);
+    storeWord(h1, bytes);
+    storeWord(h2, bytes + 8);
 }
 
 void MurmurHash3_x64_128(const void *key, int length, std::uint32_t seed, void *out)

@@ -11,7 +11,7 @@ namespace Vyn {
 /// Does what MurmurHash3_x64_128() does. \a size may be greater than an int can hold.
 void murmurHash3(const void *data, std::size_t size, std::uint32_t seed, void *out);
 
-/// Computes the hash of murmurHash3() for data that is added in pieces.
+/// Computes the hash of murmurHash3() for data that is read in pieces.
 class Murmur3Stream {
 public:
     explicit Murmur3Stream(std::uint32_t seed)
@@ -19,25 +19,23 @@ public:
     {
     }
 
-    /// Adds \a size bytes. \a data may be null when \a size is 0.
-    void add(const void *data, std::size_t size);
+    /// Adds \a size bytes, a multiple of 16.
+    void addBlocks(const void *data, std::size_t size);
 
-    /// Writes the hash of all added data, 16 bytes, to \a out.
-    void finish(void *out) const;
+    /// Writes the hash of the added bytes and of the last \a size bytes \a data, 16 bytes, to
+    /// \a out. \a data may be null when \a size is 0.
+    void finish(const void *data, std::size_t size, void *out) const;
 
-    static constexpr std::size_t kBlockSize = 16;
-
+private:
     /// The state of the hash: two 64-bit numbers into which each block is mixed.
     struct Lanes {
         std::uint64_t h1;
         std::uint64_t h2;
     };
+    static Lanes mixBlocks(Lanes lanes, const unsigned char *data, std::size_t size);
 
-private:
     Lanes mLanes;
-    std::uint64_t mLength = 0;            ///< the number of added bytes
-    std::size_t mRestSize = 0;            ///< the number of bytes in mRest, less than a block
-    unsigned char mRest[kBlockSize] = {}; ///< the last added bytes, which do not fill a block
+    std::uint64_t mLength = 0; ///< the number of added bytes
 };
 
 } // namespace Vyn
