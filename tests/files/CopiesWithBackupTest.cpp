@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/FolderTest.h"
+#include "support/Guards.h"
 
 namespace Vyn::Test {
 namespace {
@@ -30,9 +31,11 @@ TEST_F(CopiesWithBackup, KeepTheOldContentAsTheBackup)
 TEST_F(CopiesWithBackup, KeepTheOldContentOfLinkedFiles)
 {
     make("new=n"); // names that differ only in letter case are two files
+    fs::create_symlink("new", native("New"));
+    EXPECT_TRUE(copyWithBackup(path("new"), path("New")));
     fs::create_hard_link(native("new"), native("NEW"));
     EXPECT_TRUE(copyWithBackup(path("new"), path("NEW")));
-    EXPECT_EQ(tree(), "NEW.bak=n, NEW=n, new=n");
+    EXPECT_EQ(tree(), "NEW.bak=n, NEW=n, New.bak->new, New=n, new=n");
     const Rows<void (*)(const fs::path &, const fs::path &), std::string, std::string> rows{
         {"the backup is a hard link to the file", fs::create_hard_link, "file", "file.bak"},
         {"the backup is a link to the file", fs::create_symlink, "file", "file.bak"},
@@ -43,6 +46,16 @@ TEST_F(CopiesWithBackup, KeepTheOldContentOfLinkedFiles)
         EXPECT_TRUE(copyWithBackup(u"/proc/version"_s, path("file"))); // its size is given as 0
         EXPECT_THAT(tree(), testing::StartsWith("file.bak=old, file=Linux"));
     });
+}
+
+TEST_F(CopiesWithBackup, NeedNoRightToListTheFolder)
+{
+    make("new=n, folder/file=old");
+    const auto user = asOrdinaryUser({mFolder.path(), path("folder"), path("folder/file")});
+    fs::permissions(native("folder"), fs::perms::owner_write | fs::perms::owner_exec);
+    EXPECT_TRUE(copyWithBackup(path("new"), path("folder/file")));
+    fs::permissions(native("folder"), fs::perms::owner_all);
+    EXPECT_EQ(tree(), "folder/, folder/file.bak=old, folder/file=n, new=n");
 }
 #endif
 
