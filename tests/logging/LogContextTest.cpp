@@ -102,7 +102,8 @@ TEST(LogContext, CutsTheNameOutOfAnyCompilersText)
         {"int ", "ns::operator\"\"_x", "(long long)", "operator\"\"_x"},
         {"void ", "f", "() [with char C = '(']", "f"},
         {"decltype ((a + 1)) ", "ns::f", "(T) [with T = int (&)[3]]", "f"}, {"", ")", "", "f"},
-        {"", "((", "", "f"}, {"", "\"", "", "f"}, {"", "a<b c", "(", "f"}};
+        {"", "((", "", "f"}, {"", "\"", "", "f"}, {"", "a<b c", "(", "f"}, {"a> ", "b", "(", "f"},
+        {"auto ", "ns::f", "(int) -> decltype(g(1))", "f"}};
     for (const auto &[before, name, after, function] : rows) {
         const std::string signature = before + name + after;
         EXPECT_EQ(Vyn::Detail::qualifiedNameOf(signature, function), name) << signature;
