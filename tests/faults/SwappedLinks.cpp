@@ -3,7 +3,7 @@
 
 /// \file
 /// A folder is swapped for a link to a victim while it is being removed, at each system call of the
-/// removal. The victim has files of the same names and must lose none of them.
+/// removal, or is moved into the victim. The victim must lose none of its files.
 
 #include "faults/Faults.h"
 #include "support/Cache.h"
@@ -30,10 +30,40 @@ qsizetype entriesIn(const QString &folder)
     return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size();
 }
 
+void tryToRemove(void (*remove)(const QString &folder), const QString &folder)
+{
+    try {
+        remove(folder);
+    } catch (const Vyn::Exception::FolderDeletionException &) {
+        // another entry is in the way
+    }
+}
+
+/// Moves a folder away while folders so far below it are removed that its parent is closed.
+void moveAwayFromAClosedFolder()
+{
+    const QTemporaryDir base;
+    const QString top = base.filePath(u"top"_s);
+    const QString victim = base.filePath(u"victim"_s);
+    const QString deepest = top + u"/x"_s.repeated(70);
+    require(QDir().mkpath(deepest), "makes the folders");
+    fill(victim);
+    bool isMoved = false;
+    runInStops([&] { tryToRemove(FileUtils::removeDirRecursiveIfItExists, top); },
+        [&](pid_t) {
+            if (!isMoved && !QFile::exists(deepest)) {
+                isMoved = QDir().rename(top + u"/x/x/x"_s, victim + u"/moved"_s);
+            }
+            return false;
+        });
+    require(isMoved && entriesIn(victim) == kFiles + 1, "removes nothing beside the moved folder");
+}
+
 } // namespace
 
 int main()
 {
+    moveAwayFromAClosedFolder();
     const struct {
         const char *name, *folder; // "top" or its sub-folder "inner", which is swapped
         void (*remove)(const QString &folder);
@@ -56,11 +86,7 @@ int main()
             fill(victim);
             left = stop;
             const auto remove = [&] {
-                try {
-                    row.remove(base.filePath(QLatin1String(row.folder)));
-                } catch (const Vyn::Exception::FolderDeletionException &) {
-                    // the link is in the way
-                }
+                tryToRemove(row.remove, base.filePath(QLatin1String(row.folder)));
             };
             runInStops(remove, [&](pid_t) {
                 const qsizetype entries = entriesIn(inner);
