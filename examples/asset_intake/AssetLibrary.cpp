@@ -12,7 +12,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRegularExpression>
 #include <QSaveFile>
 
 #include <algorithm>
@@ -33,15 +32,6 @@ const QString kBackup = u".bak"_s; // copyWithBackup() appends it to the name of
 bool hasRoomForEnding(const QString &name)
 {
     return QFile::encodeName(name).size() <= 230; // most systems allow 255 bytes
-}
-
-/// Returns true if \a name looks like a temporary file of copyWithBackup(), which a killed run
-/// leaves: a random 64-bit number in base 36, a hyphen, a counter and ".tmp". The number has at
-/// least 9 digits, except once in 6 million cases.
-bool isTemporaryName(const QString &name)
-{
-    static const QRegularExpression form(u"^[0-9a-z]{9,13}-[0-9]+\\.tmp$"_s);
-    return form.match(name).hasMatch();
 }
 
 /// Returns the entries of the manifest \a path, by file name.
@@ -132,7 +122,7 @@ AssetLibrary::AssetLibrary(const QString &folder)
     for (const QFileInfo &file : files) {
         const QString name = file.fileName();
         const bool isBackup = file.suffix() == u"bak" && mFolder.exists(file.completeBaseName());
-        const bool isTemporary = isTemporaryName(name) && !entries.contains(name);
+        const bool isTemporary = file.suffix() == u"tmp" && !entries.contains(name);
         if (name == kManifest || isBackup || isTemporary || mAssets.contains(name.toCaseFolded())) {
             continue;
         }

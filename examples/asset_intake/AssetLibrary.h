@@ -55,7 +55,8 @@ class AssetLibrary {
 public:
     /// Reads the folder and its manifest. A file that is not in the manifest, or whose size or date
     /// differs from the manifest, is hashed and becomes an asset without a source. A run that was
-    /// killed leaves such files. Backups and temporary files of copyWithBackup() are ignored.
+    /// killed leaves such files. Backups are ignored, and so are files with the extension "tmp"
+    /// that are not in the manifest: a copyWithBackup() that was killed leaves such files.
     ///
     /// \throws Vyn::Exception::FileFormatException  The manifest was not written by this class.
     explicit AssetLibrary(const QString &folder);
