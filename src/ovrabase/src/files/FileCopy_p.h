@@ -31,15 +31,16 @@ public:
     const QString &path() const { return mPath; }
     QString path(const QString &name) const;
 
-    /// Does what Vyn::OvraBase::copyFile() does, for a file that is not a Qt resource. The copy has
-    /// the permissions of \a from without the set-uid, set-gid and sticky bits, if the file system
-    /// allows to set them.
+    /// Does what Vyn::OvraBase::copyFile() does, for a file that is not a Qt resource. On Linux,
+    /// the copy has the permissions of \a from without the set-uid, set-gid and sticky bits, if the
+    /// file system allows to set them. On Windows, it has the attributes of \a from.
     std::error_code copyFile(const QString &from, const QString &name) const;
 
     /// Removes the copy \a name, even if it is read-only. Ignores failures.
     void discardCopy(const QString &name) const;
 
-    /// Waits until the content of the file \a name is on the disk.
+    /// Waits until the content of the file \a name is on the disk. On Windows, does nothing and
+    /// succeeds if the file may not be opened for writing.
     std::error_code syncFile(const QString &name) const;
 
     /// Waits until the names in the folder are on the disk.
@@ -54,8 +55,9 @@ public:
     std::error_code renameOver(const QString &from, const QString &to) const;
 
     /// Makes \a backup a hard link to the entry \a name. An existing file or link \a backup is
-    /// replaced. Renames the entry instead if it is a folder, on Windows, and where the file system
-    /// has no hard links. \a spare is a free name, used for the link until it replaces \a backup.
+    /// replaced. Renames the entry instead on Windows, and if no hard link to it can be made (for
+    /// example, if it is a folder). \a spare is a free name, used for the link until it replaces
+    /// \a backup.
     std::error_code keepAsBackup(
         const QString &name, const QString &backup, const QString &spare) const;
 
@@ -97,7 +99,7 @@ private:
 /// if \a from is sticky, they may not write. On Windows, \a to has default permissions.
 std::error_code makeFolderLike(const QString &from, const QString &to);
 
-/// Removes from the folder \a to the permissions that \a from does not have, and the set-gid bit.
+/// The folder \a to loses the set-gid bit and the permissions that \a from does not have.
 /// To be called after the last entry is made in \a to. Does nothing on Windows.
 void finishFolderLike(const QString &from, const QString &to);
 

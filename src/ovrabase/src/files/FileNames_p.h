@@ -16,7 +16,7 @@ public:
     /// Takes the arguments of FileUtils::getUniqueFileName().
     NumberedNames(const QString &folder, const QString &baseName, const QString &extension);
 
-    /// Returns the number of the path without a number in it.
+    /// Returns the number of the path "stem.extension".
     qint64 first() const { return mStart - 1; }
     /// Returns the path with \a number.
     QString path(qint64 number) const;
@@ -26,8 +26,8 @@ public:
     QString firstFreePath(qint64 &number) const;
 
 private:
-    /// Returns false if the stem or the extension contains a separator, so that the paths are in
-    /// another folder.
+    /// Returns false if the paths may be in another folder than mFolder: the stem or the extension
+    /// contains a separator, or the name is absolute, for example because of a drive letter.
     bool isInFolder() const;
 
     QDir mFolder;

@@ -8,11 +8,12 @@
 #include <filesystem>
 
 /// \file
-/// The seam for small differences between the systems. The functions neither log nor throw.
+/// The seam for small differences between the systems, implemented in windows/FileSystem.cpp and
+/// posix/FileSystem.cpp. The functions neither log nor throw.
 namespace Vyn::OvraBase::os {
 
-/// During the lifetime of an object, Qt's file tests read NTFS access rights. Has no effect on
-/// other systems.
+/// On Windows, while an object of this class exists, QFileInfo::isReadable(), isWritable() and the
+/// like read the NTFS access rights. Has no effect on other systems.
 class NtfsPermissionLookup {
 public:
     NtfsPermissionLookup();

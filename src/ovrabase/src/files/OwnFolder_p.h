@@ -13,12 +13,13 @@ struct OwnFolder {
     bool isOwn = false; ///< false if another user may have access to the folder
 };
 
-/// Makes the folder \a name in the folder \a base, to which all users may write. \a name may have
-/// several components. Existing folders are kept. Only this user has access to the new folders.
+/// Makes the folder \a name in the folder \a base. \a name may have several components. Existing
+/// folders are kept.
 ///
-/// If the path exists and is a link, belongs to another user, or is a folder that others may write
-/// to, the function uses "<name>-<user id>" instead. On Windows, \a base belongs to the user, and
-/// \a name is always used.
+/// On Linux, all users may write to \a base. The folders get the mode 0700, also existing ones. If
+/// a component of \a name exists and is a link, belongs to another user, or is a folder that others
+/// may write to, the function uses "<name>-<user id>" instead. On Windows, \a base belongs to the
+/// user, and \a name is always used.
 OwnFolder makeOwnFolder(const QString &base, const QString &name);
 
 } // namespace Vyn::OvraBase::os
