@@ -32,7 +32,8 @@ bool endsWithWord(std::string_view text, std::string_view word)
 }
 
 /// Returns the end of the string or character literal that begins at \a at. An apostrophe without a
-/// second one nearby is not a literal but part of a file name; its end is then \a at + 1.
+/// second one nearby does not begin a literal, but is part of a file name, which Clang writes into
+/// the name of a lambda. The function then returns \a at + 1.
 std::size_t afterLiteral(std::string_view text, std::size_t at)
 {
     constexpr std::size_t kLongestCharacter = 12; // '\U0001F600'
@@ -138,12 +139,12 @@ std::size_t beginOfName(std::string_view text)
 }
 
 /// Returns the end of the qualified name that begins at \a begin: the position of the parameters of
-/// the last function with the name \a function, or the end of the last lambda.
+/// the last function with the name \a function or, for a lambda in GCC's notation, its end.
 std::size_t endOfName(std::string_view text, std::size_t begin, std::string_view function)
 {
     std::size_t end = kNotFound;
     std::size_t lastParameters = text.size();
-    std::size_t beforeTags = begin; // a tag of the ABI stands behind the function's name
+    std::size_t beforeTags = begin; // i, or the start of the ABI tags that end at i: "f[abi:x]("
     for (std::size_t i = begin; i < text.size();) {
         const char c = text[i];
         const bool isTag = text.substr(i).starts_with(kAbiTag);
@@ -169,8 +170,8 @@ std::size_t endOfName(std::string_view text, std::size_t begin, std::string_view
         }
         beforeTags = isTag ? beforeTags : i;
     }
-    // The loop does not find a conversion to a template parameter: its name has the parameter in
-    // one of the two texts, and the argument in the other.
+    // The loop does not find a conversion function to a template parameter if one of \a text and
+    // \a function has the parameter ("operator T"), and the other the argument ("operator int").
     return end == kNotFound ? lastParameters : end;
 }
 

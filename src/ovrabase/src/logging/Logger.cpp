@@ -18,19 +18,22 @@
 namespace Vyn {
 namespace {
 
-// Moving from a stream copies its format; its locale is copied too, but swapped by this library.
+// The move constructor of a stream copies the format and the locale of the other stream. The one of
+// MSVC's standard library swaps the two locales instead.
 #ifdef _MSVC_STL_VERSION
 constexpr bool kMoveSwapsLocale = true;
 #else
 constexpr bool kMoveSwapsLocale = false;
 #endif
 
-/// A stream in its first state, which every message moves from: that initialises a stream once,
-/// where the constructor from a buffer does it twice (for input and for output), and initialising
-/// is most of what a short message costs. Numbers are written alike under every global locale.
+/// A stream in its initial state. The base class of each message is move-constructed from it, which
+/// initialises the stream of the message once. The constructor from a buffer would initialise it
+/// twice, for input and for output, and the initialisation is most of the cost of a short message.
+/// Has the classic locale, so that the global locale does not change how numbers are written.
 class Pristine : public std::iostream {
 public:
-    /// The calling thread's one. It is never destroyed, as static destructors log too.
+    /// Returns the Pristine of the calling thread. It is never destroyed, because static
+    /// destructors log, too.
     static std::iostream &&ofThread()
     {
         alignas(Pristine) static thread_local unsigned char place[sizeof(Pristine)];
@@ -46,8 +49,9 @@ private:
     }
 };
 
-/// Returns empty room for a message, so that writing one of common length allocates nothing more.
-/// Without a delegate nobody reads the context, whose room is taken then.
+/// Returns an empty string with capacity for a message of common length, so that writing the
+/// message allocates nothing more. Without a delegate, the message is dropped and nobody reads
+/// \a context. The function then allocates nothing, and returns the buffer of \a context.
 std::string roomForAMessage(bool hasDelegate, std::string &context)
 {
     std::string room;
@@ -154,7 +158,7 @@ bool StreamLogger::appendDigits(T number) noexcept
     if (flags() != (std::ios::skipws | std::ios::dec) || getloc() != std::locale::classic()) {
         return false;
     }
-    std::array<char, std::numeric_limits<T>::digits10 + 2> digits; // and a sign
+    std::array<char, std::numeric_limits<T>::digits10 + 2> digits; // one more digit, and a sign
     const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), number);
     return append({digits.data(), static_cast<std::size_t>(written.ptr - digits.data())});
 }
@@ -185,7 +189,7 @@ void StreamLogger::deliver() noexcept
             mDelegate(mSeverity, std::move(mContext), std::move(text));
         }
     } catch (...) {
-        // A log call never fails its caller.
+        // A log call never throws, so what the delegate throws is dropped.
     }
 }
 

@@ -10,8 +10,8 @@
 
 /// \file
 /// The seam for devices, implemented in windows/Devices.cpp and posix/Devices.cpp. The functions
-/// fill records and return the system's error codes. They do not log, and throw std::bad_alloc
-/// only.
+/// fill DeviceInfo and USBInfo objects, and return the system's error codes. They do not log, and
+/// throw std::bad_alloc only.
 namespace Vyn::OvraBase {
 
 struct DeviceInfo;

@@ -7,8 +7,8 @@ class QString;
 
 /// \file
 /// The seam for the system's library loader, implemented in windows/SharedLibrary.cpp and
-/// posix/SharedLibrary.cpp. The functions log nothing. On failure, they return null and set
-/// \a error to the system's text. On success, they do not change \a error.
+/// posix/SharedLibrary.cpp. The functions log nothing. On failure, openLibrary() and findSymbol()
+/// return null and set \a error to the system's text. On success, they do not change \a error.
 namespace Vyn::OvraBase::os {
 
 /// Loads the library at the absolute \a path, and returns its handle.

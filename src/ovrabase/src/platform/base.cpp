@@ -22,7 +22,8 @@ constexpr LogPosition kBoundFromInstallation{
     "base.cpp:162 Vyn::OvraBase::registerExternalResource()"};
 constexpr LogPosition kNoResource{"base.cpp:166 Vyn::OvraBase::registerExternalResource()"};
 
-// Never destroyed: services may use it in their destructors, at the end of the process.
+// Never destroyed: services of the ServiceLocator may use it in their destructors, at the end of
+// the process.
 const QString &kSharedLibraryExtension = *new QString(QStringLiteral(".dll"));
 
 /// Returns the files in the application's folder that match \a name up to its second dot, sorted by

@@ -28,27 +28,29 @@ QString typeNameOf(const QObject &object)
 
 std::function<void(QObject *)> &ownershipHook()
 {
-    // Never destroyed: services may use it in their destructors, at the end of the process.
+    // Never destroyed: services of the ServiceLocator may use it in their destructors, at the end
+    // of the process.
     static auto &hook = *new std::function<void(QObject *)>;
     return hook;
 }
 
-/// True between the start and the end of an application object: objects can wait for its thread.
+/// True if an object can wait, which means that its deletion is queued on the application's thread.
+/// That is so from startWaiting() to the end of deleteWaitingObjects().
 constinit std::atomic<bool> sCanWait = false;
 /// True if an object began to wait after the last time this was set to false.
 constinit std::atomic<bool> sHasWaiting = false;
 
 /// Deletes the waiting objects, and those that begin to wait while others are deleted.
 ///
-/// All are deleted together: Qt searches the whole event queue for each object that is deleted on
-/// its own.
+/// Each of the two Qt calls handles many objects. With one call for each object, Qt would search
+/// the whole event queue each time.
 void deleteWaitingObjects()
 {
     do {
         sHasWaiting = false;
         // The functors that are queued for the application own the objects of other threads.
-        // Removing the events destroys the functors. The destructor of the application would remove
-        // all these events, too.
+        // Removing the events destroys the functors. Calls that other code queued for the
+        // application are removed as well. Its destructor would remove them otherwise.
         QCoreApplication::removePostedEvents(QCoreApplication::instance(), QEvent::MetaCall);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     } while (sHasWaiting);

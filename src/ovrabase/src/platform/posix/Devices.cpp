@@ -123,7 +123,7 @@ bool isDisk(udev_device *device, const QString &driver)
         return false;
     }
     // Linux makes loop, zram and network block devices before they are used. Their size is then 0.
-    // The size of a card reader without a card is 0 too, but it is not virtual, and counts.
+    // The size of a card reader without a card is 0 too, but it is not virtual, so it is a disk.
     const bool isVirtual =
         text(udev_device_get_devpath(device)).startsWith(QLatin1String("/devices/virtual/"));
     return !isVirtual || firstOf(device, {"size"}, {}) != QLatin1String("0");
@@ -139,8 +139,8 @@ bool isPassiveAcpiNode(udev_device *device)
            drivers.startsWith(QLatin1String("acpi:LNX"));
 }
 
-/// Returns true if \a device is on a bus and no driver is bound to it. A device of a class (in
-/// /sys/class and not on a bus) never has a driver: drivers create it.
+/// Returns true if \a device is on a bus, has no driver, and is not a passive ACPI node. A device
+/// of a class (in /sys/class and not on a bus) never has a driver: drivers create it.
 bool lacksDriver(udev_device *device)
 {
     const QString bus = QStringLiteral("/sys/bus/") + text(udev_device_get_subsystem(device));

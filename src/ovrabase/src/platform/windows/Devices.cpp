@@ -15,7 +15,8 @@
 
 #include <qt_windows.h>
 
-// The headers below define their GUIDs and property keys here instead of declaring them.
+// Makes the headers below define their GUIDs and property keys in this file. Without initguid.h,
+// they would only declare them.
 #include <initguid.h>
 
 #include <devguid.h>
@@ -127,7 +128,7 @@ void fill(DeviceInfo &info, HDEVINFO set, SP_DEVINFO_DATA &device)
     info.address = addressOf(set, device);
 }
 
-/// Returns the physical device object of the device \a instanceId, or an empty text.
+/// Returns the name of the physical device object of the device \a instanceId, or an empty text.
 QString pdoOf(const QString &instanceId)
 {
     const auto set = owned<DeviceSetHandle>(::SetupDiCreateDeviceInfoList(nullptr, nullptr));
@@ -184,7 +185,8 @@ std::int32_t usbNumberOf(const USBInfo &info)
     return hub ? usbNumberAt(hub.get(), static_cast<ULONG>(info.address)) : 0;
 }
 
-/// Returns 0 if the last call of the system \a succeeded, and its error otherwise, never 0.
+/// Returns 0 if the last call of the system \a succeeded. Otherwise returns its error or, if the
+/// system set none, ERROR_GEN_FAILURE.
 DWORD errorOf(BOOL succeeded)
 {
     const DWORD code = succeeded ? ERROR_SUCCESS : ::GetLastError();
