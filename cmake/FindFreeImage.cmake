@@ -6,7 +6,8 @@ Finds the FreeImage library, which has no CMake package. There is no imported ta
 ovrabase loads FreeImage at run time and does not link it.
 
 Result variables: ``FreeImage_FOUND``, ``FreeImage_VERSION``, and ``FreeImage_RUNTIME_NAME``, the name by
-which the system's loader finds the library. A static library has no such name and is not found.
+which the system's loader finds the library. On ELF systems, a static library has no such name and is not
+found.
 Cache variables: ``FreeImage_INCLUDE_DIR``, ``FreeImage_LIBRARY``.
 #]=======================================================================]
 

@@ -1,5 +1,5 @@
-# Installs the pages and the template for translations. The licence is installed twice: Debian expects it
-# beside the pages, vcpkg in the data folder.
+# Installs the documentation and the template for translations. The licence is installed twice: beside the
+# documentation, as is usual on Debian, and in the data folder, where vcpkg expects it.
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" RENAME copyright
     DESTINATION "${CMAKE_INSTALL_DATADIR}/ovrabase"
     COMPONENT development

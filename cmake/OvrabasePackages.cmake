@@ -48,7 +48,8 @@ set(CPACK_DEBIAN_DOCUMENTATION_DESCRIPTION
 "Errors, logs, services, files, text and storage devices for the modules of an
 application on Qt 6.
 .
-This package has the pages: the architecture and one page per subsystem.")
+This package has the documentation: the architecture and one page per
+subsystem.")
 
 # Each Debian package must contain the licence and the changelog.
 find_program(OVRABASE_GZIP gzip)

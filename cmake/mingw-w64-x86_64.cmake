@@ -17,7 +17,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Qt's build programs (moc, rcc) run on this machine, so they are those of its own Qt.
+# Qt's build programs (moc, rcc) run on this machine, so they come from the Qt installed for this machine.
 set(QT_HOST_PATH /usr)
 set(QT_HOST_PATH_CMAKE_DIR "/usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-gnu/cmake")
 

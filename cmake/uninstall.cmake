@@ -1,6 +1,6 @@
 # cmake -DBUILD=build -P uninstall.cmake
-# Removes the files that the last `cmake --install build` listed in its manifests, then the folders of
-# ovrabase that are empty.
+# Removes the files that the last `cmake --install build` listed in its manifests. Then removes the folders
+# of these files that are empty, and are named "ovrabase" or are below a folder of that name.
 file(GLOB manifests "${BUILD}/install_manifest*.txt")
 if(NOT manifests)
     message(FATAL_ERROR "Nothing is installed from ${BUILD}: it has no install_manifest.txt")
