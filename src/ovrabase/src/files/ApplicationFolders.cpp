@@ -46,7 +46,8 @@ bool isInside(const QString &path, const QString &folder)
 }
 
 /// Returns the application's temporary folder, and makes it if it is missing. The path is empty if
-/// the system has no temporary folder.
+/// the system has no temporary folder. If the folder is not below the system's temporary folder
+/// (see isInside()), isOwn is true although other users may have access.
 os::OwnFolder applicationTemporaryFolder()
 {
     const QString system = systemTemporaryPath();
@@ -68,7 +69,8 @@ os::OwnFolder applicationTemporaryFolder()
 }
 
 /// Returns the path of \a name in the application's temporary folder, and makes that folder if it
-/// is missing. Throws FolderCreationException if the folder cannot be used.
+/// is missing. Throws FolderCreationException if applicationTemporaryFolder() returns isOwn as
+/// false: the system has no temporary folder, or another user may have access to the folder.
 QString inApplicationTemporaryFolder(const QString &name)
 {
     const os::OwnFolder folder = applicationTemporaryFolder();
@@ -123,8 +125,9 @@ private:
     std::filesystem::file_time_type mMark; ///< the modification time that the last copy set
 };
 
-/// Copies the content of \a from to the new file \a to. Removes \a to on failure. Does not sync the
-/// file, in contrast to QFile::copy(): a temporary file need not survive a power failure.
+/// Copies the content and the permissions of \a from to the new file \a to, and closes \a to.
+/// Removes \a to on failure. Does not sync it, in contrast to QFile::copy(): a temporary file need
+/// not survive a power failure.
 bool copyContent(QFile &from, QFile &to)
 {
     QByteArray piece;

@@ -39,7 +39,8 @@ bool areEquivalent(const QString &a, const QString &b)
     return std::filesystem::equivalent(os::nativePath(a), os::nativePath(b), unknown);
 }
 
-/// Returns true if \a a and \a b are paths of the same entry. The path of a link is not followed.
+/// Returns true if \a a and \a b are paths of the same entry. If an entry is a link, the link
+/// itself is compared, and not its target.
 bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
 {
     const QString name = a.fileName();
@@ -73,7 +74,8 @@ bool keepsContentOf(const QString &path, const QString &backup)
     return !isLink(QFileInfo(backup)) && areEquivalent(path, backup);
 }
 
-/// Returns true for a link and for a folder: the path of another entry may contain them.
+/// Returns true for a link and for a folder, because both can be components of the paths of other
+/// entries.
 bool isPassage(const QFileInfo &entry)
 {
     return isLink(entry) || entry.isDir();
@@ -89,8 +91,8 @@ public:
         mTouched.reserve(static_cast<qsizetype>(size));
     }
 
-    /// Copies \a source to a temporary file. commit() moves it to \a destination and stores the
-    /// result at \a index. A failure is reported at once.
+    /// Copies \a source to a temporary file, and reports a failure of that at once. commit() moves
+    /// the file to \a destination and stores the result at \a index.
     void add(std::size_t index, const QString &source, const QString &destination)
     {
         PendingCopy copy{index, source, destination, {}, {}, {}, {}, false, false, {}};
@@ -122,7 +124,7 @@ public:
     void commit()
     {
         // The new content must be on the disk before it gets the name of the old content. The old
-        // content must be there too: it may have been written a moment ago.
+        // content must be on the disk too: it may have been written a moment ago.
         sync(&CopyBatch::syncContent, &PendingCopy::fresh);
         finish(&CopyBatch::replaceDestination, &PendingCopy::fresh);
         sync(&CopyBatch::syncNames, &PendingCopy::name);
@@ -146,9 +148,10 @@ private:
         QString folder; ///< path of the folder that holds the destination
         QString name;   ///< file name of the destination
         QString fresh;  ///< file name of the temporary file, which is in the same folder
-        std::optional<std::size_t> fileSystem; ///< index in mFileSystems; none without the folder
-        bool isNew;                            ///< true if nothing was at the destination
-        bool replacesPassage;  ///< true if the destination or the backup is a link or a folder
+        /// Index in mFileSystems; none if the folder does not exist.
+        std::optional<std::size_t> fileSystem;
+        bool isNew;            ///< true if nothing was at the destination
+        bool replacesPassage;  ///< !isNew, and isPassage() for the destination or the backup
         std::error_code error; ///< error of the last step
     };
     struct Folder {
@@ -158,8 +161,8 @@ private:
     };
 
     /// Returns a key that is equal for all paths of the same entry. Entries that differ only in
-    /// letter case also get equal keys; that costs only an early commit. \a last caches the folder
-    /// of the previous call.
+    /// letter case also get equal keys. The only effect is that commit() is called earlier than
+    /// needed. \a last caches the folder of the previous call.
     static QString keyOf(const QFileInfo &entry, Folder &last)
     {
         const QString folder = entry.path();
@@ -194,7 +197,8 @@ private:
         return isTouched(keyOf(from, mSource)) || isTouched(to) || mTouched.contains(backupOf(to));
     }
 
-    /// Copies \a from to a temporary file, and fills the members of \a copy from isNew on.
+    /// Copies \a from to a temporary file. Sets the members fresh, fileSystem, isNew and
+    /// replacesPassage of \a copy.
     std::error_code makeFresh(PendingCopy &copy, const QFileInfo &from, const QFileInfo &to)
     {
         // Reading a pipe may block forever. A device may have no end.
@@ -255,9 +259,11 @@ private:
     std::error_code syncNames(const PendingCopy &copy) { return open(copy).syncNames(); }
 
     /// Syncs a single pending copy with \a syncOne. Syncs the whole file systems for several
-    /// copies, and for a single copy to a folder, because syncOne() would not sync the content of
-    /// the folder. On failure, removes the new file, whose name is the member \a made: the
-    /// temporary file before it is moved, and the destination afterwards.
+    /// copies, and for a single copy whose destination is a folder: syncOne() would not sync the
+    /// content of that folder, which becomes the backup.
+    ///
+    /// Drops the copies that fail, see dropFailed(). \a made is the member with the name of the new
+    /// file: `fresh` before the temporary file is moved, and `name` afterwards.
     void sync(
         std::error_code (CopyBatch::*syncOne)(const PendingCopy &), QString PendingCopy::*made)
     {
@@ -282,8 +288,8 @@ private:
         dropFailed(made);
     }
 
-    /// Removes the pending copies that have an error from the list, and reports them. Removes the
-    /// file of each, whose name is the member \a made.
+    /// Removes the copies that have an error from mPending, and reports them. Deletes the new file
+    /// of each; the member \a made is its name.
     void dropFailed(QString PendingCopy::*made)
     {
         std::erase_if(mPending, [&](const PendingCopy &copy) {
@@ -324,10 +330,11 @@ private:
     std::vector<PendingCopy> mPending;
     QSet<QString> mTouched; ///< keys of the pending destinations
     Folder mSource;         ///< folder of the last source or of its target, for keyOf()
-    Folder mDestination;    ///< folder of the last destination, for keyOf() and add()
+    Folder mDestination;    ///< folder of the last destination, for keyOf() and makeFresh()
     std::optional<os::CopyFolder> mLastFolder; ///< the last result of open()
     os::SyncedFileSystems mFileSystems;
-    // The names are short, because Linux allocates memory for those of 40 bytes and more.
+    // The names of freeName() are short, because Linux allocates memory for each name of 40 bytes
+    // and more.
     QString mRandom = QString::number(QRandomGenerator::system()->generate64(), 36) + u'-';
     int mNames = 0;
 };

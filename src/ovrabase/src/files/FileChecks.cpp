@@ -80,8 +80,8 @@ bool FileUtils::isWritable(const QString &path)
     if (path.isEmpty() || entry.exists()) {
         return entry.isWritable();
     }
-    // Begins at the root, and ends at the first missing ancestor. So the paths for the system stay
-    // short, however long \a path is.
+    // Begins at the root, and ends at the first missing ancestor. So the paths that are passed to
+    // the system stay short, however long \a path is.
     const QString absolute = QDir::cleanPath(entry.absoluteFilePath());
     QFileInfo nearest;
     for (qsizetype end = sizeOfRoot(absolute); end > 0; end = absolute.indexOf(u'/', end + 1)) {

@@ -36,7 +36,8 @@ public:
     bool knows(const QString &ext)
     {
         if (!mFormatOf) {
-            // The constructor does not log: a log delegate that calls instance() would deadlock.
+            // The constructor does not log: a LogDelegate that calls instance() would wait forever
+            // for the end of the constructor.
             if (!mIsReported.exchange(true)) {
                 logAt(LOG_CONTEXT, Support, Logger::Warning,
                     QStringLiteral("Only svg is known as an image extension: ") + mError);
@@ -53,7 +54,7 @@ private:
 
     ImageLibrary()
     {
-        QLibrary library(QStringLiteral(OVRABASE_FREEIMAGE)); // its destructor does not unload it
+        QLibrary library(QStringLiteral(OVRABASE_FREEIMAGE)); // ~QLibrary() does not unload it
         mFormatOf = reinterpret_cast<FormatOf>(library.resolve("FreeImage_GetFIFFromFilename"));
         mError = library.errorString();
     }

@@ -19,7 +19,7 @@
 namespace Vyn::OvraBase {
 namespace {
 
-/// The names of devices. COM0 and LPT0 are not devices, but are reserved, too.
+/// The names that Windows reserves: those of its devices, and COM0 and LPT0, which are no devices.
 constexpr std::array<QStringView, 24> kReservedNames{u"CON", u"PRN", u"AUX", u"NUL", u"COM0",
     u"COM1", u"COM2", u"COM3", u"COM4", u"COM5", u"COM6", u"COM7", u"COM8", u"COM9", u"LPT0",
     u"LPT1", u"LPT2", u"LPT3", u"LPT4", u"LPT5", u"LPT6", u"LPT7", u"LPT8", u"LPT9"};
@@ -61,8 +61,8 @@ bool endsWithNumber(QStringView name)
     return tail.front() == u'_' && std::all_of(tail.begin() + 1, tail.end(), isAsciiDigit);
 }
 
-/// The numbers that files in a folder have. All their names consist of the same text before the
-/// number, a number, and the same text after it. The listing of the folder is read in pieces.
+/// The numbers in the names of files in a folder. Only names that consist of a given text, a number
+/// and another given text count. The folder is listed in pieces, see readMore().
 class ListedNumbers {
 public:
     ListedNumbers(const QString &folder, const QString &beforeNumber, const QString &afterNumber)
@@ -84,7 +84,7 @@ public:
         }
     }
 
-    /// Returns true if a file with \a number has been read.
+    /// Returns true if readMore() has read a file name with \a number.
     bool contains(qint64 number) const
     {
         const auto index = static_cast<std::size_t>(number);
@@ -104,7 +104,8 @@ private:
         }
         const NameView digits =
             name.substr(mBefore.size(), name.size() - mBefore.size() - mAfter.size());
-        // Limits the size of mNumbers. A file with a greater number is found without the listing.
+        // Limits the size of mNumbers. For a greater number, firstFreePath() tests whether the file
+        // exists.
         constexpr std::size_t kMaxDigits = 6;
         if (digits.size() > kMaxDigits || (digits.size() > kNumberDigits && digits[0] == '0')) {
             return kNone; // NumberedNames writes leading zeros only up to three digits
@@ -183,9 +184,10 @@ bool NumberedNames::isInFolder() const
 
 QString NumberedNames::firstFreePath(qint64 &number) const
 {
-    // The first names are tested without a listing, because a few tests are faster than one. Then
-    // some entries are listed per test. To list an entry takes about a tenth of the time of a test,
-    // so that a folder with many other files makes the search only a few times slower.
+    // The first names are tested without a listing of the folder, because a few tests are faster
+    // than a listing. After that, some entries are listed per test. To list an entry takes about a
+    // tenth of the time of a test. So the listing makes the search at most a few times slower, even
+    // if the folder has many other files.
     constexpr int kTestsBeforeListing = 32;
     constexpr int kListedPerTest = 32;
     std::optional<ListedNumbers> listed;

@@ -28,9 +28,10 @@ struct PlannedCopy {
     Kind kind;
     QString from;
     QString to;
-    /// Canonical paths of the folders that hold the links on the way here.
+    /// For a folder: the canonical paths of the folders that contain the links which were followed
+    /// from the source to it.
     QStringList linkedFrom = {};
-    bool isEmpty = false; ///< a folder from which nothing is copied
+    bool isEmpty = false; ///< a folder whose content adds no PlannedCopy
 };
 
 bool isAtOrBelow(const QString &path, const QString &folder)
@@ -61,7 +62,8 @@ std::error_code listNames(const QString &folder, QStringList &names)
     return {};
 }
 
-/// Lists the content of a folder at this moment. Each folder comes before its content.
+/// The copies that are to be made of a folder and its content. The constructor lists the content.
+/// Each folder comes before its content.
 class FolderCopyPlan {
 public:
     FolderCopyPlan(const QString &source, const QString &destination)
@@ -110,9 +112,13 @@ private:
         mCopies.push_back(copy);
     }
 
-    /// Returns true if the content of the folder behind \a link, which is in \a folder, is copied.
-    /// Links that lead back are not followed, and of the links in linked folders only the first
-    /// ones: folders that link to each other would be copied without end.
+    /// Returns true if the folder to which \a link leads is copied. Then \a linkedFrom gets the
+    /// canonical path of \a folder, which contains \a link.
+    ///
+    /// A link is not followed if its target contains the link, or an earlier link through which it
+    /// was reached: the copy would not end. Of the links inside linked folders, only the first
+    /// kMostNested are followed: if folders link to each other, the number of copies would grow
+    /// exponentially.
     bool mayFollow(const QFileInfo &link, const PlannedCopy &folder, QStringList &linkedFrom)
     {
         constexpr int kMostNested = 100;
@@ -129,7 +135,7 @@ private:
     }
 
     std::vector<PlannedCopy> mCopies;
-    int mNested = 0; ///< links that were followed in folders behind other links
+    int mNested = 0; ///< number of followed links inside linked folders
 };
 
 void warn(const PlannedCopy &copy)
@@ -167,7 +173,7 @@ bool FileUtils::copyRecursively(const QString &source, const QString &destinatio
                 continue;
             }
             allCopied = false;
-            if (copy.isEmpty) { // otherwise the files inside are reported
+            if (copy.isEmpty) { // otherwise the copies of its content fail and are reported
                 warn(copy);
             }
         } else if (copy.kind == PlannedCopy::Impossible || copyOne(copy)) {
@@ -175,7 +181,8 @@ bool FileUtils::copyRecursively(const QString &source, const QString &destinatio
             allCopied = false;
         }
     }
-    // The innermost first: a finished folder may not let its owner change anything in it.
+    // The innermost folders first: finishing a folder can take away the owner's permission to
+    // change anything in it.
     std::for_each(madeFolders.crbegin(), madeFolders.crend(),
         [](const PlannedCopy *copy) { os::finishFolderLike(copy->from, copy->to); });
     for (const std::error_code &error : fileSystems.sync()) {

@@ -77,12 +77,14 @@ std::error_code writeAll(int file, const char *data, ssize_t size)
     return {};
 }
 
-/// Copies from where both files stand to the end of \a from, which had \a size bytes.
+/// Copies the bytes from the current offset of \a from to its end, and writes them at the current
+/// offset of \a to. \a size is the size that the system has given for \a from.
 std::error_code copyContent(int from, int to, off_t size)
 {
     // copy_file_range() shares the blocks where the file system can. It fails for many pairs of
-    // files and returns 0 for files of /proc. Then the loop below goes on with read() and write(),
-    // which report the error if there is one.
+    // files, and can return 0 for files of /proc and /sys. It is not called if the size is 0, which
+    // most files of /proc have. In these cases, the loop with read() and write() copies the rest,
+    // and reports the error if there is one.
     constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;
     off_t copied = 0;
     while (copied < size) {
@@ -112,20 +114,22 @@ std::error_code copyContent(int from, int to, off_t size)
     }
 }
 
-/// Returns what a copy of the folder \a path may be open for: all that is possible if it has no
-/// permissions, being a Qt resource.
+/// Returns the permissions for a copy of the folder \a path. A Qt resource has no permissions; for
+/// it, the function returns all.
 mode_t permissionsOfFolder(const QString &path)
 {
     struct stat status {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
         return kPermissions;
     }
-    // Without the sticky bit, others could remove what is not theirs.
+    // The copy has no sticky bit. So group and others could remove entries of other users if they
+    // could write to it.
     const mode_t lost = (status.st_mode & S_ISVTX) != 0 ? S_IWGRP | S_IWOTH : 0;
     return status.st_mode & kPermissions & ~lost;
 }
 
-/// Opens a file or folder to sync it. If it is a pipe, open() does not wait for a writer.
+/// The flags to open a file or folder that is synced. With O_NONBLOCK, open() does not wait for a
+/// writer if the entry is a pipe.
 constexpr int kToSync = O_RDONLY | O_NONBLOCK;
 
 std::error_code syncOpened(const Descriptor &entry)
@@ -142,7 +146,7 @@ std::error_code syncOpened(const Descriptor &entry)
 CopyFolder::CopyFolder(const QString &path)
     : mPath(path)
 {
-    // Names in a folder can be changed without the right to list them.
+    // O_PATH, because the names in a folder can be changed without the right to list them.
     Descriptor folder(path, O_PATH | O_DIRECTORY);
     mError = folder.isOpen() ? std::error_code() : lastError();
     mDescriptor = folder.release();
@@ -223,8 +227,8 @@ std::error_code CopyFolder::renameNew(const QString &from, const QString &to) co
     if (error != std::errc::invalid_argument && error != std::errc::function_not_supported) {
         return error;
     }
-    // This file system has no such rename. With link() the file has two names for a moment, but it
-    // never replaces another one.
+    // This file system has no RENAME_NOREPLACE. linkat() does not replace an existing file either.
+    // The file has two names for a moment.
     if (::linkat(mDescriptor, source.constData(), mDescriptor, destination.constData(), 0) == 0) {
         ::unlinkat(mDescriptor, source.constData(), 0);
         return {};
@@ -301,7 +305,7 @@ void finishFolderLike(const QString &from, const QString &to)
     struct stat status {};
     ::stat(path.constData(), &status);
     const mode_t permissions = status.st_mode & permissionsOfFolder(from);
-    // A folder can also have a set-gid bit, from the one that it was made in.
+    // A folder can also have a set-gid bit, which it inherits from its parent folder.
     if (permissions != (status.st_mode & ~mode_t{S_IFMT})) {
         ::chmod(path.constData(), permissions);
     }

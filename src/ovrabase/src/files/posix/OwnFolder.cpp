@@ -12,8 +12,8 @@
 namespace Vyn::OvraBase::os {
 namespace {
 
-/// Makes the folders \a name in \a base. Returns false if one of them exists and is a link, belongs
-/// to another user, or is a folder that others may write to.
+/// Makes each folder of the relative path \a name in \a base. Returns false if one of them exists
+/// and is a link, belongs to another user, or is a folder that others may write to.
 bool makeOwn(const QString &base, const QString &name)
 {
     QString path = base;

@@ -18,8 +18,8 @@ std::error_code errorFrom(DWORD code)
     return {static_cast<int>(code), std::system_category()};
 }
 
-/// Makes the file \a path writable while one exists. Windows neither replaces nor syncs a read-only
-/// file.
+/// Makes the file \a path writable while an object of this class exists. Windows neither replaces
+/// nor syncs a read-only file.
 class WithoutReadOnly {
 public:
     explicit WithoutReadOnly(const std::filesystem::path &path)
@@ -39,7 +39,8 @@ public:
     WithoutReadOnly(const WithoutReadOnly &) = delete;
     WithoutReadOnly &operator=(const WithoutReadOnly &) = delete;
 
-    /// Leaves the path as it is: another file is there now.
+    /// The destructor will not make the file read-only again. To be called if the file has been
+    /// replaced or will be deleted.
     void release() { mAttributes = INVALID_FILE_ATTRIBUTES; }
 
 private:
@@ -104,7 +105,7 @@ void CopyFolder::discardCopy(const QString &name) const
 std::error_code CopyFolder::syncFile(const QString &name) const
 {
     const std::error_code error = sync(nativePath(path(name)));
-    // A user who may only read the file has written nothing to it.
+    // Assumes that this user has written nothing to a file that cannot be opened for writing.
     const bool mayNotWrite =
         error.value() == ERROR_ACCESS_DENIED || error.value() == ERROR_SHARING_VIOLATION;
     return mayNotWrite ? std::error_code() : error;
@@ -133,8 +134,9 @@ std::error_code CopyFolder::renameOver(const QString &from, const QString &to) c
 std::error_code CopyFolder::keepAsBackup(
     const QString &name, const QString &backup, const QString & /*spare*/) const
 {
-    // No hard link: if another program has the file open, it cannot be replaced after that, and the
-    // older backup would be lost for nothing.
+    // Renames the file and makes no hard link. If another program has the file open, it may be
+    // impossible to rename or replace it, but possible to link it: the link would replace the older
+    // backup, and then the copy would fail.
     return renameOver(name, backup);
 }
 

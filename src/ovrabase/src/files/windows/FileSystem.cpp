@@ -49,8 +49,9 @@ void hideFile(const QString &path)
 
 std::filesystem::path nativePath(const QString &path)
 {
-    // Windows accepts a longer path only with the prefix "\\?\". The bound for folders is 12 less
-    // than that for files, as a file in it needs an 8.3 name.
+    // Windows accepts a path of MAX_PATH characters and more only with the prefix "\\?\". For a
+    // folder the bound is 12 less, so that a file in it can have an 8.3 name. The lower bound is
+    // used for all paths.
     constexpr qsizetype kLongPath = MAX_PATH - 12;
     QString native = QDir::toNativeSeparators(path);
     if (native.size() >= kLongPath && QDir::isAbsolutePath(path)) {
