@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
-"""Puts small faults into the library, one at a time, and runs the tests of their folder.
+"""Puts small faults into the library, one at a time, and runs the tests of their folder, and for
+src/ovrabase/src/files also the programs of tests/faults.
 
 A fault that no test notices is a survivor: a test is missing, or the code is not needed. Works on a
 copy of the committed sources in build/mutate, so an interruption leaves no fault in the sources. A
@@ -91,6 +92,11 @@ def run(arguments, seconds):
             return False
 
 
+def tests(folder):
+    """Returns a regular expression for the first words of the test names of a folder."""
+    return "(files|faults)" if folder == "files" else folder
+
+
 def build(folder):
     return run(["cmake", "--build", BUILD / "build", "-j2", "--target", *targets(folder)], 900)
 
@@ -99,12 +105,12 @@ def targets(folder):
     """Returns the targets of a folder's test programs."""
     listing = subprocess.run(["ninja", "-C", BUILD / "build", "-t", "targets", "all"],
                              capture_output=True, text=True, check=True).stdout
-    return sorted(set(re.findall(rf"^({folder}_\w+): phony", listing, re.M)))
+    return sorted({match[1] for match in re.finditer(rf"^({tests(folder)}_\w+): phony", listing, re.M)})
 
 
 def test(folder, seconds=300):
     return run([*ENCLOSED, BUILD, "ctest", "--test-dir", BUILD / "build", "--no-tests=error",
-                "--stop-on-failure", "-R", rf"^{folder}(_|$)"], seconds)
+                "--stop-on-failure", "-R", rf"^{tests(folder)}(_|$)"], seconds)
 
 
 def main():
