@@ -46,17 +46,6 @@ Stream openFolder(int parent, const char *name, int flags)
     return stream;
 }
 
-/// Removes the folder \a name in \a parent if it is empty. Returns false if it is not removed.
-bool removeEmptied(int parent, const char *name)
-{
-    if (::unlinkat(parent, name, AT_REMOVEDIR) == 0) {
-        return true;
-    }
-    // Another program may have replaced the folder by a file or a link. It is removed, too, because
-    // it is in the tree.
-    return errno == ENOTDIR && ::unlinkat(parent, name, 0) == 0;
-}
-
 /// Removes the content of a folder. All calls are relative to the descriptor of a folder, so that
 /// they stay in the tree even if another program replaces one of its folders by a link.
 class ContentRemoval {
@@ -137,7 +126,7 @@ private:
     /// is not tried again when its level was closed and is listed again.
     void removeOrKeep(const char *name)
     {
-        if (!removeEmptied(descriptor(), name)) {
+        if (::unlinkat(descriptor(), name, AT_REMOVEDIR) != 0) {
             mLevels.back().kept.insert(name);
         }
     }
