@@ -61,7 +61,7 @@ if(out MATCHES "already there|duplicate of")
     message(FATAL_ERROR "without --list, files that are not copied are shown:\n${out}")
 endif()
 
-# A run that is killed leaves no manifest.
+# A killed run saves no manifest. The next run recognises the copies by their content.
 file(REMOVE "${WORK}/library/manifest.json")
 run(0 ${folders})
 expect_in_output("Nothing to copy (0 files")
@@ -71,24 +71,25 @@ run(0 ${folders})
 expect_content(library/README "changed")
 expect_content(library/README.bak "content of README")
 
-# A backup is not an asset.
+# A backup is not an asset, so that a source with the content of a backup is copied.
 file(WRITE "${WORK}/source/README.old" "content of README")
 run(0 ${folders})
 expect_in_output("Copied (1 files")
 
-# A duplicate that has changed is no duplicate any more: its asset can be replaced.
+# A duplicate that has changed is no source of the asset any more. A change of the other source then replaces
+# the asset.
 file(WRITE "${WORK}/source/sub/mesh.GLB" "other")
 run(0 ${folders})
 file(WRITE "${WORK}/source/sub/again.glb" "changed too")
 run(0 ${folders})
 expect_content(library/again.glb "changed too")
 
-# An asset that was changed in the library no longer has the content of its source.
+# An asset that was changed in the library no longer has the content of its source, which is copied again.
 file(WRITE "${WORK}/library/x.slvar" "CONTENT of link/x.slvar")
 run(0 ${folders})
 expect_in_output("Copied (1 files")
 if(CMAKE_HOST_SYSTEM_NAME STREQUAL Linux AND NOT EMULATOR)
-    file(CREATE_LINK /proc/self/mem "${WORK}/source/unreadable.png" SYMBOLIC) # nothing is mapped at 0
+    file(CREATE_LINK /proc/self/mem "${WORK}/source/unreadable.png" SYMBOLIC) # no memory is mapped at address 0
     file(CREATE_LINK nowhere "${WORK}/source/dangling.png" SYMBOLIC)
     execute_process(COMMAND sh -c "touch \"$1$(printf '\\351')\"" sh "${WORK}/source/not UTF-8 ")
     run(1 ${folders})
@@ -113,8 +114,8 @@ if(CMAKE_HOST_SYSTEM_NAME STREQUAL Linux AND NOT EMULATOR)
     expect_content("library/large 1.png" "${large}1")
 endif()
 
-# An asset whose first source has changed belongs to its duplicate, under the old name. The temporary
-# file of a copy that was killed is not an asset.
+# If the first source of an asset changes, the asset keeps its name and belongs to the duplicate alone. The
+# temporary file of a copy that was killed is not an asset.
 file(WRITE "${WORK}/source/twin 1" "twin")
 file(WRITE "${WORK}/source/twin 2" "twin")
 run(0 ${folders})

@@ -49,17 +49,17 @@ int main(int argc, char **argv)
     require(log.str().starts_with("warning [UI: c] grün255"), log.str());
 
     const Vyn::future<void> none{Vyn::future<void>::backend_type()};
-    require(!none.valid(), "the backend of futures");
+    require(!none.valid(), "a future of an empty backend is not valid");
     try {
         FileUtils::changeFilePathExtension(QStringLiteral("a.txt"), QString());
         require(false, "an exception is thrown");
     } catch (const Vyn::Exception::Exception<1, Vyn::Exception::ParameterException> &caught) {
         require(dynamic_cast<const Vyn::Exception::InvalidArgumentException *>(&caught),
-            "it is caught by its base class and keeps its own");
+            "an exception caught by its base class keeps its own class");
     }
 
-    // An installed library looks for resources beside the program, not in a folder of its builder
-    // and not in the current one.
+    // An installed library looks for resources beside the program. It looks neither in a folder of
+    // the machine that built it (OVRABASE_DEV_RESOURCE_DIR) nor in the current one.
     QFile here(QStringLiteral("here.rcc"));
     require(here.open(QFile::WriteOnly), "the current folder can be written");
     registerExternalResource(here.fileName());

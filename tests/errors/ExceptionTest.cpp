@@ -13,14 +13,14 @@ namespace {
 
 using testing::StrEq;
 
-/// Expects that each class is caught as Category and answers its place in this order, and that the
-/// category is number zero.
+/// Expects that each of the classes Es is caught as Category, and that its sub-code is its position
+/// in Es, counted from 0. The sub-code of Category itself must be 0.
 template<class Category, class... Es, class... Arguments>
 void expectNumberedFromZero(const Arguments &...arguments)
 {
     const auto expectCaught = []<class E>(const E &thrown, unsigned int subCode) {
         SCOPED_TRACE(typeid(E).name());
-        EXPECT_THROW(throw thrown, Category); // copies, so -Wdeprecated-copy-dtor checks it
+        EXPECT_THROW(throw thrown, Category); // copies it, which -Wdeprecated-copy-dtor checks
         EXPECT_EQ(static_cast<const BaseException &>(thrown).errorSubCode(), subCode);
     };
     unsigned int subCode = 0;
@@ -52,7 +52,7 @@ TEST(Exception, EveryMessageTypeGivesTheSameUtf8AndKeepsTheSubject)
     EXPECT_THAT(BaseException(static_cast<const char *>(nullptr)).what(), StrEq(""));
 }
 
-TEST(Exception, TracesOverwriteTheTextAndOnlyACopyIsTracedFromItsBeginningAgain)
+TEST(Exception, TracesOverwriteTheTextAndStartAgainInACopyButNotInAMovedException)
 {
     BaseException original("abcdef");
     for (const char *const what : {" <Xdef", " <X <X", " <X <X <X"}) {

@@ -88,10 +88,10 @@ inline bool runInStops(
     return true;
 }
 
-/// Copies the file "source" in \a folder to "copies/1" and "copies/2" with backup, and kills the
-/// process at the first stop, then at the second and so on, until the copies return. Both
-/// destinations exist before if \a isThere. Calls \a prepared before the copies and \a ended after
-/// the end of the process. Requires then that no content is lost. Returns the number of stops.
+/// Copies the file "source" in \a folder to "copies/1" and "copies/2" with backup, in many runs.
+/// Kills the process of run n at its stop n, until a run ends before that stop. In each run, both
+/// destinations exist before if \a isThere, \a prepared is called before the copies and \a ended
+/// after the end of the process, and then no content may be lost. Returns the number of runs.
 inline int killCopiesAtEachStop(const QString &folder, bool isThere,
     const std::function<void()> &prepared, const std::function<void()> &ended)
 {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// A process that copies with backup is killed before and after each of its system calls.
+/// Processes that copy with backup are killed, one before and one after each system call.
 
 #include "faults/Faults.h"
 
@@ -11,10 +11,10 @@ int main()
     using namespace Vyn::Test;
     for (const bool isThere : {false, true}) {
         const QTemporaryDir folder;
-        const int stops = killCopiesAtEachStop(
+        const int runs = killCopiesAtEachStop(
             folder.path(), isThere, [] {}, [] {});
-        require(stops > 20, "the copies are killed too");
-        std::printf("killed at %d stops\n", stops);
+        require(runs > 20, "processes are killed during the copies");
+        std::printf("%d runs, all but the last one killed\n", runs);
     }
     return 0;
 }

@@ -22,14 +22,16 @@ mode_t modeOf(const fs::path &path)
     return lstat(path.c_str(), &status) == 0 ? status.st_mode & ~mode_t{S_IFMT} : 0;
 }
 
-/// Requires that no entry below \a copy is more open than the one below \a source.
+/// Requires that no entry below \a copy has a permission that the same entry below \a source lacks,
+/// except those of the owner.
 void requireNotMoreOpen(const fs::path &source, const fs::path &copy)
 {
-    std::error_code missing; // yet
+    std::error_code missing; // the copy may not exist yet
     for (const auto &entry : fs::recursive_directory_iterator(copy, missing)) {
-        // Its owner must be able to fill a folder.
+        // The owner of a folder must be able to fill it.
         const mode_t allowed = modeOf(source / fs::relative(entry, copy)) | S_IRWXU;
-        require((modeOf(entry) & 0777 & ~allowed) == 0, "a copy is not more open than its source");
+        require((modeOf(entry) & 0777 & ~allowed) == 0,
+            "a copy has no permission that its source lacks");
     }
 }
 

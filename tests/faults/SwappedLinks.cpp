@@ -65,9 +65,9 @@ int main()
 {
     moveAwayFromAClosedFolder();
     const struct {
-        const char *name, *folder; // "top" or its sub-folder "inner", which is swapped
+        const char *name, *folder; // what is removed; "top/inner" is swapped
         void (*remove)(const QString &folder);
-        bool followsLinks = false; // where the path that it is given is a link already
+        bool followsLinks = false; // true: remove() follows a link at its path
     } rows[] = {
         {"removal, link inside", "top", FileUtils::removeDirRecursiveIfItExists},
         {"removal, link in its place", "top/inner", FileUtils::removeDirRecursiveIfItExists},

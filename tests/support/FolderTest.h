@@ -27,13 +27,14 @@ using OvraBase::FileUtils;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Gives each test an empty folder, its log, and the functions of FileUtils without a qualifier.
-/// Names are relative to that folder. A test fails if it leaves a record in the log. A tree is
-/// written as one text, its sorted entries: "file=content, folder/, folder/empty file,
-/// link->target".
+/// Gives each test an empty folder, a RecordedLog, and the functions of FileUtils without a
+/// qualifier. Names are relative to that folder. A test fails if it does not take all records from
+/// the log. A tree is written as one text, its sorted entries: "file=content, folder/, folder/empty
+/// file, link->target".
 class FolderTest : public testing::Test, protected OvraBase::FileUtils {
 protected:
-    void SetUp() override { ASSERT_TRUE(mFolder.isValid()); } // otherwise paths would begin in "."
+    /// Without a valid folder, all paths would be empty, which QDir takes for the current folder.
+    void SetUp() override { ASSERT_TRUE(mFolder.isValid()); }
     void TearDown() override { EXPECT_THAT(mLog.take(), IsEmpty()); }
 
     QString path(const std::string &name) const

@@ -21,7 +21,7 @@
 #endif
 
 /// \file
-/// Changes of the process that end with the guard that the function returns.
+/// Each function changes the process until the returned guard is destroyed.
 namespace Vyn::Test {
 
 using Guard = QScopeGuard<std::function<void()>>;
@@ -61,7 +61,7 @@ struct Grouping : std::numpunct<char> {
 
 #ifdef Q_OS_LINUX
 /// Lets the process have no more than \a limit files open, which holds for root too. Call only the
-/// tested function then: checks of the undefined behaviour sanitizer need files, too.
+/// tested function while the guard exists: checks of the undefined behaviour sanitizer open files.
 [[nodiscard]] inline Guard withOpenFiles(rlim_t limit)
 {
     rlimit before{};

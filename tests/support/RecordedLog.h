@@ -29,8 +29,8 @@ struct Record {
     }
 };
 
-/// Keeps every record of the log manager for as long as it lives; binds the loggers when first
-/// used.
+/// Keeps every record that the log manager delivers while this object exists. The first object of
+/// the process binds the loggers.
 class RecordedLog : Core::Log::LogDelegate {
 public:
     RecordedLog() { [[maybe_unused]] static const bool bound = (OvraBase::bindLoggers(), true); }
@@ -57,7 +57,7 @@ private:
 
     mutable std::mutex mMutex;
     std::vector<Record> mRecords;
-    // Owns nothing, because this object ends the registration before itself.
+    // The pointer owns nothing: the registration ends before this object does.
     const Core::Log::ScopedPushLogDelegate mRegistration{{std::shared_ptr<void>(), this}};
 };
 
