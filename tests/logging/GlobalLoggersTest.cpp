@@ -30,7 +30,7 @@ TEST(GlobalLoggers, PutTheirPrefixesBeforeTheContext)
 {
     const RecordedLog log;
     for (const LogService service : {UI, Support, Debug, Service9}) {
-        logger(service).info("c") << "x"; // dropped by the last, which the application may bind
+        logger(service).info("c") << "x"; // Service9 drops it: bindLoggers() does not bind that one
     }
     bindLogger(Service9, QStringLiteral("Nine: "));
     logger(Service9).info("c") << "x";
@@ -43,7 +43,7 @@ TEST(GlobalLoggers, BringTheRecordsOfSpdlogToDebug)
 {
     using namespace spdlog::level;
     const RecordedLog log;
-    // A logger of another module that writes to nothing but the bridge.
+    // A logger of another module. Its only sink is the one that bindLoggers() has added.
     spdlog::logger core("core", spdlog::default_logger()->sinks().back());
     core.set_level(trace);
     for (const auto level : {trace, warn, err, critical, off}) {

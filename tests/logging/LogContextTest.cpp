@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-// The context of the function that uses it, without the file and line in front of it.
+// The context of the function that uses this macro, without the file and line in front.
 #define NAME_OF_THIS (LOG_CONTEXT.substr(LOG_CONTEXT.find(' ') + 1))
 
 // The context of a function, of a lambda in it and of a member of its local class.
@@ -51,7 +51,7 @@ TEST(LogContext, NamesFileLineAndFunctionsWithoutTheirTypes)
 {
     const std::string here = "LogContextTest.cpp:" + std::to_string(__LINE__ + 1) + " ";
     EXPECT_THAT(LOG_CONTEXT, StartsWith(here));
-    // A text of some 45,000 characters, more than compilers look at while compiling.
+    // In this instance of the template, __PRETTY_FUNCTION__ has some 45,000 characters.
     EXPECT_EQ(functionTemplate(std::make_index_sequence<8000>()), "ctx::functionTemplate()");
     EXPECT_EQ(taggedFunction(), "ctx::taggedFunction()");
     EXPECT_THAT(inUnnamed(1, {}),
@@ -81,7 +81,7 @@ TEST(LogContext, NamesTheFunctionAlsoInItsLambdasAndLocalClasses)
     }
 }
 
-// Texts of all compilers, also of those other than the one of this build.
+// Signatures in the forms of several compilers, whichever one builds this test, and malformed ones.
 TEST(LogContext, CutsTheNameOutOfAnyCompilersText)
 {
     const std::string rows[][4] = {{"", "top level", "", ""},

@@ -75,7 +75,7 @@ TEST(LogManager, AppliesChangesOfDelegatesFromTheNextRecordOn)
     const ScopedPushLogDelegate changer(std::make_shared<Calling>([&](const QString &) {
         if (!added) {
             added.emplace();
-            ended.emplace(other); // ends the old registration first
+            ended.emplace(other); // first ends the registration made below
         }
     }));
     ended.emplace(other);
@@ -91,7 +91,7 @@ TEST(LogManager, HoldsNoLockWhileItReleasesADelegateThatEndsItself)
     std::optional<ScopedPushLogDelegate> registration;
     Calling writer([&](const QString &) { registration.reset(); });
     registration.emplace(std::shared_ptr<LogDelegate>(&writer, [](const LogDelegate *) {
-        // The destructor waits for the thread, for ever if the lock is held.
+        // ~jthread() waits for the thread, for ever if this thread holds the manager's lock.
         std::jthread([] { say(u"flushed"_s); });
     }));
     say(u"x"_s);
@@ -134,7 +134,7 @@ TEST(LogManager, GetsTheMessagesOfQtWithTheirLevelsUnlessTheyAreMasked)
     }
     emitMessage(QtInfoMsg, nullptr);
     std::vector<Record> expected;
-    // The default mask is without debug messages. Then comes each type alone.
+    // The default mask leaves out debug messages. Each of the next masks selects one type.
     for (const int level : {1, 2, 2, 0, 0, 1, 2, 2, 0}) {
         expected.push_back({level, "Default", "widget.cpp(42): hello"});
     }

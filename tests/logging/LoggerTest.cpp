@@ -69,10 +69,11 @@ protected:
     }
 
     Logger mLogger;
-    std::vector<std::string> mTexts; ///< after the severity, unless that is Info, and the context
+    /// For each message, its severity (nothing for Info), context and text.
+    std::vector<std::string> mTexts;
 };
 
-// A name at the end of a statement shows that the chain still takes Qt's values.
+// The QString at the end of a statement shows that the stream still accepts types of Qt there.
 TEST_F(LoggerTest, TakesQtValuesAnywhereInTheStatement)
 {
     const QString name = u"尺 \"%1\""_s;

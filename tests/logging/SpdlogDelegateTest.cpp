@@ -22,10 +22,11 @@ using namespace std::string_literals;
 
 class SpdlogDelegateTest : public testing::Test {
 protected:
-    RecordedLog mLog; // binds the loggers
+    RecordedLog mLog; // calls bindLoggers(), which adds the bridge
     std::ostringstream mWritten;
     std::shared_ptr<spdlog::logger> mLogger = std::make_shared<spdlog::logger>(
         "file", std::make_shared<spdlog::sinks::ostream_sink_mt>(mWritten));
+    /// The sink that passes spdlog's records on to the log manager.
     const spdlog::sink_ptr mBridge = spdlog::default_logger()->sinks().back();
 
     SpdlogDelegateTest()

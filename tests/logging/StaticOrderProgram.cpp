@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Logs before main(), after it and after the end of everything. A process of its own, because it
-// tests the order of statics. It exits with 0 if the right records are delivered.
+// Logs before main(), after it, and after the manager is closed and the loggers are destroyed. A
+// process of its own, because it tests the order of statics. It exits with 0 if the right records
+// are delivered.
 
 #include "support/Require.h"
 
@@ -27,7 +28,8 @@ struct Counting : Core::Log::LogDelegate {
 Logger gBound;
 Core::Log::ScopedPushLogDelegate *volatile gLeftRegistered = nullptr;
 
-/// Logs last of all: constructed before the manager, destroyed after the manager is closed.
+/// Logs last of all: constructed before the manager, and destroyed after the manager is closed,
+/// except on Windows.
 struct LateSpeaker {
     ~LateSpeaker()
     {
@@ -41,17 +43,19 @@ struct LateSpeaker {
             const GlobalLoggersInstanciator last;
             GlobalLoggersInstanciator::counter() = 1;
         }
-        Test::require(GlobalLoggersInstanciator::loggers == nullptr, "the last owner frees them");
+        Test::require(GlobalLoggersInstanciator::loggers == nullptr,
+            "the last instance destroys the loggers");
         logger(Debug).error("last") << "dropped, the loggers are gone";
 
-        // On Windows the statics of a DLL end after those of the program: there the manager is
-        // still open here, with the delegate left registered and one more.
+        // On Windows the statics of a DLL end after those of the program, so that the manager is
+        // still open here. The delegate that main() left registered gets the first three records
+        // of this destructor, and both delegates get the fourth.
 #ifdef _WIN32
         constexpr int kExpected = 2 + 3 + 2;
 #else
         constexpr int kExpected = 2;
 #endif
-        Test::require(gDelivered == kExpected, "each record is delivered or dropped as it says");
+        Test::require(gDelivered == kExpected, "the expected number of records is delivered");
     }
 };
 const LateSpeaker gLateSpeaker;

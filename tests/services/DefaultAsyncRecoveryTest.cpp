@@ -51,8 +51,8 @@ struct Operation {
 #endif
 };
 
-/// A registry beside the recovery service of a started locator. Its destructor waits for the
-/// operation.
+/// Starts the locator with a DefaultAsyncRecovery. \a registry is a second one, outside of the
+/// locator. Its destructor waits for \a operation.
 struct DefaultAsyncRecoveryTest : testing::Test {
     DefaultAsyncRecoveryTest()
     {
@@ -123,7 +123,7 @@ TEST_F(DefaultAsyncRecoveryTest, DoesNotWaitWithoutARecoveryServiceNorWhenTheLoc
 
 TEST_F(DefaultAsyncRecoveryTest, RunsEventsAndEarlierDeferredDeletesOnTheMainThreadWhileItWaits)
 {
-    // The operation ends later than the deferred delete, and so not when the wait first looks.
+    // The operation ends 10 ms after the deferred delete, so that the wait has to go on after it.
     auto *const worker = new QObject;
     QObject::connect(worker, &QObject::destroyed, [this, waiting = registry.get()] {
         QTimer::singleShot(10, QCoreApplication::instance(), [this, waiting] {

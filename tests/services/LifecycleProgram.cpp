@@ -37,7 +37,7 @@ const bool gStartedBeforeMain = [] {
 QObject *gGuarded = nullptr;
 int gEnds = 0;
 
-/// Logs and calls the functions that keep something from their first call on.
+/// Logs and calls the functions that keep a static object from their first call on.
 struct Farewell : Service {
     OVRABASE_SERVICE_TYPE_ID(Vyn::Test::Farewell)
     ~Farewell() override
@@ -54,7 +54,7 @@ struct Farewell : Service {
                     FileUtils::getDocumentsAbsolutePath(u"a"_s).endsWith(u"/a") &&
                     !FileUtils::safeApplicationDirPath().isEmpty(),
             "folders are known");
-        require(logStr(QVariant(1)).contains(u"1 as int"), "variants have their form");
+        require(logStr(QVariant(1)).contains(u"1 as int"), "logStr() shows a variant");
         if (++gEnds == 2) {
             std::_Exit(0);
         }
@@ -69,7 +69,8 @@ int main(int argc, char **argv)
     using namespace Vyn::Test;
     const QCoreApplication application(argc, argv);
     const RecordedLog log;
-    // Too large for std::function to keep in itself.
+    // std::function keeps this target on the heap. A call of the hook after its destruction would
+    // then use freed memory, which MALLOC_PERTURB_ makes noticeable.
     setForbidStealingOwnershipFuction(
         [target = std::make_shared<QObject **>(&gGuarded)](QObject *object) { **target = object; });
 
@@ -84,5 +85,5 @@ int main(int argc, char **argv)
         ServiceLocator::start();
         require(locator->service<Farewell>(), "a second start does nothing");
     }
-    return 1; // unless the end of the process stops the locator
+    return 1; // not the status if the end of the process stops the locator: see ~Farewell()
 }

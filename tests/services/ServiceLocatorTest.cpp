@@ -33,7 +33,7 @@ TEST(ServiceLocator, KeepsTheFirstServiceOfAnIdAndDestroysTheSecondOutsideTheLoc
         ~Refused() override { ends += locator.service<HostService>()->number; }
     };
     EXPECT_FALSE(locator.registerService(std::unique_ptr<HostService>()));
-    // Under the id of the base, which then is how it is found.
+    // A service that is registered under the id of its base class is found under that id only.
     EXPECT_TRUE(locator.registerService<HostService>(std::make_unique<PluginService>()));
     EXPECT_FALSE(locator.registerService<HostService>(std::make_unique<Refused>()));
     EXPECT_EQ(ends, 7) << "the first one stays";
@@ -55,7 +55,7 @@ TEST(ServiceLocator, IsOneForEveryModule)
     closeSharedLibrary(plugin);
 }
 
-/// Has the id that the calling thread uses.
+/// A service whose id is a number that each thread sets for itself.
 struct Numbered : Service {
     static inline thread_local std::size_t number = 0;
     static std::size_t typeId() { return number; }
