@@ -17,9 +17,10 @@
 
 // The table
 //
-// The table has a row 0 and a row for each unit of the pattern, a column 0 and a column for each
-// unit of the text. A cell is the distance between the pattern up to its row and the text up to its
-// column. For the pattern "cable" and the text "calbe":
+// Both distances come from a table. It has a row 0 and a row for each unit (UTF-16 code unit) of
+// the pattern, and a column 0 and a column for each unit of the text. A cell is the distance
+// between the pattern up to its row and the text up to its column. For the pattern "cable" and the
+// text "calbe":
 //
 //           c  a  l  b  e
 //        0  1  2  3  4  5
@@ -29,15 +30,26 @@
 //     l  4  3  2  1  1  2
 //     e  5  4  3  2  2  1
 //
+// This is the table for the whole text. In the table for any part of the text, row 0 is 0 in every
+// column; the rules below are the same.
+//
 // Below, "above" is the cell above a cell, "left" the cell to its left, and "corner" the cell to
-// the left of the one above. Neighbours in a row or a column differ by at most 1, and a cell is
-// equal to its corner or greater by 1. So row 0 and two bits per row give a column: one
-// for "above + 1" and one for "above - 1". A Band holds the bits of 64 rows, the top row in the
-// lowest bit. The names in brackets are those of the paper (H. Hyyrö 2003).
+// the left of the one above. A cell is the least of
+//     left + 1 (an insertion) and above + 1 (a deletion),
+//     corner if the units of its row and its column match, and corner + 1 otherwise,
+//     the cell two rows up and two columns to the left, + 1, if a swapped pair ends here.
+//
+// Neighbours in a row or a column differ by at most 1, and a cell is equal to its corner or greater
+// by 1. So row 0 and two bits per row give a column: one for "above + 1" and one for "above - 1". A
+// Band holds the bits of 64 rows, the top row in the lowest bit. So "<< 1" moves each bit to the
+// row below. The top row then gets the bit of the last row of the band above, or of row 0, from a
+// Border.
 //
 // The rules
 //
-// Each row of the new column follows from these rules; Band::advance() computes all 64 at once.
+// Each row of the new column follows from these rules; Band::advance() computes all 64 at once. A
+// row is called same in a column if its cell there fulfils that rule; the other names are used in
+// the same way. The names in brackets are those of the paper (H. Hyyrö 2003, see StringUtils.h).
 //
 //     same         (D0)   The cell equals its corner: the units match, or a swapped pair ends here
 //                         (its condition is below), or left is corner - 1, or above is corner - 1.
@@ -51,42 +63,60 @@
 // "left is corner + 1" is downPlus of the column before, and "left is corner - 1" is its downMinus.
 // "above is corner + 1" is rightPlus of the row above, and "above is corner - 1" is its rightMinus.
 //
-// "Above is corner - 1" holds if the row above is same, and was downPlus in the column before. So
-// same passes from a row that was downPlus to the row below, from there to the next, and so on. The
-// addition of downPlus does this for all rows at once: a carry runs through each sequence of set
-// bits. It starts in a downPlus row that is costless: its unit matches, or it is the first row of
-// the band and the band above ends in a rightMinus row.
+// A swapped pair ends in a row whose unit is that of the column before, below a row whose unit is
+// that of this column. The cell two rows up and two columns to the left is the corner of the
+// corner. If the row above was not same in the column before, that cell + 1 is the corner, and the
+// swap makes the lower row same. Otherwise, it is corner + 1, and the swap changes nothing.
 //
-// A swapped pair is a row whose unit is that of the column before, below a row whose unit is that
-// of this column. The swap makes the lower row same only if the upper row was not same in the
-// column before. A swapped row starts no carry, because it was not downPlus: it matched the column
-// before, and the row above was not same there.
+// In the code, rightNotPlus is (same | downPlus) & ~downMinus, with the new same, and with downPlus
+// and downMinus of the column before. It is written with the terms of same: "(sum ^ downPlus) |
+// downPlus" is "sum | downPlus", and "& ~downMinus" removes the term downMinus.
 //
-// In the code, rightNotPlus is (same | downPlus) & ~downMinus with the downPlus and downMinus of
-// the column before.
+// The carry
+//
+// "Above is corner - 1" holds if the row above is same, and was downPlus in the column before. So a
+// same row that was downPlus makes the row below same. If that row was downPlus, too, it makes the
+// next row same, and so on. The addition of downPlus does this for all rows at once.
+//
+// A row is costless if its unit matches, or if it is the first row of the band and the band above
+// ends in a rightMinus row. A carry starts in each costless row that was downPlus, runs through the
+// downPlus rows below it, and stops in the first row that was not downPlus. Each row that a carry
+// enters is same. Its bit in the sum differs from downPlus, unless the row is costless; it is same
+// then, too.
+//
+// The other two reasons to be same start no carry, because such a row was not downPlus. If left is
+// corner - 1, the row was downMinus. If a swapped pair ends in the row, it matched the column
+// before and so was same there; the row above was not same there, and so not rightMinus.
+//
+// The bands
+//
+// The last row of a pattern is the last row of its last band. The rows above its first row, in the
+// first band, are idle: their cells equal row 0. In a matcher, the rows of a prefix that pattern
+// and text have in common are idle, too, and the rows of a common suffix are not counted.
 //
 // An example
 //
-// Band::advance() goes from column l to column b. The top row is written on the left.
+// Band::advance() goes from column l to column b. The top row is written on the left, so that << 1
+// moves the digits to the right. The idle rows are left out.
 //
-//     before      downPlus       00001   e is 2, and l above it is 1
+//     column l    downPlus       00001   e is 2, and l above it is 1
 //                 downMinus      11000   c is 2, and row 0 above it is 3; a is 1, and c is 2
 //                 same           11011   all but b, which is 1 and whose corner is 0
 //                 matches        00010   row l
-//     on the way  matchesNow     00100   row b
+//     advance()   matchesNow     00100   row b
 //                 begins         00100   row b matches now, and was not same
 //                 swapped        00010   row l, below row b, matched the column before
 //                 costless       00100   row b; row 0 is not rightMinus
 //                 sum            00001   costless & downPlus is 0, so that nothing is carried
 //                 rightNotPlus   00111   c and a are greater by 1 than in the column before
+//                 same           11110   all but e, which is 2 and whose corner is 1
 //                 rightMinus     00000   no cell is less than in the column before
 //                 aboveNotPlus   00011   rightNotPlus, one row further down; row 0 is rightPlus
-//     after       same           11110   all but e, which is 2 and whose corner is 1
-//                 downPlus       00001   the new column is 4 in row 0, then 3, 2, 1, 1, 2
+//     column b    downPlus       00001   the new column is 4 in row 0, then 3, 2, 1, 1, 2
 //                 downMinus      11100
 //
-// The last row of the pattern is the last row of its last band. If the pattern does not fill its
-// first band, the top rows of that band are idle: their cells equal row 0.
+// From column 0 to column c, a carry runs. downPlus is 11111 and costless is 10000, so that the sum
+// is 00000. So sum ^ downPlus and same are 11111: the cells 0, 1, 2, 3, 4 equal their corners.
 
 namespace Vyn::OvraBase::StringUtils {
 namespace {
@@ -168,9 +198,9 @@ public:
 
 private:
     // Units with the same two keys are equal. So the rows of a unit are the rows that both keys
-    // have, and a lookup needs neither a loop nor a branch. The second key is not the high byte,
-    // because that is the same for most letters of a script, and add() is slow for equal keys in
-    // succession: each call then waits for the row that the previous call stored.
+    // have, and a lookup needs no search. The second key is not the high byte, because that is the
+    // same for most letters of a script, and add() is slow for equal keys in succession: each call
+    // then waits for the rows that the previous call stored.
     static std::uint8_t lowByte(char16_t unit) { return static_cast<std::uint8_t>(unit); }
     static std::uint8_t bothBytes(char16_t unit)
     {
@@ -186,7 +216,7 @@ private:
 struct Border {
     Word rightNotPlus; ///< the cell is not greater than the one to its left (not HP)
     Word rightMinus;   ///< the cell is less than the one to its left (HN)
-    Word begins;       ///< the row and the row below may be a swapped pair
+    Word begins;       ///< the row may be the upper row of a swapped pair
 };
 
 std::uint8_t packed(Border border)
@@ -231,8 +261,8 @@ struct Band {
         return {rightNotPlus >> 63, rightMinus >> 63, begins >> 63};
     }
 
-    /// Returns the sum of the differences between the cell and the one above, over \a rows, modulo
-    /// 2^64.
+    /// Returns the sum of the differences between each cell of \a rows and the cell above it,
+    /// modulo 2^64.
     std::uint64_t rise(Word rows) const
     {
         return static_cast<std::uint64_t>(std::popcount(downPlus & rows)) -
@@ -267,8 +297,8 @@ public:
         return border;
     }
 
-    /// Returns the difference between the last of \a lastRows, the rows of the last band down to a
-    /// row, and the row above the group.
+    /// Returns the cell in the lowest of \a lastRows minus the cell above the group, modulo 2^64.
+    /// \a lastRows are the rows of the last band from its top down to any row.
     std::uint64_t rise(Word lastRows) const
     {
         std::uint64_t result = mBands[kCount - 1].rise(lastRows);
@@ -287,8 +317,8 @@ private:
     std::array<Band, kCount> mBands;
 };
 
-/// The rows of a table. They are counted from the top of band 0, with the idle rows, so that row r
-/// is in band r / 64.
+/// The rows of a table. They are counted from 0 at the top of band 0, so that number i is in band
+/// i / 64. Idle rows are counted, but row 0 of the table is not.
 struct RowRange {
     std::size_t begin; ///< the first row that is not idle
     std::size_t end;   ///< the row after the last one
@@ -325,7 +355,8 @@ class WholeText {
 public:
     static constexpr bool kIsWhole = true;
     static constexpr Border kTop = {0, 0, 0}; ///< the border of row 0: greater in each column
-    /// Returns the rows that match a unit. Idle rows match none, and so grow with row 0.
+    /// Returns the rows that match a unit. Idle rows match none, so that their cells grow by 1 in
+    /// each column, as those of row 0 do.
     static Word matches(Word rows, Word idle) { return rows & ~idle; }
 
     /// \a base is the cell in the last column of the row above the last group of bands.
@@ -354,7 +385,7 @@ class AnyPart {
 public:
     static constexpr bool kIsWhole = false;
     static constexpr Border kTop = {1, 0, 0}; ///< the border of row 0: the same in each column
-    /// Returns the rows that match a unit. Idle rows match all, and so stay 0 like row 0.
+    /// Returns the rows that match a unit. Idle rows match all, so that their cells stay 0.
     static Word matches(Word rows, Word /*idle*/) { return rows; }
 
     AnyPart(const Comparison &table, std::uint64_t /*base*/)
@@ -424,24 +455,26 @@ std::uint64_t followDiagonal(const Comparison &table, const UnitRows &unitRows)
 /// two bands.
 ///
 /// With a limit, the distance to the whole text needs only the cells near the diagonal: column and
-/// row differ by at most the limit. A path through another cell costs more than the limit.
+/// row differ by at most the limit. All other cells are greater than the limit.
 template<class Kind, class UnitRowsOf>
 std::uint64_t computeManyBands(const Comparison &table, UnitRowsOf unitRows)
 {
     const std::size_t columns = table.columns();
     const char16_t *const units = table.text.utf16();
     const bool isLimited = table.limit < std::max(columns, table.rows.size());
-    std::vector<std::uint8_t> borders(columns, packed(Kind::kTop)); // of the last computed row
+    // Of the last computed row. Columns after `end` keep the border of row 0, so that their cells
+    // may be too great, but never too small.
+    std::vector<std::uint8_t> borders(columns, packed(Kind::kTop));
 
     std::size_t band = table.rows.firstBand();
     Word idle = table.rows.idle();
     std::size_t rows = 0;   // the number of computed rows
-    std::size_t from = 0;   // the first unit that the next bands need
-    std::uint64_t cell = 0; // in the last computed row, before unit `from`
+    std::size_t from = 0;   // the first unit of the text that the next bands need
+    std::uint64_t cell = 0; // in the last computed row, in the column before unit `from`
     for (; table.rows.endBand() - band > 2; band += 2) {
         const std::size_t newRows = (band + 2) * kBandRows - table.rows.begin - rows;
         rows += newRows;
-        std::size_t end = columns; // the column after the last one that these bands need
+        std::size_t end = columns; // the unit after the last one that these bands need
         std::size_t next = 0;      // `from` of the next bands
         if (Kind::kIsWhole && isLimited) {
             end = std::min<std::size_t>(columns, rows + table.limit);
@@ -463,7 +496,8 @@ std::uint64_t computeManyBands(const Comparison &table, UnitRowsOf unitRows)
         for (; from < next; ++from) {
             cell += step(unpacked(borders[from]));
         }
-        // Cells do not get less along a path, and each path to the last row crosses this row.
+        // No cell further down is less than the least cell of this row. A swapped pair can skip the
+        // row, but it ends in a cell whose corner is in this row and is not greater.
         std::uint64_t least = cell;
         std::uint64_t last = cell;
         for (std::size_t i = from; i < end; ++i) {
@@ -552,8 +586,8 @@ RowRange rowsFor(QStringView pattern)
     return {end - size, end};
 }
 
-/// Returns a function that makes the UnitRows of a band. A pattern that is used once needs those of
-/// one or two bands at a time, so that they are not stored for all bands.
+/// Returns a function that makes the UnitRows of a band in each call. It stores none, because a
+/// pattern that is used only once needs the UnitRows of only one or two bands at a time.
 auto unitRowsOf(QStringView pattern)
 {
     return [pattern, idle = static_cast<qsizetype>(rowsFor(pattern).begin)](std::size_t band) {

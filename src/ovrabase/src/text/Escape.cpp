@@ -103,7 +103,8 @@ void writeEscaped(std::basic_string_view<Char> text, Char *out, Needed needed)
                 i = static_cast<std::size_t>(static_cast<const bool *>(next) - isNeeded.data());
             }
             const Char *const special = block.data() + i;
-            if (unwritten != special) { // adjacent escapes are common, and an empty copy is a call
+            // Escapes are often adjacent. std::copy() of no characters may still call memmove().
+            if (unwritten != special) {
                 out = std::copy(unwritten, special, out);
             }
             *out++ = '\\';
