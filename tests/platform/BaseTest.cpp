@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 using namespace Test;
 using namespace testing;
 
-/// A copy of the file \a source, until the end of the guard.
+/// Copies the file \a source to \a path. The guard removes the copy.
 [[nodiscard]] Guard copied(const QString &source, const QString &path)
 {
     EXPECT_TRUE(QFileInfo(path).dir().mkpath(u"."_s));
@@ -121,7 +121,7 @@ TEST_F(Base, PrefersAResourceOfTheDevelopmentTreeEvenWhenItIsDamaged)
 {
     const QString folder = QStringLiteral(TEST_DEV_RESOURCE_DIR);
     if (folder.isEmpty()) {
-        GTEST_SKIP() << "the library is built without a development folder";
+        GTEST_SKIP() << "NOT TESTED, because the library is built without a development folder";
     }
     const QString developed = folder + u"/ovrabaseTest.rcc"_s;
     const auto shadowed = copied(mResources, mFolder + u"Resources/ovrabaseTest.rcc"_s);

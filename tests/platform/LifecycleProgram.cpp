@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Objects lose their last owner before, at and after the end of the application object. Each must
-// be deleted once, and one that had to wait before the GUI ends. The process ends with 0 if they
-// are.
+// be deleted once. An object that waits for an event loop must be deleted before the GUI ends. The
+// process ends with 0 if all this holds.
 
 #include "support/RecordedLog.h"
 #include "support/Require.h"
@@ -40,13 +40,14 @@ std::shared_ptr<QObject> makeModel()
     return {new Model, QObjectDeleteLater()};
 }
 
-/// Ends while there is no application object.
+/// Its objects are destroyed while there is no application object.
 struct Owner {
     ~Owner()
     {
         const int before = gOtherDeaths;
         model.reset();
-        require(gOtherDeaths == before + 1, "without an application object an object dies at once");
+        require(gOtherDeaths == before + 1,
+            "without an application object, an object is deleted at once");
     }
     std::shared_ptr<QObject> model = makeModel();
 };
@@ -58,19 +59,20 @@ int main(int argc, char **argv)
 {
     Test::RecordedLog log;
     require(!ThreadUtils::isMainThread(), "no main thread without an application object");
-    // Both files are in the current folder, which is not the application's.
-    require(!loadSharedLibrary(u"CTestTestfile.cmake"_s), "no library");
+    // Both files exist in the current folder, but not in the folders of the application.
+    require(!loadSharedLibrary(u"CTestTestfile.cmake"_s), "no library is found");
     QFile resource(u"Resources/here.rcc"_s);
-    require(QDir().mkpath(u"Resources"_s) && resource.open(QFile::WriteOnly), "a written file");
-    require(!registerExternalResource(u"here.rcc"_s), "no resource");
+    require(QDir().mkpath(u"Resources"_s) && resource.open(QFile::WriteOnly), "writes a resource");
+    require(!registerExternalResource(u"here.rcc"_s), "no resource is found");
     const Test::Record noMainThread{2,
         "Debug: ThreadUtils.cpp:33 Vyn::OvraBase::ThreadUtils::isMainThread()",
         "No QCoreApplication instance."};
     const std::vector<Test::Record> records = log.take();
     require(records.size() == 3 && records[0] == noMainThread && records[2].level == 1,
-        "all three are logged, the resource as found nowhere");
+        "all three failures are logged, that of the resource as a warning");
 
-    // So many that the test reaches its time limit if deleting one takes time for each that waits.
+    // So many that the test exceeds its time limit if the time to delete one object grows with the
+    // number of objects that wait.
     constexpr int kMany = 200'000;
     constexpr int kWaiting = 3 + kMany;
     delete new Owner; // before the first application
@@ -87,7 +89,8 @@ int main(int argc, char **argv)
             }
             require(gDeathsWithGui == applications * kWaiting, "objects wait for an event loop");
         }
-        require(gDeathsWithGui == (applications + 1) * kWaiting, "and die before the GUI goes");
+        require(gDeathsWithGui == (applications + 1) * kWaiting,
+            "waiting objects are deleted before the GUI ends");
     }
     return 0;
 }

@@ -41,7 +41,7 @@ std::vector<bool> deathsInEventLoop()
 
 TEST(Memory, DeletesASharedObjectOnceOnTheMainThread)
 {
-    // What is deferred runs on this thread.
+    // A deferred call runs on this thread, the main thread.
     constexpr std::launch kThreads[] = {std::launch::deferred, std::launch::async};
     for (const auto maker : kThreads) {
         EXPECT_EQ(std::async(maker, OvraBase::ThreadUtils::isMainThread).get(),

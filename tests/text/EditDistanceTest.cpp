@@ -41,7 +41,7 @@ void expectDistances(const QString &a, const QString &b, const Distances &expect
     }
 }
 
-// The next test relies on expectedDistances().
+// Checks expectedDistances() too, because the test with random texts relies on it.
 TEST(EditDistance, CountsUnitsAndSwappedPairs)
 {
     const struct {
@@ -65,8 +65,8 @@ struct Texts {
         return static_cast<qsizetype>(random() % static_cast<std::size_t>(limit));
     }
 
-    /// Chooses an alphabet and makes two texts, half of them near to each other. Most are short,
-    /// some have a size next to a multiple of 64.
+    /// Chooses an alphabet and makes two texts. In half of the pairs, the distance is small. Most
+    /// texts are short. Some have a size next to a multiple of 64.
     std::pair<QString, QString> pair()
     {
         static constexpr int kSizes[] = {1, 2, 4, 26, 300, 60000};
@@ -100,7 +100,7 @@ TEST(EditDistance, IsThatOfTheDefinitionOrOneMoreThanTheLimit)
     Texts texts;
     for (int i = 0; i < 20'000 && !HasFailure(); ++i) {
         auto [a, b] = texts.pair();
-        // Every 300th pair has many bands and is mostly alike.
+        // The texts of every 300th pair are long and mostly alike.
         for (const auto size = i % 300 == 0 ? 129 + texts.below(500) : 0; a.size() < size;) {
             const auto [c, d] = texts.pair();
             a += c;

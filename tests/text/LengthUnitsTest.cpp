@@ -69,7 +69,8 @@ TEST(LengthUnits, StringToMeterReadsTheFirstLengthAndParseLengthTheWholeTextOrNo
         {u"+5 km"_s, 5000, 5000, u"parsecs"_s}, {u"5 CM"_s, 5, nothing},
         {u"2 Nautical mile"_s, 2, 3704}, {u"2'"_s, 2, 2 * kFoot}, {u"2 尺"_s, 0.64, 0.64},
         {u"12'''"_s, 12, 12 * 0.0021166666666666664},
-        // not metres: an area, an asterisk, a combining mark, a letter of two UTF-16 units
+        // not metres: an area (whose "2" only stringToMeter() ignores), an asterisk, a combining
+        // mark, a letter of two UTF-16 units
         {u"2 m2"_s, 2, nothing, u"km"_s}, {u"2 m*"_s, 2000, nothing, u"km"_s},
         {u"2 m\u030A"_s, 2000, nothing, u"km"_s}, {u"2 m\U0001D426"_s, 2000, nothing, u"km"_s},
         // several terms
@@ -80,11 +81,11 @@ TEST(LengthUnits, StringToMeterReadsTheFirstLengthAndParseLengthTheWholeTextOrNo
         // locales
         {u"1,5 km"_s, 1, nothing}, {u"1,234.5 m"_s, 1, 1234.5},
         {u"1\u2019234 m"_s, 1, 1234, u"m"_s, QLocale(u"de_CH"_s)},
-        {u"1'234\""_s, 1, kFoot + 234 * kInch, u"m"_s, QLocale(u"de_CH"_s)}, // feet, no group
+        {u"1'234\""_s, 1, kFoot + 234 * kInch, u"m"_s, QLocale(u"de_CH"_s)}, // ' for feet
         {u"1 234,5 m 1\u202F000 mm"_s, 1, 1235.5, u"m"_s, QLocale(u"fr_FR"_s)},
         {u"\u22125 m"_s, 5, -5, u"m"_s, QLocale(u"sv_SE"_s)},
         {u"\u0665\u066B\u0665 m"_s, 0, 5.5, u"m"_s, QLocale(u"ar_EG"_s)},
-        {u"\U0001E955 m"_s, 0, 5, u"m"_s, QLocale(u"ff_Adlm_GN"_s)}, // a digit of two units
+        {u"\U0001E955 m"_s, 0, 5, u"m"_s, QLocale(u"ff_Adlm_GN"_s)}, // a digit of two UTF-16 units
         // in linear time
         {many(u"1"), 0, nothing}, {many(u".") + u"5 km"_s, 0, nothing},
         {u"2e"_s + many(u"0") + u"1 km"_s, 20000, 20000}, {u'2' + many(u" ") + u"km"_s, 2000, 2000},

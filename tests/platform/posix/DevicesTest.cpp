@@ -69,7 +69,7 @@ TEST(Devices, UnknownIsABusDeviceWithoutADriver)
 TEST(Devices, LogsThatDevicesCannotBeListed)
 {
     Vyn::Test::RecordedLog log;
-    EXPECT_THAT(getDisksInfo(), Not(IsEmpty())) << "which logs nothing";
+    EXPECT_THAT(getDisksInfo(), Not(IsEmpty())); // logs nothing
     {
         const QTemporaryDir empty;
         const auto machine = Vyn::Test::withVariable("UMOCKDEV_DIR", empty.path().toUtf8());
@@ -78,7 +78,8 @@ TEST(Devices, LogsThatDevicesCannotBeListed)
         EXPECT_THAT(getUnknownDevicesInfo(), IsEmpty());
     }
     {
-        // Last: the undefined behaviour sanitizer needs a file for the first check of an object.
+        // This comes last: the undefined behaviour sanitizer opens a file at the first check of an
+        // object, which the calls above cause.
         const auto limit = Vyn::Test::withOpenFiles(0);
         EXPECT_THAT(getDisksInfo(), IsEmpty());
     }

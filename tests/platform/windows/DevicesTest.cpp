@@ -79,8 +79,8 @@ private:
     SP_DEVINFO_DATA mDevice{sizeof(SP_DEVINFO_DATA), {}, 0, 0};
 };
 
-/// Walks over \a answers, one for each index, the last for every index behind them; returns the
-/// indices that were visited.
+/// Walks over devices and returns the indices that were visited. \a answers has the answer for each
+/// index; its last one is also the answer for every greater index.
 std::vector<DWORD> visited(const std::vector<DWORD> &answers)
 {
     std::vector<DWORD> indices;
@@ -100,7 +100,7 @@ TEST(Devices, AWalkSkipsAFailingIndexAndEndsWhereThereAreNoMore)
     EXPECT_THAT(visited({kBroken, 0, kBroken, kBroken, 0, ERROR_NO_MORE_ITEMS, 0, kBroken}),
         ElementsAre(1U, 4U));
 
-    // The gap counts anew behind each device.
+    // The count of failures in a row starts again after each device.
     std::vector<DWORD> answers(2 * os::kLongestGap + 1, kBroken);
     answers[os::kLongestGap - 1] = answers[2 * os::kLongestGap - 1] = 0;
     EXPECT_THAT(visited(answers), ElementsAre(os::kLongestGap - 1, 2 * os::kLongestGap - 1));
@@ -167,7 +167,7 @@ TEST(Devices, AUsbDeviceHasItsChildrenAndNoNumberWithoutAHub)
 TEST(Devices, AVolumeThatOpensAndDoesNotEjectIsLogged)
 {
     if (!::GetProcAddress(::GetModuleHandleA("ntdll"), "wine_get_version")) {
-        GTEST_SKIP() << "A real machine might obey.";
+        GTEST_SKIP() << "NOT TESTED, because a real machine might eject its volume C:";
     }
     Vyn::Test::RecordedLog log;
     EXPECT_THROW(ejectUsbDrive('C'), Vyn::Exception::DriveUnmountException);

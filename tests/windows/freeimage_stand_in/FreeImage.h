@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// A stand-in for FreeImage where it has no package for MinGW: the one function that the library
-/// calls, which tells formats by extension. It reads no image. Release builds load FreeImage.
+/// A stand-in for FreeImage in the tests for Windows, because there is no package of FreeImage for
+/// MinGW. It has the one function that the library calls, which tells formats by extension, and
+/// reads no image. A released library loads FreeImage itself.
 
 #pragma once
 
@@ -13,5 +14,5 @@
 enum FREE_IMAGE_FORMAT : int { FIF_UNKNOWN = -1, FIF_KNOWN = 0 };
 
 /// Returns FIF_KNOWN where the text after the last dot of \a filename (all of it when there is
-/// none) is the extension or the name of a format in any case, else FIF_UNKNOWN.
+/// none) is the extension or the name of a format, in any letter case, else FIF_UNKNOWN.
 extern "C" FREE_IMAGE_FORMAT FreeImage_GetFIFFromFilename(const char *filename);
