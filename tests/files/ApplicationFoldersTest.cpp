@@ -50,7 +50,8 @@ TEST_F(ApplicationFolders, RemoveTemporaryFoldersWithTheirObjectsOrAllAtOnceButN
     EXPECT_TRUE(isFolder(made) && isFolder(createApplicationTemporaryDir()));
     make("tmp/beside=x");
     const auto current = inFolder(path("tmp"));
-    for (const QString &name : {u"an app"_s, u"missing"_s, u"../tmp"_s}) { // the last is no own one
+    // With the name "../tmp", the application's folder is the system's temporary folder itself.
+    for (const QString &name : {u"an app"_s, u"missing"_s, u"../tmp"_s}) {
         QCoreApplication::setApplicationName(name);
         clearApplicationTemporaryDir();
         EXPECT_EQ(tree("tmp"), "beside=x") << name.toStdString();
@@ -68,7 +69,7 @@ TEST_F(ApplicationFolders, FailWhereTheTemporaryFolderCannotBeMade)
         expectNotMade(path("tmp/an app/" + folder), call);
 #ifdef Q_OS_LINUX
         const auto missing = withVariable("TMPDIR", path("missing").toLocal8Bit());
-        expectNotMade({}, call); // not in "/"
+        expectNotMade({}, call); // makes no folder in "/"
 #endif
     });
 }
@@ -96,7 +97,7 @@ TEST_F(ApplicationFolders, KeepTheTemporaryFolderPrivateToItsUser)
         EXPECT_EQ(fs::status(native(own)).permissions(), fs::perms::owner_all);
         clearApplicationTemporaryDir();
         EXPECT_FALSE(exists(path(own)));
-        fs::create_symlink("..", native(own)); // planted, too
+        fs::create_symlink("..", native(own)); // as another user might
         expectNotMade(path(own + "/XXXXXX"), [] { createTemporaryDir(); });
         clearApplicationTemporaryDir();
         EXPECT_EQ(QDir(path("tmp")).count(), 4U); // with "." and ".."

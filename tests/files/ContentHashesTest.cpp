@@ -22,7 +22,7 @@ long peakMemory()
 
 TEST_F(ContentHashes, OfAFileIsThatOfItsBytes)
 {
-    // Around the block of the hash and the pieces in which files are read.
+    // The hash has blocks of 16 bytes, and files are read in pieces of 64 KiB.
     for (const int size : {0, 1, 15, 16, 17, 65535, 65536, 65537, 1 << 20}) {
         QByteArray content(size, '\0');
         std::iota(content.begin(), content.end(), static_cast<char>(size));
@@ -47,7 +47,8 @@ TEST_F(ContentHashes, ReadAsTwoNumbers)
 TEST_F(ContentHashes, CoverAllOfAFileBeyondFourGiBInLittleMemory)
 {
     constexpr qint64 gib = qint64{1} << 30;
-    // Holes in memory are read ten times as fast as holes on a disk.
+    // The file is sparse. /dev/shm is a file system in memory, where holes are read ten times as
+    // fast as on a disk.
     const QString memory = u"/dev/shm"_s;
     const QTemporaryDir folder(
         (isReadableAndWritable(memory) ? memory : QDir::tempPath()) + u"/XXXXXX"_s);

@@ -24,7 +24,8 @@ TEST_F(FileChecks, TellTheKindOfAPathAndOfALocalUrl)
         {"isFolder", isFolder, isFolder, u"folder empty.d"_s},
         {"isReadable", isReadable, isReadable, u"folder a.tar.gz empty.d"_s},
         {"isWritable", isWritable, isWritable, u"folder a.tar.gz empty.d missing.x"_s},
-        {"both", isReadableAndWritable, isReadableAndWritable, u"folder a.tar.gz empty.d"_s},
+        {"isReadableAndWritable", isReadableAndWritable, isReadableAndWritable,
+            u"folder a.tar.gz empty.d"_s},
         {"isNonEmptyFolder", isNonEmptyFolder, isNonEmptyFolder, u"folder"_s}};
     forEach(rows, [&](auto ofPath, auto ofUrl, const QString &expected) {
         make("folder/file, a.tar.gz, empty.d/.hidden");

@@ -60,7 +60,7 @@ TEST_F(FolderCopies, FailForAFileAndCopyAFolderIntoItselfOnce)
     make("a=a, copy/old=old");
     EXPECT_FALSE(copyRecursively(path("a"), path("new")));
     EXPECT_FALSE(copyRecursively(mFolder.path(), path("new") + u"\0x"_s));
-    EXPECT_TRUE(copyRecursively(mFolder.path(), u"copy"_s)); // in the source
+    EXPECT_TRUE(copyRecursively(mFolder.path(), u"copy"_s)); // relative to the source
     EXPECT_EQ(tree(), "a=a, copy/, copy/a=a, copy/copy/, copy/copy/old=old, copy/old=old");
 }
 
@@ -98,7 +98,7 @@ TEST_F(FolderCopies, ReportAFolderThatCannotBeListed)
     const fs::path notUtf8 = native("source") / "\xE9";
     fs::create_directory(notUtf8);
     copyAllBut({u""_s});
-    fs::remove(notUtf8); // which Qt cannot
+    fs::remove(notUtf8); // Qt cannot remove it
     const QString source = path("source");
     const QString copy = path("copy");
     {

@@ -28,12 +28,14 @@ struct Variant {
         return out;
     }
 
-    /// The public procedure: hash the hashes of the keys {}, {0}, {0, 1}, ... with falling seeds.
+    /// The published test: the hash of the hashes of the keys {}, {0}, {0, 1}, ... with falling
+    /// seeds.
     std::uint32_t verify(std::uint32_t firstSeed) const
     {
         QByteArray hashes;
         for (std::uint32_t length = 0; length < 256; ++length) {
-            // At every alignment, and no longer than needed: the sanitizer sees any read outside.
+            // The keys have different alignments. A buffer ends with its key, so that the address
+            // sanitizer reports a read after the key.
             std::vector<unsigned char> key(length % 15 + length);
             std::iota(key.begin() + length % 15, key.end(), static_cast<unsigned char>(0));
             hashes += hash(key.data() + length % 15, length, firstSeed - length);

@@ -28,7 +28,7 @@ TEST_F(ReadingAndWriting, SaveTextAsUtf8OrSayThatItIsNotSaved)
     std::vector<QString> refused{path("missing/file"), mFolder.path(), {}, path("file") + u"\0x"_s};
 #ifdef Q_OS_LINUX
     ASSERT_EQ(mkfifo(native("pipe").c_str(), 0600), 0);
-    touch(path("pipe")); // does not wait for a reader
+    touch(path("pipe")); // must not wait for a reader
     refused.insert(refused.end(), {path("pipe"), u"/dev/full"_s});
 #endif
     for (const QString &file : refused) {
@@ -54,7 +54,7 @@ TEST_F(ReadingAndWriting, FailWithALoggedErrorWhenTheyCannotLoad)
                 {}, [&] { load(missing); });
         }
 #ifdef Q_OS_LINUX
-        const QString unreadable = u"/proc/self/mem"_s; // nothing is mapped at 0
+        const QString unreadable = u"/proc/self/mem"_s; // address 0 is not mapped
         expectFailure<Exception::FileReadingException>("150 Vyn::OvraBase::verifyReading",
             u"Error reading file <%1> : %2"_s.arg(unreadable, qt_error_string(EIO)), unreadable,
             [&] { load(unreadable); });
@@ -87,9 +87,10 @@ TEST_F(ReadingAndWriting, MakeMissingFilesAndFolders)
 TEST_F(ReadingAndWriting, FindFilesByWildcards)
 {
     const Rows<QStringList, Recursion, std::vector<QString>> rows{
-        {"one", {u"*.png"_s}, Recursion::NonRecursive, {path("a.png"), path("b.PNG")}},
-        {"two", {u"*.txt"_s, u"e*"_s}, Recursion::Recursive, {path("c.txt"), path("sub/e.png")}},
-        {"none", {}, Recursion(2), {path("a.png"), path("b.PNG"), path("c.txt")}}};
+        {"one wildcard", {u"*.png"_s}, Recursion::NonRecursive, {path("a.png"), path("b.PNG")}},
+        {"two wildcards", {u"*.txt"_s, u"e*"_s}, Recursion::Recursive,
+            {path("c.txt"), path("sub/e.png")}},
+        {"no wildcard", {}, Recursion(2), {path("a.png"), path("b.PNG"), path("c.txt")}}};
     forEach(rows, [&](auto filters, auto recursion, auto expected) {
         make("a.png, b.PNG, c.txt, .d.png, sub/e.png, .hidden/f.png");
         hideFileOnWindows(path(".d.png"));

@@ -45,7 +45,8 @@ TEST_F(Removal, OfAFolderLeavesAFile)
 TEST_F(Removal, OfAJunctionOrOfAFolderWithOneLeavesTheTarget)
 {
     make("target/x=x, folder/sub/y=y");
-    for (const char *junction : {"folder/sub/junction", "swapped"}) { // one in the folder's place
+    for (const char *junction :
+        {"folder/sub/junction", "swapped"}) { // the second is removed itself
         const QStringList command{u"/c"_s, u"mklink"_s, u"/J"_s,
             QDir::toNativeSeparators(path(junction)), QDir::toNativeSeparators(path("target"))};
         QProcess::execute(u"cmd"_s, command);
@@ -108,7 +109,8 @@ TEST_F(Removal, GoesOnWhenSomethingCannotBeRemoved)
     {
         const auto user = asOrdinaryUser({mFolder.path()});
         make("folder/a/, folder/b/c/, folder/d/, folder/removed, folder/b/empty and unreadable/");
-        // Folders that are closed meanwhile, because others below them are open, are listed anew.
+        // The folders nest so deeply that the removal closes outer ones, and opens and lists them
+        // again after the inner ones.
         for (const char *name : {"folder/a", "folder/b/c", "folder/d"}) {
             const int deepest = openNested(native(name), 70);
             EXPECT_EQ(mkdirat(deepest, "locked", 0755), 0);

@@ -49,7 +49,7 @@ TEST_F(UrlUtils, NativePathIsLoggedIfItLosesCharacters)
     EXPECT_EQ(toNativePath(QUrl(u"file:///a/b"_s)), "/a/b");
     EXPECT_EQ(toNativePath(QUrl(u"http://host/a"_s)), "");
 
-    const QString halfSurrogate = u"/a/%1"_s + QChar(0xD800); // in no encoding
+    const QString halfSurrogate = u"/a/%1"_s + QChar(0xD800); // no encoding has it
     const std::string native = toNativePath(halfSurrogate);
     EXPECT_TRUE(native.starts_with("/a/%1")) << native;
     const QString message = u"Trying to access file <"_s + halfSurrogate +

@@ -16,11 +16,11 @@ using Vyn::Test::require;
 
 namespace {
 
-/// Asks for an extension while the record is served.
+/// Asks for an extension while the warning is delivered.
 struct Asking : Vyn::Core::Log::LogDelegate {
     void log(int, const QString &, const QString &) override
     {
-        require(!FileUtils::isImageExt(QStringLiteral("jpg")), "no other is known");
+        require(!FileUtils::isImageExt(QStringLiteral("jpg")), "jpg is unknown");
     }
 };
 
@@ -33,7 +33,7 @@ int main()
     require(!FileUtils::isImageExt(QStringLiteral("png")), "png is unknown");
     require(FileUtils::isImageExt(QStringLiteral("SVG")), "svg is known");
     const auto records = log.records();
-    require(records.size() == 1 && records[0].level == 1, "one warning");
-    require(records[0].context.starts_with("Support: "), "on Support");
-    require(records[0].message.find("freeimage") != std::string::npos, "names the library");
+    require(records.size() == 1 && records[0].level == 1, "one warning is logged");
+    require(records[0].context.starts_with("Support: "), "Support logs the warning");
+    require(records[0].message.find("freeimage") != std::string::npos, "it names the library");
 }

@@ -41,13 +41,13 @@ TEST_F(WindowsPaths, AFileThatIsHiddenIsNotReadOnlyAnyMore)
     hideFileOnWindows(path("file"));
     constexpr DWORD kBoth = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY;
     EXPECT_EQ(::GetFileAttributesW(file.c_str()) & kBoth, DWORD{FILE_ATTRIBUTE_HIDDEN});
-    hideFileOnWindows(path("missing")); // says nothing
+    hideFileOnWindows(path("missing")); // logs nothing
     EXPECT_EQ(tree(), "file");
 }
 
-TEST_F(WindowsPaths, ThatTheCodePageLacksAreWarnedOf)
+TEST_F(WindowsPaths, WithCharactersThatTheCodePageLacksCauseAWarning)
 {
-    // Western Europe has no letter of China, whatever this machine's code page.
+    // Assumes that the code page is UTF-8 or one of Western Europe, which has no Chinese letters.
     const QString inPage = u"C:/stra\u00DFe"_s;
     const QString beyond = u"C:/\u4E2D\u6587"_s;
     const bool isUtf8 = ::GetACP() == CP_UTF8;

@@ -17,14 +17,15 @@ using namespace testing;
 int gCallsBeforeRefusal;
 void *gReplaced; ///< the function of the system
 
-/// Returns true, and sets the reason, for the call that is refused.
+/// Returns true for the call that is to be refused. Sets the last error to \a reason.
 bool isRefused(DWORD reason)
 {
     ::SetLastError(reason);
     return --gCallsBeforeRefusal == -1;
 }
 
-/// The disk is full when a part is copied, which stays there.
+/// Stands in for CopyFileW(). Refuses a call as if the disk were full, and then leaves a part of
+/// the copy.
 BOOL WINAPI copyPart(const wchar_t *from, const wchar_t *to, BOOL failIfExists)
 {
     if (::GetFileAttributesW(to) == INVALID_FILE_ATTRIBUTES && isRefused(ERROR_DISK_FULL)) {
@@ -57,7 +58,7 @@ void **slotOf(const char *name)
     return slot != end ? slot : throw std::invalid_argument(name);
 }
 
-/// Lets the library call \a function in the place of the system's function \a name.
+/// Makes the library call \a function instead of the system's function \a name.
 [[nodiscard]] Guard withReplaced(const char *name, void *function)
 {
     void **const slot = slotOf(name);
