@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// Copies small files so that they survive a power cut, beside "cp -r" and one sync of the file
-/// system, and beside QFile::copy(), which syncs each file.
+/// Compares the library's copies of small files, which survive a power cut, with "cp -r" and one
+/// sync of the file system, and with QFile::copy(), which syncs each file.
 /// Compare medians of one run:
 ///     CopyBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
@@ -36,8 +36,8 @@ int countFor(const benchmark::State &state)
     return static_cast<int>(state.range(0));
 }
 
-/// Returns a folder with the number of files that \a state asks for, from 0 to 8 KB in size, a
-/// hundred in each sub-folder.
+/// Returns a folder with the number of files that \a state asks for. Each file has up to 8 KB, and
+/// each sub-folder has 100 files.
 QDir source(const benchmark::State &state)
 {
     static std::map<int, QTemporaryDir> folders;

@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Contenders on the same texts. Compare medians of one run:
+// Compares implementations of the edit distance on the same texts. Compare medians of one run:
 //     EditDistanceBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
-// "plain" is the recurrence with three rows of cells, "direct" the library's function, "matcher"
-// the library's matcher, made once per pattern; "peer" and "peerCached" are those of rapidfuzz-cpp,
-// where RAPIDFUZZ_INCLUDE_DIR is its folder. "Part" compares with any part of the text, "Limited"
-// asks for distances of up to 3.
+// "plain" is the recurrence with three rows of cells, "direct" the library's function, and
+// "matcher" the library's matcher, made once per pattern. "peer" is the function of rapidfuzz-cpp,
+// and "peerCached" its matcher; both exist only if CMake finds that library
+// (RAPIDFUZZ_INCLUDE_DIR). Names with "Part" compare with any part of the text. Names with
+// "Limited" ask for distances of up to 3.
 
 #include <ovrabase/text/StringUtils.h>
 
@@ -82,7 +83,7 @@ Texts randomTexts(Alphabet alphabet, std::size_t count, std::int64_t size, unsig
     return texts;
 }
 
-/// Names of files and materials as a project has them, 120 for each variant.
+/// Names of files and materials such as those in a graphics project, 120 for each variant.
 Texts names(int variants)
 {
     static constexpr std::array kStems = {"Oak_Floor", "brushed-steel", "Marble White",
@@ -168,7 +169,7 @@ auto peerLimited(const QString &pattern)
 }
 #endif
 
-/// Returns the number of texts of a comparison. They are too many for a branch predictor to learn.
+/// Returns the number of texts of a benchmark. They are too many for a branch predictor to learn.
 std::int64_t countFor(const benchmark::State &state)
 {
     return std::max<std::int64_t>(64, 65536 / state.range(1));
@@ -205,7 +206,7 @@ void prepared(benchmark::State &state, Alphabet alphabet, Contender contender)
     state.SetItemsProcessed(state.iterations() * countFor(state));
 }
 
-/// Compares 20 of the names, as a user types them, with all of them.
+/// Compares 20 of the names, each typed up to the last character but one, with all names.
 template<class Contender>
 void search(benchmark::State &state, int variants, Contender contender)
 {

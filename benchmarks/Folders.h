@@ -11,10 +11,10 @@
 #include <benchmark/benchmark.h>
 #include <functional>
 
-// Set-up of the benchmarks of files. The folder that TMPDIR names decides which disk is measured.
+// Helpers for the benchmarks of file functions. They use the disk of the temporary folder (TMPDIR).
 
-/// Measures \a work, which gets the path of a new folder each time. Before it begins, everything
-/// else is written to the disk.
+/// Measures \a work. Each call gets the path of a folder that does not exist yet. Before each call,
+/// "sync -f" writes all pending data of the file system to the disk.
 inline void measureInNewFolder(
     benchmark::State &state, const std::function<bool(const QDir &)> &work)
 {

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// asset_intake with 10,000 new files, 1 GiB in all, beside "cp -r" of them, the hash of each and
-/// one sync of the file system. Compare medians of one run:
+/// Compares the example asset_intake, which gets 10,000 new files of about 1 GiB in all, with
+/// "cp -r" of the same files, the hash of each and one sync of the file system. Compare medians of
+/// one run:
 ///     IntakeBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
 #include "Folders.h"
@@ -24,7 +25,8 @@ using Vyn::OvraBase::FileUtils;
 constexpr int kFiles = 10'000;
 constexpr qsizetype kMeanSize = (qsizetype{1} << 30) / kFiles;
 
-/// The files to take in, of different sizes and contents, in a hundred folders.
+/// Returns a folder with the new files, which have different sizes and contents, in 100
+/// sub-folders.
 QString source()
 {
     static const QTemporaryDir folder;

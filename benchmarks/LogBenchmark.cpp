@@ -6,7 +6,7 @@
 // boundLogger and spdlogSink, on 1, 2, 4 and 8 threads: a bound logger whose message reaches a log
 // delegate, and spdlog with a sink that makes the same QStrings and calls the same delegate.
 //
-// unboundLogger and spdlogNullSink, on one thread: a logger without a delegate, and spdlog with its
+// unboundLogger and spdlogNullSink, on one thread: a logger that is not bound, and spdlog with its
 // null sink. Both drop the message.
 
 #include <ovrabase/logging/LogManager.h>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// The functions that take any text, on 1 MB and on 2 MB of their worst input. The second takes
-// about twice the time of the first and not four times, because no function is quadratic.
+// Runs text functions on 1 MB and on 2 MB of the input that is slowest for each. 2 MB take about
+// twice the time of 1 MB, and not four times, because no function is quadratic.
 
 #include <ovrabase/text/LengthUnits.h>
 #include <ovrabase/text/StdUtils.h>

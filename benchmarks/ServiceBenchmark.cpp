@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// What finding a service costs beside the least that it could: one lock and one find in a table of
-// the same size.
+// Compares the lookup of a service with the least work that a lookup needs: one lock and one find()
+// in a hash table of the same size.
 
 #include <ovrabase/services/ServiceLocator.h>
 

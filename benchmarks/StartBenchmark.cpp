@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// What the library adds to the start of a process, beside one that links Qt Gui alone.
+// Runs a program that links the library, and the same program with Qt Gui alone. The difference is
+// the time that the library adds to the start of a process.
 
 #include <QProcess>
 #include <QString>
