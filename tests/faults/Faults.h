@@ -57,8 +57,8 @@ inline QByteArray valueIn(const QString &path, const char *key)
 }
 
 /// Runs \a call in a process of its own, which is stopped before and after each system call.
-/// At each stop, \a endsHere is called with the id of the process, which is killed if it returns
-/// true. Returns true if the process was killed.
+/// At each stop, calls \a endsHere with the id of the process, and kills the process if the answer
+/// is true. Returns true if the process was killed.
 inline bool runInStops(
     const std::function<void()> &call, const std::function<bool(pid_t)> &endsHere)
 {

@@ -61,9 +61,9 @@ TEST_F(ApplicationFolders, RemoveTemporaryFoldersWithTheirObjectsOrAllAtOnceButN
 TEST_F(ApplicationFolders, FailWhereTheTemporaryFolderCannotBeMade)
 {
     const Rows<void (*)(), std::string> rows{
-        {"of an object", [] { createTemporaryDir(); }, "XXXXXX"},
-        {"with a name", [] { createApplicationTemporaryDir(u"name"_s); }, "name"},
-        {"for a file", [] { ensureFileIsOnDisk(kResource); }, "external_files"}};
+        {"folder of an object", [] { createTemporaryDir(); }, "XXXXXX"},
+        {"folder with a name", [] { createApplicationTemporaryDir(u"name"_s); }, "name"},
+        {"folder for a file", [] { ensureFileIsOnDisk(kResource); }, "external_files"}};
     forEach(rows, [&](auto call, const auto &folder) {
         make("tmp/an app=a file");
         expectNotMade(path("tmp/an app/" + folder), call);

@@ -31,7 +31,7 @@ TEST_F(ContentHashes, OfAFileIsThatOfItsBytes)
     }
 }
 
-TEST_F(ContentHashes, ReadAsTwoNumbers)
+TEST_F(ContentHashes, AreShownAsTwoNumbers)
 {
     const std::pair<QByteArray, QString> rows[] = {
         {{"\x39\x30\0\0\0\0\0\0\xA6\x02\0\0\0\0\0\0", 16}, u"12345-678"_s},

@@ -23,7 +23,7 @@ struct Messages : MessagingService {
     std::string calls;
 };
 
-TEST(MessagingService, IsMutedUntilTheScopeEndsThatTheMuteWasMovedTo)
+TEST(MessagingService, IsMutedUntilTheEndOfTheScopeThatTheMuteWasMovedTo)
 {
     Messages messages;
     Messages overwritten;

@@ -108,7 +108,8 @@ protected:
         }
     }
 
-    /// Expects that \a call throws an E with \a message and \a subject and logs it first.
+    /// Expects that \a call logs \a message at \a position as an error on Debug, and throws an E
+    /// with \a message and \a subject.
     template<class E, class Call>
     void expectFailure(
         const std::string &position, const QString &message, const QString &subject, Call call)

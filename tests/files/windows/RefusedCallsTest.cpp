@@ -100,7 +100,7 @@ TEST_F(RefusedCalls, LoseNoContentWhicheverOneIsRefused)
             }
             wasRefused = gCallsBeforeRefusal < 0;
             failures += std::count(answers.begin(), answers.end(), false);
-            mLog.take(); // a warning for each
+            mLog.take(); // a warning for each failure
 
             const auto contentOf = [&](const std::string &file) {
                 const QString entry = path("all/" + file);
