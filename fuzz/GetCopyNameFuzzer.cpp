@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Returns the name by the regular expression that defines it. Not for names with line feeds.
+/// Returns the name of the copy, computed with the regular expression that defines it.
 QString expected(const QString &name)
 {
     static const QRegularExpression numbered(QStringLiteral("^(.*) copy (\\d+)$"));
@@ -25,7 +25,8 @@ QString expected(const QString &name)
 
 } // namespace
 
-/// The input is a name in UTF-8.
+/// The input is a name in UTF-8. The copy of a name with a line feed is checked only for having
+/// another name.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QString name =

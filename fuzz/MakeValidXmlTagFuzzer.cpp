@@ -9,7 +9,8 @@
 
 namespace {
 
-/// Returns the tag by regular expressions, in several passes. Not for unpaired surrogates.
+/// Returns the tag that regular expressions make in several passes. \a text must not have unpaired
+/// surrogates.
 QString expected(QString text)
 {
     static const QRegularExpression illegal(QStringLiteral("[^a-zA-Z0-9-_.]"));

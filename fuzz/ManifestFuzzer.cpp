@@ -13,8 +13,8 @@
 #include <AssetLibrary.h>
 #include <cstdint>
 
-/// The input is a "manifest.json" that the intake finds in its library, beside an empty "b.png" of
-/// the time 0.
+/// The input is the content of "manifest.json" in the folder of an AssetLibrary. The folder also
+/// has an empty file "b.png", which was last modified at the Unix time 0.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     static const QTemporaryDir folder;

@@ -25,7 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         return 0;
     }
     require(std::isfinite(*length));
-    // A term of 0 metres must not change the sum.
+    // A term of 0 metres must not change the sum. The longer text need not be a length: the last
+    // number of the text may have no unit.
     const QString longer = text + QStringLiteral(" 0 m");
     require(parseLength(longer, unit, locale).value_or(*length) == *length);
     // stringToMeter() must give the same length for a text with one term.

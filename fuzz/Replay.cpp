@@ -12,7 +12,8 @@
 #include <iterator>
 #include <string>
 
-// The build defines FUZZERS as FUZZER(A)FUZZER(B)... and renames the function of fuzzer A to A.
+// The build defines FUZZERS as FUZZER(A)FUZZER(B)... and, in the file of fuzzer A,
+// LLVMFuzzerTestOneInput as A.
 #define FUZZER(name) extern "C" int name(const std::uint8_t *data, std::size_t size);
 FUZZERS
 #undef FUZZER
@@ -30,7 +31,7 @@ int main(int argc, char **argv)
         for (const auto &entry :
             fs::directory_iterator(fs::path(argc > 1 ? argv[1] : ".") / name)) {
             std::printf("%s %s\n", name, entry.path().filename().string().c_str());
-            std::fflush(stdout); // a finding ends the program
+            std::fflush(stdout); // a check that fails aborts the program
             std::ifstream file(entry.path(), std::ios::binary);
             const std::string input(std::istreambuf_iterator<char>(file), {});
             run(reinterpret_cast<const std::uint8_t *>(input.data()), input.size());

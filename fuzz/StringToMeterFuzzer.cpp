@@ -26,8 +26,8 @@ QHash<QString, double> factors()
     return all;
 }
 
-/// Returns the metres that the regular expression of a length finds in \a value. The expression
-/// fails for very long texts and for unpaired surrogates.
+/// Returns the metres of the length that a regular expression finds in \a value. \a value must not
+/// be very long or have unpaired surrogates: the expression then finds no match.
 double expected(const QString &value, const QString &defaultUnit)
 {
     static const QHash<QString, double> all = factors();
