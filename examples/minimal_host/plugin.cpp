@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// The plug-in that minimal_host loads: one function with a C name.
+// The plug-in that minimal_host loads: one function with C linkage.
 
 #ifdef _WIN32
 #define PLUGIN_EXPORT __declspec(dllexport)
@@ -9,7 +9,7 @@
 #define PLUGIN_EXPORT __attribute__((visibility("default")))
 #endif
 
-/// Returns the price of a picture frame of that \a width in metres.
+/// Returns the price of a picture frame that is \a width metres wide.
 extern "C" PLUGIN_EXPORT double priceOfFrame(double width)
 {
     return 10 + 5 * width;
