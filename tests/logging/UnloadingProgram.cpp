@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // Loads a plug-in and with it the library, installs the library's handlers for spdlog and Qt,
-// unloads the plug-in and logs. Exits with 0 unless that crashes.
+// unloads the plug-in and logs. Exits with 0 if all of this succeeds.
 
 #include "support/Require.h"
 

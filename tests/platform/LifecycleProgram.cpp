@@ -40,7 +40,7 @@ std::shared_ptr<QObject> makeModel()
     return {new Model, QObjectDeleteLater()};
 }
 
-/// Its objects are destroyed while there is no application object.
+/// Each instance is destroyed while there is no application object.
 struct Owner {
     ~Owner()
     {

@@ -42,7 +42,7 @@ TEST(WindowsUtils, EjectingAMissingVolumeFailsWhereItIsOpened)
 
 TEST(WindowsUtils, EveryErrorCodeHasAText)
 {
-    EXPECT_THAT(errorMessage(2), testing::Not(testing::HasSubstr("2"))) << "the system's own words";
+    EXPECT_THAT(errorMessage(2), testing::Not(testing::HasSubstr("2"))) << "a number, not a text";
     EXPECT_THAT(errorMessage(0x0dabbedaU), testing::HasSubstr(std::to_string(0x0dabbedaU)));
 }
 

@@ -35,9 +35,9 @@ TEST(StringUtils, GetCopyNameCountsOnAfterTheTranslatedWord)
             {"copy 3", "copy 3 copy"}, {"A copy ", "A copy  copy"},
             {"A copy ٣", "A copy ٣ copy"}, // a digit, but not an ASCII one
             {"%2%1 copy 1", "%2%1 copy 2"}, {u"\xD800 copy 1"_s, u"\xD800 copy 2"_s},
-            // counts beyond 32 bits, but does not read them
+            // writes a number that exceeds a signed 32-bit integer, but does not read one
             {"A copy 2147483647", "A copy 2147483648"}, {"A copy 2147483648", "A copy 1"},
-            // takes a line feed for the end of a name
+            // counts only in a single line; one line feed may end it
             {"A copy 1\n", "A copy 2"}, {"A copy 1\n\n", "A copy 1\n\n copy"},
             {"A\nB copy 1", "A\nB copy 1 copy"}, {"A\rB copy 1", "A\rB copy 2"},
             {"A copy\n", "A copy\n copy"},
