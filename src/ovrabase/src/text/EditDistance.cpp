@@ -17,10 +17,9 @@
 
 // The table
 //
-// Both distances come from a table. It has a row 0 and a row for each unit (UTF-16 code unit) of
-// the pattern, and a column 0 and a column for each unit of the text. A cell is the distance
-// between the pattern up to its row and the text up to its column. For the pattern "cable" and the
-// text "calbe":
+// The table of a distance has a row 0 and a row for each unit (UTF-16 code unit) of the pattern,
+// and a column 0 and a column for each unit of the text. A cell is the distance between the pattern
+// up to its row and the text up to its column. For the pattern "cable" and the text "calbe":
 //
 //           c  a  l  b  e
 //        0  1  2  3  4  5
@@ -30,8 +29,8 @@
 //     l  4  3  2  1  1  2
 //     e  5  4  3  2  2  1
 //
-// This is the table for the whole text. In the table for any part of the text, row 0 is 0 in every
-// column; the rules below are the same.
+// This is the table of the distance to the whole text. In the table of the least distance to any
+// part of the text, row 0 is 0 in every column; the rules below are the same.
 //
 // Below, "above" is the cell above a cell, "left" the cell to its left, and "corner" the cell to
 // the left of the one above. A cell is the least of
@@ -66,27 +65,29 @@
 // A swapped pair ends in a row whose unit is that of the column before, below a row whose unit is
 // that of this column. The cell two rows up and two columns to the left is the corner of the
 // corner. If the row above was not same in the column before, that cell + 1 is the corner, and the
-// swap makes the lower row same. Otherwise, it is corner + 1, and the swap changes nothing.
-//
-// In the code, rightNotPlus is (same | downPlus) & ~downMinus, with the new same, and with downPlus
-// and downMinus of the column before. It is written with the terms of same: "(sum ^ downPlus) |
-// downPlus" is "sum | downPlus", and "& ~downMinus" removes the term downMinus.
+// swap makes the lower row same. Otherwise, that cell + 1 is corner + 1, and the swap changes
+// nothing. In the code, the row above is in begins, and the lower row is in swapped.
 //
 // The carry
 //
 // "Above is corner - 1" holds if the row above is same, and was downPlus in the column before. So a
 // same row that was downPlus makes the row below same. If that row was downPlus, too, it makes the
-// next row same, and so on. The addition of downPlus does this for all rows at once.
+// next row same, and so on. One addition does this for all rows at once:
+//     sum = (costless & downPlus) + downPlus
 //
 // A row is costless if its unit matches, or if it is the first row of the band and the band above
 // ends in a rightMinus row. A carry starts in each costless row that was downPlus, runs through the
 // downPlus rows below it, and stops in the first row that was not downPlus. Each row that a carry
-// enters is same. Its bit in the sum differs from downPlus, unless the row is costless; it is same
-// then, too.
+// enters is same. Its bit in the sum differs from downPlus, unless the row is costless. So same is
+// (sum ^ downPlus) | costless | downMinus | swapped.
 //
 // The other two reasons to be same start no carry, because such a row was not downPlus. If left is
 // corner - 1, the row was downMinus. If a swapped pair ends in the row, it matched the column
 // before and so was same there; the row above was not same there, and so not rightMinus.
+//
+// rightNotPlus is (same | downPlus) & ~downMinus, with the new same, and with downPlus and
+// downMinus of the column before. The code has the terms of same instead: "(sum ^ downPlus) |
+// downPlus" is "sum | downPlus", and "& ~downMinus" removes the term downMinus.
 //
 // The bands
 //
@@ -422,7 +423,7 @@ std::uint64_t finish(QStringView text, Group group, Above above, Kind kind)
     return kind.distance(group);
 }
 
-/// Returns the distance to the whole text, or limit + 1, for a pattern of one band.
+/// Returns the distance to the whole text, or limit + 1, for a table of one band.
 ///
 /// Follows the diagonal that ends in the last cell. Each cell of a diagonal equals the one before
 /// or is greater by 1, so that the loop can stop at the first cell that is greater than the limit.
@@ -449,7 +450,7 @@ std::uint64_t followDiagonal(const Comparison &table, const UnitRows &unitRows)
     return cell;
 }
 
-/// Returns the distance, or more than the limit, for a pattern of more than two bands.
+/// Returns the distance, or more than the limit, for a table of more than two bands.
 ///
 /// Two bands at a time advance over the text. The borders of the lower one are stored for the next
 /// two bands.
@@ -524,7 +525,7 @@ std::uint64_t computeManyBands(const Comparison &table, UnitRowsOf unitRows)
     return finish(text, BandGroup<2>(0, upper, lower), above, kind);
 }
 
-/// Returns the distance, or more than the limit, for a pattern of more than one band. Not inlined:
+/// Returns the distance, or more than the limit, for a table of more than one band. Not inlined:
 /// that would make compute() slower for short patterns.
 template<class Kind, class UnitRowsOf>
 Q_NEVER_INLINE std::uint64_t computeBands(const Comparison &table, UnitRowsOf unitRows)
