@@ -25,10 +25,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         return 0;
     }
     require(std::isfinite(*length));
-    // A term of 0 metres must not change the sum. The longer text need not be a length: the last
-    // number of the text may have no unit.
-    const QString longer = text + QStringLiteral(" 0 m");
-    require(parseLength(longer, unit, locale).value_or(*length) == *length);
+    // A term of 0 metres must not change the sum. It may follow only a term with a unit.
+    if (text.trimmed().back().isLetter()) {
+        require(parseLength(text + QStringLiteral(" 0 m"), unit, locale) == length);
+    }
     // stringToMeter() must give the same length for a text with one term.
     static const QRegularExpression plain(
         QStringLiteral(R"(^\s*[-+]?[\d.]+(e[-+]?\d+)?\s*[a-zA-Z]*\s*$)"));

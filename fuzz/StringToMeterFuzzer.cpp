@@ -33,9 +33,6 @@ double expected(const QString &value, const QString &defaultUnit)
     static const QHash<QString, double> all = factors();
     static const QRegularExpression length(
         QStringLiteral(R"(([+-]?[\d.]+(?:[eE][-+]?\d+)?)\s*([\pL\pM*]+)?)"));
-    if (value.toLower() == QStringLiteral("nan")) {
-        return 0;
-    }
     const QRegularExpressionMatch match = length.match(value);
     const double converted = match.captured(1).toDouble();
     const double number = std::isinf(converted) ? 0 : converted;
