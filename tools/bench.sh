@@ -7,7 +7,8 @@
 #   tools/bench.sh                 TMPDIR names the folder whose disk is measured
 #   tools/bench.sh Copy Folder     runs these benchmarks only and keeps the other figures
 # To compare edit distances with rapidfuzz-cpp, set RAPIDFUZZ_INCLUDE_DIR to its folder of headers.
-# After a change of its sentences or plots, tools/performance.py writes the page without a run.
+# tools/performance.py without arguments writes the page from the stored figures, for example after a
+# change of its sentences.
 . "$(dirname "$0")/lib.sh"
 
 install_packages "${build_packages[@]}" libbenchmark-dev libxxhash-dev python3

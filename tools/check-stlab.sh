@@ -9,7 +9,7 @@
 configure() {
     cmake -S . -B "build/stlab-$1" -G Ninja -DCMAKE_BUILD_TYPE=Release -DOVRABASE_WITH_STLAB="$1" \
         -DOVRABASE_BUILD_TESTS=OFF -DOVRABASE_BUILD_EXAMPLES=OFF \
-        -DOVRABASE_WARNINGS_AS_ERRORS=ON # compiled as for the preset "release", which ccache knows
+        -DOVRABASE_WARNINGS_AS_ERRORS=ON # as in the preset "release", so that ccache has the objects
 }
 
 # use SETTING [COMPONENT]: builds and runs the consumer, which asks for the component.

@@ -12,7 +12,7 @@ for argument; do
 done
 . "$(dirname "$0")/lib.sh"
 
-install_packages "${build_packages[@]}" adwaita-icon-theme # which has icons
+install_packages "${build_packages[@]}" adwaita-icon-theme # icons for a call without folders
 quietly "configure" cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release \
     -DOVRABASE_BUILD_TESTS=OFF -DOVRABASE_WARNINGS_AS_ERRORS=ON
 quietly "build" cmake --build build/demo -j "$jobs"

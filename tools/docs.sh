@@ -5,13 +5,13 @@
 # Builds the site of all pages and public headers in build/doxygen/html. Fails on every warning, for
 # example about a member without a comment.
 #   tools/docs.sh         builds the site
-#   tools/docs.sh --draw  also draws the pictures of docs/images again, after a change of their text
+#   tools/docs.sh --draw  also draws the pictures again, after a change of docs/images/*.dot
 . "$(dirname "$0")/lib.sh"
 
 install_packages doxygen graphviz python3
 
-# Another version of Graphviz draws other bytes, so a picture contains the hash of its text instead of
-# being compared.
+# A new drawing cannot be compared with the picture: another version of Graphviz writes other bytes. So
+# each picture contains the hash of the .dot file that it was drawn from.
 for text in docs/images/*.dot; do
     picture=${text%.dot}.svg
     hash=$(sha256sum <"$text" | cut -c 1-16)

@@ -18,7 +18,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 SOURCES = ROOT / "src/ovrabase/src"
 PAGE = ROOT / "docs/log-vocabulary.md"
 BEGIN, END = "<!-- begin of the table -->\n", "<!-- end of the table -->"
-# Sources that define log sites or forward records of others. The page describes those by hand.
+# Sources that write only what their callers pass. The page describes forwarded records by hand.
 MACHINERY = {"logging/LogSite.cpp", "logging/Logger.cpp", "logging/QtMessageCapture.cpp"}
 STRING = r'"((?:[^"\\]|\\.)*)"'
 # Placeholders for which the names in the source say too little.
@@ -164,7 +164,7 @@ def records_of(path):
         return f"{re.search(r'^namespace ([A-Z][^ ]*) ', code, re.M).group(1)}::{function}()"
 
     def positions_of(expression, at):
-        """Returns the position that an expression names, or both of a choice."""
+        """Returns the position that an expression names, or both positions of a conditional one."""
         nonlocal contexts
         found = []
         for name in re.split(r"[?:]", expression)[-2:] if "?" in expression else [expression]:

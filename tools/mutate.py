@@ -59,7 +59,8 @@ def faults_of(path):
 
 
 # Runs a command for which all files are read-only. Changes in /tmp, /dev/shm and the folder of the first
-# argument are kept in memory until the command ends, as is /mnt. Ends with all of its processes.
+# argument are kept in memory until the command ends, as is /mnt. When the command ends, all processes
+# that it started are ended.
 ENCLOSED = ["unshare", "--mount", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-ec", """
     cut -d' ' -f2 /proc/self/mounts | sort -u | while read -r point; do
         mount -o remount,bind,ro "$point" 2>/dev/null || true
@@ -81,7 +82,7 @@ MOST_MEMORY = 8 << 30
 
 
 def run(arguments, seconds):
-    """Returns whether the command succeeds in time. Ends its processes if it does not."""
+    """Returns whether the command succeeds in time. Kills its processes when the time is over."""
     with subprocess.Popen(arguments, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                           stdin=subprocess.DEVNULL, start_new_session=True, preexec_fn=lambda:
                           resource.setrlimit(resource.RLIMIT_AS, (MOST_MEMORY, MOST_MEMORY))) as process:
@@ -129,7 +130,7 @@ def main():
                 "-DOVRABASE_BUILD_EXAMPLES=OFF"], 300):
         sys.exit("the build cannot be configured")
     if not run([*ENCLOSED, BUILD, "true"], 10):
-        sys.exit("planted faults may remove any file: run this as root, who can make all read-only")
+        sys.exit("run this as root: a fault could remove any file, and only root can make files read-only")
 
     system = "/windows/" if os.name != "nt" else "/posix/"
     sources = [path for path in sorted(SOURCES.rglob("*.cpp"))

@@ -9,7 +9,7 @@
 install_packages "${build_packages[@]}" dpkg-dev lintian
 quietly "configure packages" cmake -S . -B build/package -G Ninja -DCMAKE_BUILD_TYPE=Release \
     -DCMAKE_INSTALL_PREFIX=/usr -DOVRABASE_BUILD_TESTS=OFF -DOVRABASE_BUILD_EXAMPLES=OFF \
-    -DOVRABASE_WARNINGS_AS_ERRORS=ON # compiled as for the preset "release", which ccache knows
+    -DOVRABASE_WARNINGS_AS_ERRORS=ON # as in the preset "release", so that ccache has the objects
 quietly "build packages" cmake --build build/package -j "$jobs"
 rm -f build/packages/*.deb
 quietly "cpack" cpack --config build/package/CPackConfig.cmake -B build/packages

@@ -4,8 +4,8 @@
 """Writes docs/performance.md, its plots and the table of figures in README.md.
 
   tools/performance.py                  from the figures in docs/performance.json
-  tools/performance.py RESULTS BUILD    puts new figures into that file first: those of Google
-                                        Benchmark in the folder RESULTS, of the build BUILD
+  tools/performance.py RESULTS BUILD    first puts new figures into that file: from the files of Google
+                                        Benchmark in the folder RESULTS, of programs of the build BUILD
 """
 
 import glob
@@ -87,7 +87,8 @@ CLAIMS = [
               f"{n[0]} Latin letters in {n[1]}", f"pairs/latin_directPart/{n[0]}/{n[1]}", TEXTBOOK,
               f"pairs/latin_plainPart/{n[0]}/{n[1]}"))),
     Claim("search", "Suggestions from a list of names",
-          "A typed name is compared with 240 names of assets, or with 5,040 where only distances of at most 3 are asked for.",
+          "Typed names are compared with 240 names of assets. The rows \"at most 3\" ask only for distances of at most 3; "
+          "there the library compares with 5,040 names.",
           [Pair("matcher", "search/matcher", TEXTBOOK, "search/plain", "search of a typed name in many names, with one `DamerauLevenshteinMatcher`"),
            Pair("matcher, any part", "search/matcherPart", TEXTBOOK, "search/plainPart"),
            Pair("matcher, at most 3", "search/matcherLimited", "the matcher without a limit", "search/matcher"),
@@ -100,8 +101,9 @@ CLAIMS = [
            for form, function in (("literal", "`asStringLiteral()`"), ("json", "`escapeJSON()`"))
            for kind, text in enumerate(("a path", "lines", "escapes only")) for size in (100, 10000)]),
     Claim("long", "Long texts",
-          "The time for 2 MB of what is worst for a function, divided by that for 1 MB: about 2 where the time grows with "
-          "the length. Where a function does little but copy, memory outside of the caches adds to it.",
+          "Here \"×\" is the time for 2 MB of the input that is slowest for a function, divided by the time for 1 MB. It is "
+          "about 2 if the time grows in proportion to the length. It is more if the function mainly copies memory that the "
+          "processor's caches cannot hold. \"time\" is the time for 1 MB.",
           [Pair(title, f"{name}/1", "2 MB beside 1 MB", f"{name}/2") for title, name in (
               ("`parseInput()`, dashes", "parseDashes"), ("`parseInput()`, many options", "parseManyOptions"),
               ("`substituteInString()`, open braces", "substitute/opened"), ("`substituteInString()`, keys", "substitute/keys"),
@@ -127,7 +129,7 @@ CLAIMS = [
           + [Pair("logger without a delegate", "unboundLogger", "spdlog's null sink", "spdlogNullSink")],
           {"bound logger": "boundLogger/real_time/threads:{0}", "spdlog": "spdlogSink/real_time/threads:{0}"},
           [1, 2, 4, 8], "threads that log", "messages per second", True),
-    Claim("service", "Services", "50 look-ups of different services, beside one lock and one search in a table of that size each.",
+    Claim("service", "Services", "Look-ups of 50 services. The contender takes a lock and searches a table of 50 entries for each.",
           [Pair("`service<T>()`", "serviceLookup", "a lock and an `std::unordered_map`", "lockedMapFind")]),
     Claim("start", "Start of a process", "A program that links the library, beside one that links Qt Gui alone.",
           [Pair("start and end", "start/library/real_time", "a program that links Qt Gui alone", "start/guiAlone/real_time",
@@ -246,7 +248,11 @@ def time_text(nanoseconds):
 
 
 def ratios_of(claim, times):
-    """The pairs that were measured. A pair of repetitions is a pair in time as well."""
+    """Returns the ratios of the pairs that were measured.
+
+    The repetitions run in random order. The n-th one of the library is divided into the n-th one of the
+    contender, because the two probably ran close to each other.
+    """
     return [Ratio(pair, [b / a for a, b in zip(times[pair.own], times[pair.other])],
                   statistics.median(times[pair.own]))
             for pair in claim.pairs if pair.own in times and pair.other in times]
@@ -273,7 +279,11 @@ def rule(x1, y1, x2, y2, kind="grid"):
 
 
 def scale(low, high, begin, end):
-    """Returns round values around those from low to high, and what maps a value onto a logarithmic line."""
+    """Returns the ticks of a logarithmic axis and a function from a value to its coordinate.
+
+    The ticks are round values. They begin at or below low and end at or above high. The first one has
+    the coordinate begin, the last one the coordinate end.
+    """
     steps = (1, 2, 5) if high < 100 * low else (1,)
     marks = [step * 10.0 ** exponent for exponent in range(-3, 13) for step in steps]
     first = max(mark for mark in marks if mark <= low * 1.001)
@@ -365,10 +375,12 @@ def write_page(figures):
     times = figures["times"]
     page = ["# Performance", "",
             "<!-- written by tools/performance.py from docs/performance.json; tools/bench.sh measures anew -->", "",
-            "How many times as fast as a contender the library is (×): the time of the contender, divided by that of the "
-            "library. Both run in one process, their repetitions mixed. A figure is the median of the repetitions; the spread "
-            "is from the smallest to the largest. Above 1 the library is faster. `tools/bench.sh` measures again and "
-            "writes this page.", "", "| | |", "|---|---|"]
+            "The column \"×\" says how many times as fast as a contender the library is: the time of the contender, divided "
+            "by that of the library. Above 1 the library is faster. One run measures both, with their repetitions in random "
+            "order. The figure is the median of the repetitions. \"All repetitions\" has the smallest and the largest ratio, "
+            "\"time\" the median time of the library. For edit distances it is the time of one distance, for log messages of "
+            "one message and for services of one look-up. `tools/bench.sh` measures again and writes this page.",
+            "", "| | |", "|---|---|"]
     page += [f"| {key} | {value} |" for key, value in figures["machine"].items()]
     absent = [title for title, name in (("rapidfuzz-cpp", "search/peerCached"), ("XXH3", "xxh3/16")) if name not in times]
     if absent:

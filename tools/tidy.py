@@ -32,7 +32,7 @@ def hash_of(path):
 
 
 def dependencies(build):
-    """Returns the files that each object was compiled from, of those that are up to date."""
+    """Returns, for each object file that is up to date, the files that it was compiled from."""
     known = {}
     for block in output_of("ninja", "-C", build, "-t", "deps").split("\n\n"):
         head, *files = block.splitlines() or [""]
@@ -59,7 +59,7 @@ def main():
         files = files_of.get(re.search(r" -o (\S+)", command)[1])
         if not files:
             return None
-        # The same in another checkout.
+        # Without the path of the checkout, so that the results serve every checkout.
         seen = [settings, command.replace(root, ""), *(hash_of(file) for file in files)]
         return cache / hashlib.sha256("\n".join(seen).encode()).hexdigest()
 

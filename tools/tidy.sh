@@ -10,6 +10,7 @@
 . "$(dirname "$0")/lib.sh"
 
 install_packages clang-tidy-14 python3
-# What the build does not compile (the Windows side, the other future) its own compiler checks.
+# tidy.py leaves out the sources that this build does not compile: those in windows/, and either
+# services/std or services/stlab.
 git ls-files 'src/*.cpp' 'examples/*.cpp' | tools/tidy.py "$1" \
     "${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}/tidy" "$jobs" >&3
