@@ -87,8 +87,8 @@ CLAIMS = [
               f"{n[0]} Latin letters in {n[1]}", f"pairs/latin_directPart/{n[0]}/{n[1]}", TEXTBOOK,
               f"pairs/latin_plainPart/{n[0]}/{n[1]}"))),
     Claim("search", "Suggestions from a list of names",
-          "Typed names are compared with 240 names of assets. The rows \"at most 3\" ask only for distances of at most 3; "
-          "there the library compares with 5,040 names.",
+          "Typed names are compared with 240 names of assets. The rows \"any part\" use `substringDistance()`. "
+          "The rows \"at most 3\" ask only for distances of at most 3; there the library compares with 5,040 names.",
           [Pair("matcher", "search/matcher", TEXTBOOK, "search/plain", "search of a typed name in many names, with one `DamerauLevenshteinMatcher`"),
            Pair("matcher, any part", "search/matcherPart", TEXTBOOK, "search/plainPart"),
            Pair("matcher, at most 3", "search/matcherLimited", "the matcher without a limit", "search/matcher"),
@@ -109,7 +109,7 @@ CLAIMS = [
               ("`substituteInString()`, open braces", "substitute/opened"), ("`substituteInString()`, keys", "substitute/keys"),
               ("`makeValidXMLTag()`", "ofQString/xml"), ("`getCopyName()`", "ofQString/copies"),
               ("`stringToMeter()`", "ofQString/points"))],
-          ratio_title="time for 2 MB by that for 1 MB"),
+          ratio_title="time for 2 MB divided by the time for 1 MB"),
     Claim("hash", "Content hashes",
           "`dataToHash()` and `MurmurHash3_x64_128()` beside the same algorithm as it was published. XXH3, another "
           "algorithm, is there for comparison.",
