@@ -9,7 +9,8 @@ A sample is a fenced block that begins with "```cpp". By default it has statemen
 with all public headers, using directives for the namespaces Vyn, Vyn::OvraBase and Vyn::Core::Log,
 and an application object. HTML comments before the fence, which readers do not see, change that:
 
-    <!-- before: CODE -->       CODE stands before main(), or at the beginning of a source file
+    <!-- before: CODE -->       CODE stands before main(), or at the beginning of a source file that does
+                                not begin with #include
     <!-- sample: body CODE -->  statements; the statements CODE run before them
     <!-- sample: main CODE -->  like "body", but the sample makes the application object
     <!-- sample: file -->       a source file; the default if the block begins with #include or namespace
@@ -19,8 +20,8 @@ and an application object. HTML comments before the fence, which readers do not 
     <!-- sample: part of PATH -->  must be consecutive lines of such a file; the indentation may differ
     <!-- sample: skip REASON -->   is not compiled
 
-A comment <!-- check: EXPRESSION --> after the fence is evaluated at the end of the sample, which fails
-if the expression is false.
+A comment <!-- check: EXPRESSION --> after the fence is evaluated at the end of main(), and the sample
+fails if the expression is false. It has no effect on a sample for which this script writes no main().
 """
 import pathlib
 import re

@@ -37,7 +37,7 @@ class Pair:
 
 @dataclass
 class Claim:
-    """A section of the page: a table of pairs and a plot, of lines or else of the pairs' ratios."""
+    """A section of the page: a table of pairs and a plot. Without lines, the plot shows the ratios of the pairs."""
 
     name: str
     title: str
