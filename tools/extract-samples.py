@@ -9,8 +9,8 @@ A sample is a fenced block that begins with "```cpp". By default it has statemen
 with all public headers, using directives for the namespaces Vyn, Vyn::OvraBase and Vyn::Core::Log,
 and an application object. HTML comments before the fence, which readers do not see, change that:
 
-    <!-- before: CODE -->       CODE stands before main(), or at the beginning of a source file that does
-                                not begin with #include
+    <!-- before: CODE -->       CODE stands before main(), or at the beginning of a source file. It is
+                                left out of a "file" that begins with #include and has no main()
     <!-- sample: body CODE -->  statements; the statements CODE run before them
     <!-- sample: main CODE -->  like "body", but the sample makes the application object
     <!-- sample: file -->       a source file; the default if the block begins with #include or namespace

@@ -4,11 +4,11 @@
 #
 # Replays the inputs in fuzz/corpus, then looks for new ones that break a property:
 #   tools/fuzz.sh SECONDS [TARGET...]
-# SECONDS is the time of the whole run. The named targets share it; without names, all targets do. One
-# target runs on each processor; on three or more, one processor stays free. Prints the executions and the
-# findings of each target; the first finding ends a target. Inputs that end in a finding are kept in
-# build/clang/findings. New inputs that reach more code are kept in build/clang/corpus, and the next run
-# begins with them.
+# SECONDS is the time of the whole run. The named targets share it; without names, all targets do. Each
+# processor runs one target at a time; if there are three processors or more, one stays free. Prints the
+# executions and the findings of each target. A target ends at its first finding. Inputs that end in a
+# finding are kept in build/clang/findings. New inputs that reach more code are kept in
+# build/clang/corpus, and the next run begins with them.
 . "$(dirname "$0")/lib.sh"
 [[ ${1:-} =~ ^[0-9]+$ ]] || fail "how many seconds? See the top of $0"
 seconds=$1

@@ -158,7 +158,7 @@ CLAIMS = [
               "`getUniqueFileName()`, with 10,000 names taken" if n == 10000 else "")),
           {"one name after the other": "plainName/{0}", "getUniqueFileName()": "libraryName/{0}"},
           [1, 10, 100, 1000, 10000], "taken names"),
-    Claim("bring", "Resources on the disk", "`ensureFileIsOnDisk()` copies one resource again and again, each time under a new name.",
+    Claim("bring", "Resources on the disk", "`ensureFileIsOnDisk()` copies one file again and again, each time under a new name.",
           each([100, 1000], lambda n: Pair(
               f"{n:,} copies", f"libraryBringsToDisk/{n}/real_time", "testing one name after the other",
               f"plainBringsToDisk/{n}/real_time")),
