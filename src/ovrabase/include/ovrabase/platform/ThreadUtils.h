@@ -8,7 +8,8 @@
 namespace Vyn::OvraBase::ThreadUtils {
 
 /// Returns true if the calling thread is the main thread, which is the thread of the application
-/// object. Without an application object, logs an error on Debug and returns false. Thread-safe.
+/// object. Without an application object, logs an error on the logger Debug and returns false.
+/// Thread-safe.
 OVRABASE_EXPORT bool isMainThread();
 
 } // namespace Vyn::OvraBase::ThreadUtils

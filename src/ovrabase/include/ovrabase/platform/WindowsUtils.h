@@ -16,7 +16,7 @@
 ///
 /// On Windows, the devices come from SetupAPI, and an error code is one of GetLastError(). On
 /// Linux, the devices come from udev, and an error code is one of errno. All functions are
-/// thread-safe, and block while the system answers.
+/// thread-safe, and block until the system answers.
 namespace Vyn::OvraBase {
 
 /// A device as the system describes it. A text that the system does not know is empty.
@@ -60,12 +60,12 @@ struct OVRABASE_EXPORT USBInfo : DeviceInfo {
 };
 
 /// Returns the disk drives. If the system cannot list them (on Linux, without sysfs), logs an error
-/// on Debug and returns an empty list.
+/// on the logger Debug and returns an empty list.
 ///
 /// A drive for removable media is listed even without a medium. A virtual disk is listed on Windows
-/// if it has the disk interface, and on Linux (a loop device, zram, a network block device, a RAID
-/// array) if it is in use. Partitions, device-mapper volumes, optical drives and floppy drives are
-/// not listed.
+/// if it has the device interface GUID_DEVINTERFACE_DISK, and on Linux (a loop device, zram, a
+/// network block device, a RAID array) if it is in use. Partitions, device-mapper volumes, optical
+/// drives and floppy drives are not listed.
 OVRABASE_EXPORT std::vector<DeviceInfo> getDisksInfo();
 
 /// Returns the USB devices with their children. Fails as getDisksInfo() does.

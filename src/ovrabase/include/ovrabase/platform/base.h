@@ -10,8 +10,8 @@
 #include <vector>
 
 /// \file
-/// The names and the version of the application, its shared libraries (plug-ins) and its resource
-/// files. None of these functions throws.
+/// Functions that return the names and the version of the application, load its shared libraries
+/// (plug-ins) and register its resource files. None of these functions throws.
 namespace Vyn::OvraBase {
 
 /// Returns the short name of the application, "Tessik".
@@ -37,11 +37,11 @@ OVRABASE_EXPORT const QString &getSharedLibraryExtension();
 ///
 /// A folder in \a name is ignored, and so is everything from the second dot of the file name on:
 /// "a.b.c.dll" loads the alphabetically first file that matches "a.b*". So a caller need not know a
-/// version number after the extension.
+/// version number after the extension: "a.dll" also loads "a.dll.2".
 ///
-/// Returns null if no file matches, which is logged as an error on Debug. Returns null without a
-/// log record if the system cannot load the file. Without an application object, no file matches,
-/// because the folder is unknown. Runs the initialisation code of the library.
+/// Returns null if no file matches, which is logged as an error on the logger Debug. Returns null
+/// without a log record if the system cannot load the file. Without an application object, no file
+/// matches, because the folder is unknown. Runs the initialisation code of the library.
 /// Thread-safe.
 OVRABASE_EXPORT void *loadSharedLibrary(const QString &name);
 
@@ -64,10 +64,11 @@ OVRABASE_EXPORT void closeSharedLibrary(void *library);
 
 /// Registers the binary Qt resource file \a fileName (.rcc). Returns true if Qt accepts it.
 ///
-/// Searches the resource folder of the development build, then the folder "Resources" in the folder
-/// of the application. Registers the first file that exists: if Qt refuses it, the other folder is
-/// not searched. Logs the file and the result on Debug, or a warning if neither folder has the
-/// file. Call it on the main thread.
+/// Searches the resource folder of the development build (the CMake option
+/// OVRABASE_DEV_RESOURCE_DIR), then the folder "Resources" in the folder of the application.
+/// Registers the first file that exists: if Qt refuses it, the other folder is not searched. Logs
+/// the file and the result on the logger Debug, or a warning if neither folder has the file. Call
+/// it on the main thread.
 OVRABASE_EXPORT bool registerExternalResource(const QString &fileName);
 
 /// Calls registerExternalResource() for each of \a fileNames, also after one fails. Returns true if

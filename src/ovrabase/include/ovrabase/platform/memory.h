@@ -47,10 +47,10 @@ protected:
 ///
 /// An object that lives in the main thread is deleted by deleteLater(), an object of another thread
 /// by a call that is queued in the main thread's event loop. The destructor of the application
-/// object begins with the deletion of the objects that still wait, and of all others for which
-/// deleteLater() was called, so that the GUI still exists. This takes linear time in the number of
-/// objects. While there is no application object, an object is deleted immediately on the calling
-/// thread.
+/// object first deletes the objects that still wait, and all other objects of the main thread for
+/// which deleteLater() was called. The GUI still exists then. This takes linear time in the number
+/// of objects. While there is no application object, an object is deleted immediately on the
+/// calling thread.
 struct QObjectDeleteLater {
     /// Deletes \a object as described for the class. Ignores null. Throws nothing.
     ///

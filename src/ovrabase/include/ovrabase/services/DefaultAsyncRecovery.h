@@ -34,8 +34,9 @@ public:
     DefaultAsyncRecovery();
 
     /// Waits for each registered operation in turn if the ServiceLocator is started and holds a
-    /// DefaultAsyncRecovery, this one or another. Checks both again before each operation, and
-    /// skips the operation if either does not hold. No other thread may use the list meanwhile.
+    /// DefaultAsyncRecovery, this one or another. Checks both conditions again before each
+    /// operation, and skips the operation if one of them is false. No other thread may use the list
+    /// meanwhile.
     ///
     /// On the main thread, the wait is a busy loop. It processes events, except user input and
     /// socket events, and carries out calls of deleteLater(), also those made before the wait. On
@@ -46,8 +47,8 @@ public:
     /// during the wait are not waited for.
     ///
     /// ServiceLocator::stop() does not wait for the operations of the list that it destroys,
-    /// because the locator is no longer started then. The exception is a future of std::async(),
-    /// whose last copy always waits.
+    /// because the locator is no longer started then. But the destructor of the last copy of a
+    /// future of std::async() always waits, also here.
     ~DefaultAsyncRecovery() override;
 
     DefaultAsyncRecovery(const DefaultAsyncRecovery &) = delete;
@@ -56,14 +57,15 @@ public:
     /// Registers the operation of \a future under \a id, a number that the caller chooses.
     ///
     /// If the same operation is registered already, under \a id or another id, logs an error on
-    /// Debug and does nothing else. If \a id is taken by another operation, does nothing. Takes
-    /// time in proportion to the number of registered operations.
+    /// the logger Debug and does nothing else. If \a id is taken by another operation, does
+    /// nothing. Takes time in proportion to the number of registered operations.
     void registerRecoverable(std::size_t id, Vyn::future<void> future, const QString &description);
 
     /// Removes the entry \a id. Does nothing for an unknown id.
     ///
-    /// The operation is neither cancelled nor waited for. An operation that has ended stays
-    /// registered until this function is called.
+    /// Releases a copy of the future, which can wait for the operation or cancel it only if it is
+    /// the last copy (see Vyn::future). An operation that has ended stays registered until this
+    /// function is called.
     void unregisterRecoverable(std::size_t id);
 
     /// Returns the number of registered operations. Takes no lock.
@@ -76,7 +78,7 @@ public:
 private:
     using Registry = std::unordered_map<std::size_t, Recoverable>;
 
-    /// Returns the entry of the same operation. The caller holds the lock.
+    /// Returns the entry of the operation of \a future, or end(). The caller holds the lock.
     Registry::const_iterator findRecoverable(const Vyn::future<void> &future) const;
 
     Registry mRegistry{8};              ///< begins with 8 buckets

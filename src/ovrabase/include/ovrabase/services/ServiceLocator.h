@@ -65,7 +65,8 @@ public:
     }
 
     /// Returns the service that is registered under the type id of T, or null. The pointer is valid
-    /// until stop(). Thread-safe. The lock of the locator is held during the lookup only.
+    /// until the locator is destroyed, for the locator of the process by stop(). Thread-safe. The
+    /// lock of the locator is held during the lookup only.
     template<class T>
     T *service()
     {
@@ -74,8 +75,8 @@ public:
     }
 
 private:
-    // Defined in the library, so that only code of one build works on the table, whatever build the
-    // calling module is of.
+    // Not inline, so that only code of the library accesses the table. A calling module may be
+    // built with settings under which the standard containers have another layout.
     OVRABASE_EXPORT bool add(std::size_t id, std::unique_ptr<Service> service);
     OVRABASE_EXPORT Service *find(std::size_t id);
 

@@ -37,9 +37,10 @@ OVRABASE_EXPORT double fromMeter(double meters, const QString &unit);
 /// unit is missing or unknown, \a defaultUnit (a name or an abbreviation) takes its place, and
 /// metres if that is unknown, too.
 ///
-/// The first digit or point starts the number. Returns 0 if there is none, or if the number is
-/// malformed ("1.2.3", or the lone point in "approx. 5 cm") or out of the range of double. The
-/// result is infinite if the number is in that range and the length in metres is not.
+/// The number begins at the first digit or point of \a value, or at a sign directly before it.
+/// Returns 0 if there is none, or if the number is malformed ("1.2.3", or the lone point in
+/// "approx. 5 cm") or out of the range of double. The result is infinite if the number is in that
+/// range and the length in metres is not.
 OVRABASE_EXPORT double stringToMeter(const QString &value, const QString &defaultUnit);
 
 /// Parses the whole of \a text as a length, for example "12.5 cm" or "3 ft 6 in", and returns it in

@@ -31,11 +31,11 @@ namespace Vyn::OvraBase::StringUtils {
 /// Characters are UTF-16 code units, compared for equality: case matters, nothing is normalised,
 /// and a character outside the Basic Multilingual Plane counts as two.
 ///
-/// The time is in the order of n * ceil(m / 64) for the lengths m and n. An operation computes 64
-/// rows of the table at once (H. Hyyrö, "A bit-vector algorithm for computing Levenshtein and
-/// Damerau edit distances", Nordic Journal of Computing 10, 2003). Texts of up to 128 units need no
-/// memory from the heap, and longer texts at most one byte per unit of one of them. The only
-/// exception is std::bad_alloc. Thread-safe.
+/// The time is in the order of n * ceil(m / 64) for the lengths m and n: the 64 bits of a word hold
+/// 64 rows of the dynamic-programming table, which are computed together (H. Hyyrö, "A bit-vector
+/// algorithm for computing Levenshtein and Damerau edit distances", Nordic Journal of Computing 10,
+/// 2003). Texts of up to 128 units need no memory from the heap, and longer texts at most one byte
+/// per unit of one of them. The only exception is std::bad_alloc. Thread-safe.
 /// @{
 
 /// Returns the least number of edits that turn \a a into \a b. It is the same in the other
@@ -48,13 +48,13 @@ OVRABASE_EXPORT std::uint64_t damerauLevenshteinSubstringDistance(
     const QString &a, const QString &b);
 
 /// Computes the distances between one pattern and many texts. This is faster than the functions
-/// above, because the tables for the pattern are made only once.
+/// above, because the lookup tables for the pattern are made only once.
 ///
 /// A matcher needs about 1.5 KiB for every 64 units of its pattern. Copies share that memory.
 /// Several threads may use a matcher at the same time.
 class OVRABASE_EXPORT DamerauLevenshteinMatcher {
 public:
-    /// Makes the tables for \a pattern.
+    /// Makes the lookup tables for \a pattern.
     explicit DamerauLevenshteinMatcher(const QString &pattern);
     DamerauLevenshteinMatcher(const DamerauLevenshteinMatcher &other);
     DamerauLevenshteinMatcher &operator=(const DamerauLevenshteinMatcher &other);
@@ -65,9 +65,10 @@ public:
 
     /// Returns distance(text) if it is at most \a limit, and \a limit + 1 otherwise.
     ///
-    /// Stops as soon as it is certain that the distance is greater than \a limit: at once if the
-    /// lengths differ by more than \a limit, and normally after a few units of an unrelated text.
-    /// For long texts, the time is in the order of n * (1 + limit / 64).
+    /// Stops at once if the lengths differ by more than \a limit. With a pattern of up to 64 units,
+    /// stops as soon as the distance is certain to be greater than \a limit: normally after a few
+    /// units of an unrelated text. For long texts, the time is in the order of
+    /// n * (1 + limit / 64).
     std::uint64_t distance(const QString &text, std::uint64_t limit) const;
 
     /// Returns damerauLevenshteinSubstringDistance() of the pattern and \a text.
@@ -92,9 +93,9 @@ private:
 /// "Wall copy 3" for "Wall copy 2".
 ///
 /// The word "copy" is translated (source text "copy", empty context). A number that does not fit a
-/// signed 32-bit integer counts as 0, and the number after the greatest one that fits is written in
-/// full. The number is increased only if the name is a single line; one line feed at its end is
-/// allowed, and removed.
+/// signed 32-bit integer counts as 0. The greatest number that fits is increased, too: "Wall copy
+/// 2147483647" gives "Wall copy 2147483648". The number is increased only if the name is a single
+/// line; one line feed at its end is allowed, and removed.
 OVRABASE_EXPORT QString getCopyName(const QString &name);
 
 /// Removes characters from \a text until it is a valid XML element name, and returns the result.
@@ -117,7 +118,7 @@ OVRABASE_EXPORT std::string escapeJSON(const std::string &text);
 OVRABASE_EXPORT QString asStringLiteral(const QString &text);
 
 /// Splits \a input, for example "free text --scale 2 --flip", into the free text before the first
-/// "--" and its (option, value) pairs, in reverse order.
+/// "--" and the (option, value) pairs after it. The last pair comes first.
 ///
 /// \a options are the accepted names, without "--". The name of an option ends at the first space.
 /// Its value is the text after that space, up to the next "--". The character in front of each "--"
