@@ -21,7 +21,8 @@ class LogManager;
 /// follow the inclusion, so that their constructors and destructors can log.
 namespace Vyn::OvraBase {
 
-/// The global loggers. bindLoggers() binds the first three. The application may bind the others.
+/// The global loggers. bindLoggers() binds the first three to the log manager. The application may
+/// bind the others.
 enum LogService : int {
     UI = 0,      ///< records of the application
     Support = 1, ///< most warnings of the library
@@ -54,10 +55,10 @@ public:
     /// Returns a reference to the number of instances in the process.
     OVRABASE_EXPORT static int &counter();
 
-    /// The ten loggers, or null if there is no instance.
+    /// A pointer to the ten loggers, which is null if there is no instance.
     ///
-    /// Each program or library has its own reference to the one pointer, because ovrabase exports
-    /// no variable for it. The reference is initialised before the statics that follow the
+    /// Each program or library has its own reference to ovrabase's only pointer, because ovrabase
+    /// exports no variable for it. The reference is initialised before the statics that follow the
     /// inclusion of this file. Code that runs before that must call logger() instead.
     OVRABASE_NO_EXPORT static inline std::vector<Vyn::Logger> *&loggers = table();
 };

@@ -9,16 +9,16 @@
 #include <string_view>
 
 /// \file
-/// The macro LOG_CONTEXT, which names the place of a log call. Logger.h includes this file. All
-/// else in it is for the macro only.
+/// The macro LOG_CONTEXT, which names the place of a log call. Everything else in this file is for
+/// the macro only. Logger.h includes this file.
 namespace Vyn::Detail {
 
 /// \a signature is the text of __PRETTY_FUNCTION__. Returns the qualified name of that function.
 ///
 /// The name has neither the return type nor the parameters, qualifiers and constraints of the
-/// function. For a lambda, the return type and parameters of the enclosing function are kept.
-/// \a function is the text of __FUNCTION__. If it is empty, the answer is all of \a signature.
-/// Accepts any text. Takes linear time.
+/// function. For a lambda, the parameters, qualifiers and constraints of the enclosing function are
+/// kept. \a function is the text of __FUNCTION__. If it is empty, the answer is all of
+/// \a signature. Accepts any text. Takes linear time.
 OVRABASE_EXPORT std::string_view qualifiedNameOf(
     std::string_view signature, std::string_view function);
 

@@ -24,8 +24,9 @@ namespace Core::Log {
 struct OVRABASE_EXPORT LogDelegate {
     virtual ~LogDelegate();
 
-    /// Receives a record. \a level is 0 (info), 1 (warning) or 2 (error). The texts are copies for
-    /// this call, so that they may be moved to another thread. An exception is ignored.
+    /// Receives a record. \a level is 0 (info), 1 (warning) or 2 (error). The texts are valid
+    /// during the call only; copies of them may be passed to another thread. An exception is
+    /// ignored.
     ///
     /// The manager calls this function on the thread that logged, and delivers one record at a
     /// time. After bindLoggers(), a record of spdlog's default logger arrives on spdlog's thread if
@@ -36,8 +37,9 @@ struct OVRABASE_EXPORT LogDelegate {
     /// The function may log, register and unregister. Its records are delivered after the current
     /// one. After installQtMessageHandler(), so are the Qt messages that it causes. If the delivery
     /// of a Qt message causes another one, and so on 100 times, a warning is delivered in place of
-    /// the next message, and all further ones are dropped. A fatal Qt message is written to
-    /// standard error, because the process ends before the message could be delivered.
+    /// the next message, and all further ones are dropped. A fatal Qt message that the function
+    /// causes is written to standard error, because the process ends before the message could be
+    /// delivered.
     ///
     /// The function must not log through a spdlog logger with the library's sink. After
     /// bindLoggers(), spdlog's default logger has that sink. During a record that came from spdlog,
@@ -72,12 +74,12 @@ private:
         QString context;
         QString message;
         /// The number of Qt messages in the chain of this record. A record that a delegate causes
-        /// is in the chain of the record that is being delivered, and shares its counter. A Qt
-        /// message that a delegate causes begins a chain. Null outside of a chain.
+        /// is in the chain of the record that is being delivered, and shares its counter. If that
+        /// record is in no chain, a Qt message begins one. Null outside of a chain.
         std::shared_ptr<int> chainLength;
     };
 
-    /// The number tells a delegate from the same delegate registered again.
+    /// The number distinguishes two registrations of the same delegate.
     struct Registration {
         std::shared_ptr<LogDelegate> delegate;
         quint64 number;
@@ -109,8 +111,9 @@ private:
 /// that is unregistered during a delivery is not called again. If a delegate is registered more
 /// than once, the first destructor ends all its registrations.
 ///
-/// Constructor and destructor wait while another thread delivers a record. So do not call them with
-/// a lock that a delegate takes. After the destructor, no other thread runs the delegate.
+/// Constructor and destructor wait while another thread delivers a record. So do not call them
+/// while you hold a lock that a delegate takes. After the destructor, no other thread runs the
+/// delegate.
 ///
 /// A registration may end inside LogDelegate::log(). Its delegate is then released after all queued
 /// records are delivered, and without a lock, so that the destructor of the delegate may wait for a

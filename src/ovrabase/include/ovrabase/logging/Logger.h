@@ -21,9 +21,12 @@ namespace Vyn {
 
 class StreamLogger;
 
-/// How a value is written to a message; not for callers. Each concept looks up the stream operators
-/// that the namespaces of the value bring, beside a deleted one that wins or is ambiguous where the
-/// concept does not hold.
+/// Decides how a value is written to a message. Not for callers.
+///
+/// Each concept Writable compiles `stream << value` in a namespace with a deleted operator.
+/// Overload resolution considers only this operator, those of std::ostream, and those that
+/// argument-dependent lookup finds. The concept is false if the deleted operator is the best match,
+/// or if the call is ambiguous.
 namespace Detail {
 
 struct Anything {
@@ -35,7 +38,7 @@ namespace Exactly {
 template<class C, class Traits, class T>
 void operator<<(std::basic_ostream<C, Traits> &, const T &) = delete;
 
-/// There is an operator for T itself.
+/// True if an operator takes a T as an exact match.
 template<class T>
 concept Writable = requires(std::ostream &stream, const T &value)
 {
@@ -46,8 +49,8 @@ concept Writable = requires(std::ostream &stream, const T &value)
 namespace WithoutConversion {
 void operator<<(std::ostream &, Anything) = delete;
 
-/// There is an operator that takes a T without one of its conversion functions: for its base class,
-/// or for the integer that an enumeration is.
+/// True if an operator takes a T without a user-defined conversion: for example an operator for a
+/// base class of T, or an operator for integers if T is an unscoped enumeration.
 template<class T>
 concept Writable = requires(std::ostream &stream, const T &value)
 {
@@ -58,7 +61,7 @@ concept Writable = requires(std::ostream &stream, const T &value)
 namespace Anyhow {
 void operator<<(Anything, Anything) = delete;
 
-/// There is an operator that takes a T.
+/// True if an operator takes a T, even if only by a user-defined conversion.
 template<class T>
 concept Writable = requires(std::ostream &stream, const T &value)
 {
@@ -71,101 +74,108 @@ concept Text = std::same_as<T, QString> || std::same_as<T, QStringView> ||
     std::same_as<T, QLatin1String> ||
     (Detail::isStringBuilder<T> &&std::convertible_to<const T &, QString>);
 
-/// The standard operator writes a T in digits; of one byte are characters and bool.
+/// An integer type of more than one byte. One-byte types are excluded because they are bool and
+/// characters. (The larger character types are Shown, and so are not tested for this concept.)
 template<class T>
 concept WholeNumber = std::integral<T> &&(sizeof(T) > 1);
 
-/// Only logStr() shows a T.
+/// T has a logStr(), and no stream operator that takes it without a user-defined conversion. The
+/// message then contains the text of logStr().
 template<class T>
 concept Shown = !WithoutConversion::Writable<T> && Detail::HasForm<T>;
 
-/// What goes to the message whatever operators the caller has in scope. The standard ones for wide
-/// characters and strings are deleted and would stand in the way.
+/// The message writes a T itself, even if the caller has another operator for it in scope. The
+/// scalar types are here because the standard library has deleted operators for wide characters and
+/// for pointers to them, which would otherwise be chosen.
 template<class T>
 concept Preferred = Text<T> || Exactly::Writable<T> ||
     (std::is_scalar_v<std::decay_t<T>> &&Shown<T>);
 
-/// What goes there if the caller has no operator for it in scope.
+/// The message writes a T itself, unless the caller has an operator for it in scope.
 template<class T>
 concept Other = !Preferred<T> && (Shown<T> || Anyhow::Writable<T>);
 
 } // namespace Detail
 
-/// The handle through which code writes log text: a value that holds one delegate.
+/// Begins messages, and passes each finished message to its delegate, which is a function. A copy
+/// of the logger has a copy of the delegate.
 ///
 /// ```cpp
 /// logger(UI).warning(LOG_CONTEXT) << "disk full: " << 97 << "%";
 /// ```
 ///
-/// Without a delegate everything is dropped. Const calls are thread-safe; setDelegate() must not
-/// run while another thread uses the same object.
+/// Without a delegate, all messages are dropped. Const calls are thread-safe; setDelegate() must
+/// not run while another thread uses the same object.
 class OVRABASE_EXPORT Logger {
 public:
-    /// Any value above Error counts as Error.
+    /// The log manager treats a value above Error as Error, see bindLogger().
     enum LogSeverity : int { Info = 0, Warning = 1, Error = 2 };
 
-    /// Receives one message: severity, context, text. What it throws is dropped.
+    /// Receives one message: severity, context, text. An exception is ignored.
     using Delegate = std::function<void(LogSeverity, std::string, std::string)>;
 
-    /// Begins a message of the severity Info; \a context says where, normally LOG_CONTEXT. The
-    /// same holds for the next three.
+    /// Begins a message of the severity Info. \a context names the place in the source, and is
+    /// normally LOG_CONTEXT.
     StreamLogger info(std::string context) const;
-    /// Begins a message of the severity Warning.
+    /// Begins a message of the severity Warning. \a context is as for info().
     StreamLogger warning(std::string context) const;
-    /// Begins a message of the severity Error.
+    /// Begins a message of the severity Error. \a context is as for info().
     StreamLogger error(std::string context) const;
-    /// Begins a message of that severity.
+    /// Begins a message of the severity \a severity. \a context is as for info().
     StreamLogger log(LogSeverity severity, std::string context) const;
 
-    /// Replaces the delegate. Messages already begun keep the one that they began with.
+    /// Replaces the delegate. A message that was begun before still goes to the previous delegate.
     void setDelegate(Delegate delegate);
 
 private:
     Delegate mDelegate;
 };
 
-/// One message: what is written to it reaches the logger's delegate when the object ends,
-/// normally with the statement. An empty message is never delivered, and nothing is thrown on
-/// delivery. No lock is held while it is written. Belongs to the thread that made it.
+/// One message. The destructor, which normally runs at the end of the statement, delivers it: it
+/// calls the logger's delegate with the text of the message. An empty message is not delivered.
+/// The delivery throws nothing. No lock is held while the message is written. Use the object only
+/// on the thread that made it.
 ///
-/// The operator << takes, and returns the message again:
-/// - QString, QStringView, QLatin1String and string builders: their text in UTF-8, without quotes,
-///   also where a module has an operator of its own for them;
-/// - what std::ostream takes: by the operators and manipulators of the standard library, and those
-///   in the namespace of the value;
-/// - what else has a logStr(): the text that this returns.
+/// The operator << returns the message, and takes these values:
+/// - QString, QStringView, QLatin1String and string builders. It writes their text in UTF-8 and
+///   without quotes, even if the caller has another operator for them in scope.
+/// - All values and manipulators that std::ostream takes by an operator of the standard library or
+///   of the namespace of the value.
+/// - All other values with a logStr(). It writes the text that logStr() returns.
 ///
-/// An operator that stands in another namespace than its type is found only by callers in its
-/// scope. It is used, except for the first value of a statement, and returns no message but
-/// normally a std::ostream, which takes no Qt values.
+/// An operator of any other namespace is found only by callers in its scope. For these callers, it
+/// is preferred to operators that need a conversion and to logStr(), except the logStr() of a
+/// scalar. It is not used for the first value of a statement. Normally it returns a std::ostream
+/// and not the message, so that no Qt value can follow in the statement.
 class OVRABASE_EXPORT StreamLogger : public std::iostream {
 public:
-    /// The moved-from object delivers nothing.
+    /// Takes over the message of \a other, which then delivers nothing.
     StreamLogger(StreamLogger &&other) noexcept;
     ~StreamLogger() override;
 
     StreamLogger(const StreamLogger &) = delete;
     StreamLogger &operator=(const StreamLogger &) = delete;
-    /// Delivers the message that this object holds, then goes on with that of \a other.
+    /// Delivers the message of this object, then takes over that of \a other.
     StreamLogger &operator=(StreamLogger &&other) noexcept;
 
-    /// Writes the text of \a value, before any operator of the caller is looked at.
+    /// Writes \a value. A better match than an operator of the caller that takes a std::ostream.
     template<Detail::Preferred T>
     friend StreamLogger &operator<<(StreamLogger &message, const T &value)
     {
         return message.write(value);
     }
 
-    /// Writes a value for which the caller has no operator. The message comes as what it derives
-    /// from, of any character type: every other operator for the type of the value is the better
-    /// match.
+    /// Writes a value for which the caller has no operator. \a message is always a StreamLogger. It
+    /// is declared as a template of the base class, so that every other operator for the type of
+    /// \a value is a better match.
     template<class C, class Traits, Detail::Other T>
     friend StreamLogger &operator<<(std::basic_ostream<C, Traits> &message, const T &value)
     {
         return static_cast<StreamLogger &>(message).write(value);
     }
 
-    /// Writes the first value of a statement, which goes on with an lvalue: all operators take one.
+    /// Writes the first value of a statement, when the message is an rvalue. Returns an lvalue,
+    /// because all operators take one.
     template<class T>
     requires(Detail::Preferred<T> || Detail::Other<T>) friend StreamLogger &operator<<(
         StreamLogger &&message, const T &value)
@@ -176,26 +186,26 @@ public:
     /// \name Manipulators that are functions, such as std::endl
     /// \{
 
-    /// Applies one for output streams.
+    /// Applies a manipulator for output streams.
     friend StreamLogger &operator<<(
         StreamLogger &message, std::ostream &(*manipulator)(std::ostream &))
     {
         manipulator(message);
         return message;
     }
-    /// Applies one for output streams as the first of a statement.
+    /// Applies a manipulator for output streams at the start of a statement.
     friend StreamLogger &operator<<(
         StreamLogger &&message, std::ostream &(*manipulator)(std::ostream &))
     {
         return message << manipulator;
     }
-    /// Applies one for formats, such as std::hex.
+    /// Applies a manipulator for formats, such as std::hex.
     friend StreamLogger &operator<<(StreamLogger &message, std::ios &(*manipulator)(std::ios &))
     {
         manipulator(message);
         return message;
     }
-    /// Applies one for formats as the first of a statement.
+    /// Applies a manipulator for formats at the start of a statement.
     friend StreamLogger &operator<<(StreamLogger &&message, std::ios &(*manipulator)(std::ios &))
     {
         return message << manipulator;
@@ -208,18 +218,20 @@ private:
         const Logger::Delegate &delegate, Logger::LogSeverity severity, std::string &&context);
     void deliver() noexcept;
 
-    /// A buffer that lets bytes into the room that it has without what a stream does around it.
+    /// A buffer to which bytes can be appended without the overhead of a stream.
     struct Buffer : std::stringbuf {
         using std::stringbuf::stringbuf;
-        /// Returns false, and takes nothing, if there is no room for all of \a bytes.
+        /// Appends \a bytes. Returns false, and appends nothing, if the allocated memory is too
+        /// small for all of them.
         bool append(std::string_view bytes) noexcept;
     };
 
     StreamLogger &writeText(QStringView text);
 
-    /// \name What std::ostream would write, at a fraction of the cost
-    /// They return false, and write nothing, if the stream is asked for another format or place, or
-    /// if the room in the buffer is too small.
+    /// \name Fast functions that write what std::ostream would write
+    /// They return false, and write nothing, if the stream has another format than the default,
+    /// another buffer or an error, if they do not support the type of the value, or if the
+    /// allocated memory of the buffer is too small. std::ostream then writes the value.
     /// \{
     bool append(std::string_view bytes) noexcept;
     bool append(long long number) noexcept;

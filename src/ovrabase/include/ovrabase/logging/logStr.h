@@ -69,9 +69,11 @@ QT_END_NAMESPACE
 /// logStr() returns the short text for a value in a log message. The form of the text does not
 /// change between releases, because tools read it.
 ///
-/// An overload accepts its own type only. A type that merely converts to it, for example a pointer
-/// to bool or an enumeration to int, is a compile error. All functions are thread-safe, except the
-/// one for QCursor, and the one for QVariant with a QCursor in it. None fails.
+/// An overload accepts its own type and classes derived from it. The overload for QString also
+/// accepts string builders. Any other value that converts to the type is a compile error: an
+/// enumeration is not accepted as int, and a pointer is not accepted as bool. All functions are
+/// thread-safe, except the one for QCursor, and the one for QVariant with a QCursor in it. None
+/// fails.
 ///
 /// For a type of your own, define `QString logStr(const Type &)` in the namespace of the type. The
 /// containers below then accept the type as well. For a type of the standard library that is not
@@ -127,7 +129,7 @@ OVRABASE_EXPORT QString logStr(const QBitArray &value);
 /// \name Dates, locales, identifiers and regular expressions
 /// A date is "2024-02-29", a time "23:59:58.007", and a date with time has both with a space
 /// between them. A locale is its name. A URL and a UUID are their toString(). A regular expression
-/// is in slashes, with a letter for each option: "/pattern/ims".
+/// is in slashes, with a letter for each option: "/pattern/ism".
 /// \{
 OVRABASE_EXPORT QString logStr(const QDate &value);
 OVRABASE_EXPORT QString logStr(const QTime &value);
@@ -166,8 +168,8 @@ OVRABASE_EXPORT QString logStr(const QEasingCurve &value);
 /// \}
 
 /// \name Vectors and matrices
-/// A vector is "(1,2,3)", and a quaternion "1 + 2i + 3j + 4k". A matrix is its rows, each in
-/// brackets, in brackets. A QTransform is its transpose, with "^t" at the end.
+/// A vector is "(1,2,3)", and a quaternion "1 + 2i + 3j + 4k". A matrix is the list of its rows,
+/// "[[…],[…],[…],[…]]". A QTransform is its transpose, with "^t" at the end.
 /// \{
 OVRABASE_EXPORT QString logStr(const QVector2D &value);
 OVRABASE_EXPORT QString logStr(const QVector3D &value);
@@ -178,9 +180,10 @@ OVRABASE_EXPORT QString logStr(const QTransform &value);
 /// \}
 
 /// \name Colours, fonts, icons and key sequences
-/// A colour is "#rrggbb", or "invalid". A brush is its colour. A palette is a list of the colours
-/// of its roles; its "window" has the colour of Base, not of Window. An icon is its theme name, or
-/// else a list of its sizes. A font and a key sequence are their toString().
+/// A colour is "#rrggbb", or "invalid". A brush is "brush with color #rrggbb", or "colorless
+/// brush". A palette is a list of the colours of eight of its roles, and of "window", which has the
+/// colour of Base and not of Window. An icon is its theme name. Without a name, it is a list of its
+/// sizes. A font and a key sequence are their toString().
 /// \{
 OVRABASE_EXPORT QString logStr(const QColor &value);
 OVRABASE_EXPORT QString logStr(const QBrush &value);
@@ -203,9 +206,10 @@ OVRABASE_EXPORT QString logStr(const QCursor &value);
 
 /// Returns "QVariant(text as type)". The text is the logStr() of the value in the variant.
 ///
-/// For a type without a logStr() above, the text is "<?>"; a null variant of such a type gives
-/// "QVariant(Null)". Lists, maps and hashes of variants are formatted up to 1000 levels deep; a
-/// deeper one is "…".
+/// Formats bool, char, int, uint, qlonglong, qulonglong, double, QStringList, the Qt classes above
+/// except QChar, QStringView and QLatin1String, and lists, maps and hashes of variants. For any
+/// other type, the text is "<?>"; a null variant of such a type gives "QVariant(Null)". Lists, maps
+/// and hashes are formatted up to 1000 levels deep; a deeper one is "…".
 OVRABASE_EXPORT QString logStr(const QVariant &value);
 
 /// \name Variants by name: "{key: value, key: value}", with the keys without quotes
@@ -234,7 +238,8 @@ template<class T>
 concept OtherScalar =
     std::is_scalar_v<T> && !Number<T> && !std::convertible_to<T, const volatile void *>;
 
-/// True for the type of an expression of strings with the operator %, or + with QStringBuilder.
+/// True for QStringBuilder: the type of an expression of Qt strings with the operator %, or with +
+/// if QT_USE_QSTRINGBUILDER is defined.
 template<class T>
 inline constexpr bool isStringBuilder = false;
 template<class A, class B>
