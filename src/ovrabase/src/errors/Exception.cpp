@@ -98,8 +98,8 @@ template class OVRABASE_DETAIL_DEFINED Exception<1, ParameterException>;
 /// Makes the compiler emit the virtual function table and the type information of each class, so
 /// that the library exports them.
 ///
-/// The compiler emits those of a class without an out-of-line virtual function only in sources that
-/// create objects of the class, and the library creates none of some classes.
+/// The compiler emits both for a class without an out-of-line virtual function only in sources that
+/// create objects of the class, and the library creates no objects of some of the classes.
 template<class... Failures>
 struct Emitted {
     static std::tuple<Failures...> copiesOf(const Failures &...failures) { return {failures...}; }

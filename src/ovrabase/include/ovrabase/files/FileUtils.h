@@ -32,12 +32,14 @@ namespace Vyn::OvraBase {
 /// until it answers.
 ///
 /// A function reports a failure by an exception, which is logged first, only if its comment names
-/// the exception. Otherwise it returns false or an empty value, or ignores the failure.
+/// the exception. Otherwise it returns false or an empty value, or ignores the failure. Records go
+/// to the global loggers Support and Debug, see GlobalLoggers.h.
 class OVRABASE_EXPORT FileUtils : public QObject {
     Q_OBJECT
 
 public:
-    /// Exists for the meta-object only. Callers need no object, because all functions are static.
+    /// Makes an object without state. It is needed only for calls by name, through the meta-object
+    /// or from QML: all functions are static.
     explicit FileUtils(QObject *parent = nullptr);
     ~FileUtils() override;
 
@@ -96,9 +98,9 @@ public:
     static bool isReadable(const QString &path);
     /// Returns isReadable() of the path of \a url, or false if \a url is not a local file.
     static bool isReadable(const QUrl &url);
-    /// Returns true if \a path is writable or, if it is missing, its nearest ancestor that exists.
-    /// Returns false if not even the root of \a path exists (a missing drive or server), and for
-    /// an empty path.
+    /// Returns true if \a path is writable. If \a path is missing, returns true if its nearest
+    /// ancestor that exists is writable. Returns false if not even the root of \a path exists (a
+    /// missing drive or server), and for an empty path.
     static bool isWritable(const QString &path);
     /// Returns isWritable() of the path of \a url, or false if \a url is not a local file.
     static bool isWritable(const QUrl &url);
@@ -108,7 +110,7 @@ public:
     /// Returns isReadableAndWritable() of the path of \a url, or false if \a url is not a local
     /// file.
     static bool isReadableAndWritable(const QUrl &url);
-    /// Returns true if \a path is a folder with an entry that is not hidden.
+    /// Returns true if \a path is a folder that contains a file or a folder that is not hidden.
     static bool isNonEmptyFolder(const QString &path);
     /// Returns isNonEmptyFolder() of the path of \a url, or false if \a url is not a local file.
     static bool isNonEmptyFolder(const QUrl &url);
@@ -215,10 +217,10 @@ public:
     ///
     /// Copies what \a source contains when the call begins, so that \a destination may be in
     /// \a source. Overwrites nothing. Ignores pipes, sockets, devices and dangling links. Copies
-    /// the target of any other link, except a link to a folder that contains the link; of the links
-    /// to folders that are inside linked folders, only the first 100 are followed. If something
-    /// cannot be copied (a file exists already, a link is not followed, a folder cannot be read to
-    /// its end), logs a warning on Support and goes on.
+    /// the target of any other link. But a link to a folder is not followed if that folder contains
+    /// the link, and only the first 100 of the links that are in linked folders and lead to folders
+    /// are followed. If something cannot be copied (a file exists already, a link is not followed,
+    /// a folder cannot be read to its end), logs a warning on Support and goes on.
     ///
     /// A copied file has the permissions of its source. A new folder has at most those of its
     /// source, and all permissions for its owner while it is being filled. Neither has a set-uid,
@@ -239,34 +241,36 @@ public:
     /// backup. The copy has the permissions of \a source without the set-uid, set-gid and sticky
     /// bits.
     ///
-    /// Returns true if the whole content is at \a destination. It and the backup then survive a
-    /// power failure, with two exceptions. If the folder of \a destination was made just before the
-    /// call, its own name may not be on the disk yet. A network file system that cannot sync
-    /// folders may lose the new names; the answer is true all the same.
+    /// Returns true if the whole content is at \a destination. The content and the backup then
+    /// survive a power failure, with two exceptions. If the folder of \a destination was made just
+    /// before the call, the name of that folder may not be on the disk yet. A network file system
+    /// that cannot sync folders may lose the new names; the answer is true all the same.
     ///
-    /// On failure, logs a warning on Debug and leaves \a destination unchanged. If that is missing,
-    /// its backup, even an old one, is renamed to it. An older backup is unchanged too, unless it
-    /// was already replaced when a later step failed: the rename of the copy to \a destination, or
-    /// the sync of the new names. A file or link that is the older backup of a folder is removed
-    /// first, and is also lost if the folder cannot be renamed.
+    /// On failure, logs a warning on Debug and leaves \a destination unchanged. If nothing exists
+    /// at \a destination, its backup, even an old one, is renamed to it. An older backup is
+    /// unchanged too, unless it was already replaced when a later step failed: the rename of the
+    /// copy to \a destination, or the sync of the new names. If \a destination is a folder and its
+    /// older backup is a file or a link, that backup is removed first, and so is also lost if the
+    /// folder cannot be renamed.
     ///
     /// At every moment, either the complete old content exists under one of its two names, or the
     /// complete new content exists at \a destination. This also holds if the process is killed or
-    /// the power fails. A killed process may leave a file with a random name and the extension
-    /// "tmp" in the folder of \a destination.
+    /// the power fails. A killed process may leave up to two files with random names and the
+    /// extension "tmp" in the folder of \a destination.
     static bool copyWithBackup(const QString &source, const QString &destination);
     /// Copies each pair of source and destination, in order, as the function for one copy does.
     /// Returns the results in the order of \a copies. A copy that fails does not stop the others.
     ///
-    /// At every moment, each destination has its complete old or its complete new content. (If the
-    /// system cannot give a file two names, as on Windows, the old content is for a moment only
-    /// under the name of the backup.) During the call, the disk must have space for the old and the
-    /// new contents of all copies.
+    /// At every moment, each destination has its complete old or its complete new content. (The old
+    /// content of a folder is for a moment only under the name of the backup. On Windows and on
+    /// file systems without hard links, this holds for files, too.) During the call, the disk must
+    /// have space for the old and the new contents of all copies.
     ///
     /// Faster than single copies, because the file systems are synced only twice for all copies. A
     /// sync also waits for data that other programs have written. Two more syncs are needed for a
     /// copy that reads or replaces the destination or backup of an earlier copy, and for a copy
-    /// onto a folder or a link. On Windows, each file is synced.
+    /// that replaces a folder or a link, as its destination or backup. On Windows, each file is
+    /// synced.
     ///
     /// A process that is killed during the call may leave one file with the extension "tmp" for
     /// each copy, and one more, which is a second name (a hard link) of an old content.
@@ -306,8 +310,8 @@ public:
     /// removes it. The folder's name is \a nameTemplate with random characters in place of the last
     /// "XXXXXX"; if there is none, six random characters are appended.
     ///
-    /// \throws Exception::FolderCreationException  The folder cannot be made. The subject is its
-    ///     path.
+    /// \throws Exception::FolderCreationException  The folder cannot be made. subject() is the path
+    ///     with \a nameTemplate as the name.
     static QTemporaryDir createTemporaryDir(const QString &nameTemplate);
     /// Calls createTemporaryDir("XXXXXX").
     static QTemporaryDir createTemporaryDir();
@@ -315,8 +319,8 @@ public:
     /// does not exist, makes a folder as createTemporaryDir(name) does, and returns its path. That
     /// folder stays until clearApplicationTemporaryDir().
     ///
-    /// \throws Exception::FolderCreationException  The folder cannot be made. The subject is its
-    ///     path.
+    /// \throws Exception::FolderCreationException  The folder cannot be made. subject() is the path
+    ///     of \a name.
     static QString createApplicationTemporaryDir(const QString &name);
     /// Calls createApplicationTemporaryDir("XXXXXX").
     static QString createApplicationTemporaryDir();
@@ -349,10 +353,9 @@ public:
     /// the letter looks like a scheme. Each call makes a new copy. Its name is the first free one,
     /// as for getUniqueFileName().
     ///
-    /// \throws Exception::FileCopyException  The file cannot be copied. The subject is
-    ///     \a pathOrUrl.
-    /// \throws Exception::FolderCreationException  The folder cannot be made. The subject is its
-    ///     path.
+    /// \throws Exception::FileCopyException  The file cannot be copied. subject() is \a pathOrUrl.
+    /// \throws Exception::FolderCreationException  The folder "external_files" cannot be made.
+    ///     subject() is its path.
     static QString ensureFileIsOnDisk(const QString &pathOrUrl);
 
     /// @}

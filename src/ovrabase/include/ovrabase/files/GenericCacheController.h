@@ -17,7 +17,8 @@ namespace Vyn::OvraBase {
 /// not followed.
 ///
 /// No function throws or returns an error. If the cache folder cannot be created, a warning is
-/// logged on Support. Calls from several threads are safe if the subclass guards its path.
+/// logged on the logger Support. Calls from several threads are safe if the subclass guards its
+/// path.
 // The virtual destructor is protected: an object is not deleted through a pointer to this class.
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor)
 class OVRABASE_EXPORT GenericCacheController {
@@ -35,8 +36,8 @@ public:
     void purge();
 
     /// Calls purge(), then setCacheFolderPath() with \a path, and then creates the new cache
-    /// folder. If \a path is another folder that exists already, its content stays. But if it is in
-    /// the old cache folder, it is purged with it.
+    /// folder. If \a path is another folder that exists already, its content stays. But if \a path
+    /// is in the old cache folder, its content is removed by purge().
     void resetCacheFolder(const QString &path);
 
 protected:

@@ -24,7 +24,7 @@ OVRABASE_EXPORT QString getFileBaseNameFromUrl(const QUrl &url);
 OVRABASE_EXPORT bool isValidFolderName(const QString &name);
 
 /// Returns \a path in the local 8-bit encoding. If the encoding lacks a character of \a path, that
-/// character is replaced, and a warning is logged on Support.
+/// character is replaced, and a warning is logged on the logger Support.
 OVRABASE_EXPORT std::string toNativePath(const QString &path);
 /// Returns toNativePath() of the path of \a url, or an empty path if \a url is not a local file.
 OVRABASE_EXPORT std::string toNativePath(const QUrl &url);

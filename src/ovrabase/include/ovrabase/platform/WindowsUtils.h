@@ -82,8 +82,8 @@ OVRABASE_EXPORT std::vector<DeviceInfo> getUnknownDevicesInfo();
 /// Neither locks nor dismounts the volume: close all files on it before the call. On Linux, a
 /// volume has no letter, so that this always fails as for a missing volume.
 ///
-/// \throws Vyn::Exception::DriveUnmountException  The volume cannot be opened or ejected. The
-///     subject is its path ("\\.\X:").
+/// \throws Vyn::Exception::DriveUnmountException  The volume cannot be opened or ejected.
+///     subject() is its path ("\\.\X:").
 OVRABASE_EXPORT void ejectUsbDrive(char driveLetter);
 
 /// Returns the system's text for the error \a code, in the local 8-bit encoding. \a code comes from
