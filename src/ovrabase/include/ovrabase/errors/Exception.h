@@ -86,7 +86,7 @@ public:
 };
 
 /// The failure with the sub-code N in Category. Each concrete class below derives from one
-/// instance.
+/// specialisation.
 template<unsigned int N, class Category>
 class Exception : public Category {
 public:
@@ -105,8 +105,8 @@ unsigned int Exception<N, Category>::errorSubCode() const
     return N;
 }
 
-// MSVC wants the export attribute at the definition of an explicit instance, and other compilers
-// want it at the declaration.
+// MSVC wants the export attribute at the definition of an explicit instantiation, and other
+// compilers want it at the declaration.
 #if defined(_MSC_VER) && defined(ovrabase_EXPORTS)
 #define OVRABASE_DETAIL_DECLARED
 #define OVRABASE_DETAIL_DEFINED OVRABASE_EXPORT

@@ -253,10 +253,10 @@ public:
     /// older backup is a file or a link, that backup is removed first, and so is also lost if the
     /// folder cannot be renamed.
     ///
-    /// At every moment, either the complete old content exists under one of its two names, or the
-    /// complete new content exists at \a destination. This also holds if the process is killed or
-    /// the power fails. A killed process may leave up to two files with random names and the
-    /// extension "tmp" in the folder of \a destination.
+    /// At every moment, either the complete old content exists at \a destination or as the backup,
+    /// or the complete new content exists at \a destination. This also holds if the process is
+    /// killed or the power fails. A killed process may leave up to two files with random names and
+    /// the extension "tmp" in the folder of \a destination.
     static bool copyWithBackup(const QString &source, const QString &destination);
     /// Copies each pair of source and destination, in order, as the function for one copy does.
     /// Returns the results in the order of \a copies. A copy that fails does not stop the others.

@@ -158,7 +158,8 @@ public:
     /// Delivers the message of this object, then takes over that of \a other.
     StreamLogger &operator=(StreamLogger &&other) noexcept;
 
-    /// Writes \a value. A better match than an operator of the caller that takes a std::ostream.
+    /// Writes \a value. This overload is a better match than an operator of the caller that takes a
+    /// std::ostream.
     template<Detail::Preferred T>
     friend StreamLogger &operator<<(StreamLogger &message, const T &value)
     {

@@ -14,8 +14,8 @@
 /// \file
 /// Lists of the attached devices, ejection of a USB drive, and the error texts of the system.
 ///
-/// On Windows, the devices come from SetupAPI, and an error code is one of GetLastError(). On
-/// Linux, the devices come from udev, and an error code is one of errno. All functions are
+/// On Windows, the devices come from SetupAPI, and an error code is a value of GetLastError(). On
+/// Linux, the devices come from udev, and an error code is a value of errno. All functions are
 /// thread-safe, and block until the system answers.
 namespace Vyn::OvraBase {
 

@@ -66,8 +66,9 @@ namespace OvraBase {
 /// thread-safe: call it at start-up, before other threads call forbidStealingOwnership().
 OVRABASE_EXPORT void setForbidStealingOwnershipFuction(std::function<void(QObject *)> fn);
 
-/// Calls the application's function with \a object. That function makes sure that no other owner,
-/// for example a script engine, takes \a object over. Does nothing if no function is set.
+/// Calls the function that the application set by setForbidStealingOwnershipFuction(), with
+/// \a object. That function makes sure that no other owner, for example a script engine, takes
+/// \a object over. Does nothing if no function is set.
 OVRABASE_EXPORT void forbidStealingOwnership(QObject *object);
 
 } // namespace OvraBase
