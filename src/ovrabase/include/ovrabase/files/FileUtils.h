@@ -308,7 +308,7 @@ public:
 
     /// Makes a folder in the application's temporary folder. The destructor of the returned object
     /// removes it. The folder's name is \a nameTemplate with random characters in place of the last
-    /// "XXXXXX"; if there is none, six random characters are appended.
+    /// "XXXXXX"; if there is none, "." and six random characters are appended.
     ///
     /// \throws Exception::FolderCreationException  The folder cannot be made. subject() is the path
     ///     with \a nameTemplate as the name.
