@@ -76,10 +76,10 @@ public:
 
     /// Returns substringDistance(text) if it is at most \a limit, and \a limit + 1 otherwise.
     ///
-    /// Stops at once if \a text is shorter than the pattern by more than \a limit. With a pattern
-    /// of more than 128 units, stops as soon as a prefix of the pattern has a distance greater than
-    /// \a limit from every part of \a text. Otherwise reads all of \a text, because a match can be
-    /// at its end.
+    /// Stops at once if \a text is shorter than the pattern by more than \a limit. Otherwise reads
+    /// all of \a text, because a match can be at its end. With a pattern of more than 128 units,
+    /// processes the pattern in pieces of 128 units at most, and stops after a piece if the pattern
+    /// up to there has a distance greater than \a limit from every part of \a text.
     std::uint64_t substringDistance(const QString &text, std::uint64_t limit) const;
 
 private:
@@ -95,7 +95,8 @@ private:
 /// The word "copy" is translated (source text "copy", empty context). A number that does not fit a
 /// signed 32-bit integer counts as 0. The greatest number that fits is increased, too: "Wall copy
 /// 2147483647" gives "Wall copy 2147483648". The number is increased only if the name is a single
-/// line; one line feed at its end is allowed, and removed.
+/// line; one line feed at its end is allowed, and removed. To a numbered name of several lines,
+/// " copy" is appended.
 OVRABASE_EXPORT QString getCopyName(const QString &name);
 
 /// Removes characters from \a text until it is a valid XML element name, and returns the result.
