@@ -63,9 +63,9 @@ public:
 
     /// Removes the entry \a id. Does nothing for an unknown id.
     ///
-    /// Releases a copy of the future, which can wait for the operation or cancel it only if it is
-    /// the last copy (see Vyn::future). An operation that has ended stays registered until this
-    /// function is called.
+    /// Releases the list's copy of the future. This neither cancels the operation nor waits for it,
+    /// unless the copy is the last one, see Vyn::future. An operation that has ended stays
+    /// registered until this function is called.
     void unregisterRecoverable(std::size_t id);
 
     /// Returns the number of registered operations. Takes no lock.
