@@ -21,9 +21,14 @@ extern "C" Q_DECL_EXPORT int plugInServices()
     return isRegistered ? locator.service<HostService>()->number : 0;
 }
 
-/// Gives spdlog a sink and Qt a message handler of the library.
-extern "C" Q_DECL_EXPORT void plugInLogging()
+/// Gives spdlog a sink of the library.
+extern "C" Q_DECL_EXPORT void plugInSink()
 {
     Vyn::OvraBase::bindLoggers();
+}
+
+/// Gives Qt a message handler of the library.
+extern "C" Q_DECL_EXPORT void plugInHandler()
+{
     Vyn::Core::Log::installQtMessageHandler();
 }
