@@ -20,8 +20,9 @@
 
 namespace {
 
-std::map<long, int> refused; // numbers of system calls with their errors
-int syncs = 0;               // of file systems
+std::map<long, int> refused; // numbers of system calls with their errors, or 0 to do nothing
+constexpr long kFolderSync = -SYS_fsync;
+int syncs = 0; // of file systems
 
 bool isRefused(long number)
 {
@@ -33,7 +34,7 @@ bool isRefused(long number)
 template<class... Arguments>
 long call(long number, Arguments... arguments)
 {
-    return isRefused(number) ? -1 : syscall(number, arguments...);
+    return isRefused(number) ? (errno == 0 ? 0 : -1) : syscall(number, arguments...);
 }
 
 } // namespace
@@ -63,7 +64,8 @@ int renameat2(
 
 int fsync(int file)
 {
-    return int(call(SYS_fsync, file));
+    const bool isFolder = (fcntl(file, F_GETFL) & O_DIRECTORY) != 0;
+    return isFolder && isRefused(kFolderSync) ? -1 : int(call(SYS_fsync, file));
 }
 
 int syncfs(int file) noexcept
@@ -158,6 +160,8 @@ int main()
     } rows[] = {
         {"a full disk", {}, kDisk, true},
         {"no copy_file_range", {{SYS_copy_file_range, EINVAL}}, kDisk, true},
+        {"an empty copy_file_range", {{SYS_copy_file_range, 0}}, kDisk, true},
+        {"no sync of folders", {{kFolderSync, EINVAL}}, kNoLimit, true},
         {"no fchmod", {{SYS_fchmod, EPERM}}, kNoLimit, true},
         {"no link", {{SYS_linkat, EPERM}}, kNoLimit, true},
         {"no renameat2", {{SYS_renameat2, EINVAL}}, kNoLimit, true},

@@ -103,7 +103,7 @@ TEST(LogContext, CutsTheNameOutOfAnyCompilersText)
         {"void ", "f", "() [with char C = '(']", "f"},
         {"decltype ((a + 1)) ", "ns::f", "(T) [with T = int (&)[3]]", "f"}, {"", ")", "", "f"},
         {"", "((", "", "f"}, {"", "\"", "", "f"}, {"", "a<b c", "(", "f"}, {"a> ", "b", "(", "f"},
-        {"auto ", "ns::f", "(int) -> decltype(g(1))", "f"}};
+        {"auto ", "ns::f", "(int) -> B<gf(1), decltype(g(1))>", "f"}};
     for (const auto &[before, name, after, function] : rows) {
         const std::string signature = before + name + after;
         EXPECT_EQ(Vyn::Detail::qualifiedNameOf(signature, function), name) << signature;
