@@ -41,10 +41,12 @@ TEST_F(FolderCopies, CopyHiddenEmptyAndDeepFoldersAndQtResources)
     EXPECT_EQ(tree("new/deep"), tree("source"));
 
     ASSERT_TRUE(QResource::registerResource(QStringLiteral(TEST_RESOURCES)));
+    const QString resource = u":/ovrabase-test/resources.qrc"_s;
     EXPECT_TRUE(copyRecursively(u":/ovrabase-test"_s, path("copies")));
-    EXPECT_TRUE(copyWithBackup(u":/ovrabase-test/resources.qrc"_s, path("copies/single")));
-    const std::string content = loadBinaryFile(u":/ovrabase-test/resources.qrc"_s).toStdString();
+    EXPECT_TRUE(copyWithBackup(resource, path("copies/single")));
+    const std::string content = loadBinaryFile(resource).toStdString();
     EXPECT_EQ(tree("copies"), "resources.qrc=" + content + ", single=" + content);
+    EXPECT_FALSE(QFile::permissions(path("copies/single")).testFlag(QFile::WriteOwner));
 }
 
 TEST_F(FolderCopies, ReportWhatCannotBeCopiedAndGoOn)
