@@ -109,7 +109,7 @@ CLAIMS = [
               ("`substituteInString()`, open braces", "substitute/opened"), ("`substituteInString()`, keys", "substitute/keys"),
               ("`makeValidXMLTag()`", "ofQString/xml"), ("`getCopyName()`", "ofQString/copies"),
               ("`stringToMeter()`", "ofQString/points"))],
-          ratio_title="time for 2 MB divided by the time for 1 MB"),
+          ratio_title="time for 2 MB / time for 1 MB"),
     Claim("hash", "Content hashes",
           "`dataToHash()` and `MurmurHash3_x64_128()` beside the same algorithm as it was published. XXH3, another "
           "algorithm, is there for comparison.",
