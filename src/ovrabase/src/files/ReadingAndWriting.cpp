@@ -108,10 +108,9 @@ bool FileUtils::saveTextToFile(const QString &text, const QString &path)
     }
     QTextStream stream(&file);
     stream << text;
-    stream.flush();
-    const bool written = stream.status() == QTextStream::Ok && file.error() == QFile::NoError;
+    stream.flush(); // of the file, too
     file.close();
-    return written && file.error() == QFile::NoError;
+    return stream.status() == QTextStream::Ok && file.error() == QFile::NoError;
 }
 
 bool FileUtils::makeFolder(const QString &path)
