@@ -8,10 +8,10 @@
 #include <gmock/gmock.h>
 #include <spdlog/spdlog.h>
 
-namespace Vyn::OvraBase {
 namespace {
 
-using namespace Test;
+using namespace Vyn::OvraBase;
+using namespace Vyn::Test;
 using namespace testing;
 
 TEST(GlobalLoggers, LiveAsLongAsACountedInstance)
@@ -63,4 +63,3 @@ TEST(GlobalLoggers, BringTheRecordsOfSpdlogToDebug)
 }
 
 } // namespace
-} // namespace Vyn::OvraBase

@@ -5,9 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <utility>
-#include <vector>
-
 // The context of the function that uses this macro, without the file and line in front.
 #define NAME_OF_THIS (LOG_CONTEXT.substr(LOG_CONTEXT.find(' ') + 1))
 

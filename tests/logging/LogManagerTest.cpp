@@ -9,23 +9,11 @@
 
 #include <gmock/gmock.h>
 
-#include <atomic>
-#include <map>
-#include <optional>
-#include <thread>
-
-namespace Vyn::Core::Log {
 namespace {
 
-using namespace Qt::StringLiterals;
-using namespace Test;
+using namespace Vyn::Core::Log;
+using namespace Vyn::Test;
 using namespace testing;
-
-/// A delegate that calls a function with the message of each record.
-struct Calling : LogDelegate, std::function<void(const QString &)> {
-    using function::function;
-    void log(int, const QString &, const QString &message) override { (*this)(message); }
-};
 
 void say(const QString &message)
 {
@@ -101,12 +89,12 @@ TEST(LogManager, HoldsNoLockWhileItReleasesADelegateThatEndsItself)
 TEST(LogManager, GetsThePrefixBeforeTheContextOfABoundLoggerAndALevelUpTo2)
 {
     const RecordedLog log;
-    Logger logger;
+    Vyn::Logger logger;
     bindLogger(logger, u"Größe %1: "_s);
     logger.info("main.cpp:12 f()") << "i";
     logger.warning("") << "%1";
     logger.error("尺") << "尺";
-    logger.log(static_cast<Logger::LogSeverity>(3), "c") << "three";
+    logger.log(static_cast<Vyn::Logger::LogSeverity>(3), "c") << "three";
     bindLogger(logger, QString());
     logger.info("\xff\xfe") << "broken \xc3" << '\0' << "end"; // not UTF-8
     EXPECT_THAT(log.records(),
@@ -115,12 +103,11 @@ TEST(LogManager, GetsThePrefixBeforeTheContextOfABoundLoggerAndALevelUpTo2)
             Record{0, "\uFFFD\uFFFD", std::string("broken \uFFFD\0end", 14)}));
 }
 
-void emitMessage(
-    QtMsgType type, const char *file = "widget.cpp", const QString &message = u"hello"_s)
+void emitMessage(QtMsgType type, const char *file = "widget.cpp", const QString &text = u"hello"_s)
 {
     // The installed handler itself: QMessageLogger would end the process on a fatal message.
     static const QtMessageHandler handler = qInstallMessageHandler(installQtMessageHandler());
-    handler(type, QMessageLogContext(file, 42, "f", "category"), message);
+    handler(type, QMessageLogContext(file, 42, "f", "category"), text);
 }
 
 TEST(LogManager, GetsTheMessagesOfQtWithTheirLevelsUnlessTheyAreMasked)
@@ -159,7 +146,7 @@ TEST(LogManager, DeliversEachRecordOnceAndInOrderWhileEightThreadsAndADelegateLo
         }
         --inside;
     }));
-    Logger logger;
+    Vyn::Logger logger;
     bindLogger(logger, QString());
     onThreads(8, [&logger](int thread) {
         for (int i = 0; i < kMessages; i += 2) {
@@ -202,4 +189,3 @@ TEST(LogManager, WritesAFatalQtMessageOfADelegateToStandardError)
 }
 
 } // namespace
-} // namespace Vyn::Core::Log

@@ -58,8 +58,7 @@ std::ostream &operator<<(std::ostream &stream, other::Kind)
     return stream << "scoped kind";
 }
 
-class LoggerTest : public testing::Test {
-protected:
+struct LoggerTest : testing::Test {
     LoggerTest()
     {
         mLogger.setDelegate(

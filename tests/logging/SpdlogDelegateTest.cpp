@@ -12,16 +12,13 @@
 #include <spdlog/sinks/ostream_sink.h>
 #include <spdlog/spdlog.h>
 
-#include <sstream>
-
-namespace Vyn::Core::Log {
 namespace {
 
-using Test::RecordedLog;
+using namespace Vyn::Core::Log;
+using Vyn::Test::RecordedLog;
 using namespace std::string_literals;
 
-class SpdlogDelegateTest : public testing::Test {
-protected:
+struct SpdlogDelegateTest : testing::Test {
     RecordedLog mLog; // calls bindLoggers(), which adds the bridge
     std::ostringstream mWritten;
     std::shared_ptr<spdlog::logger> mLogger = std::make_shared<spdlog::logger>(
@@ -49,13 +46,13 @@ TEST_F(SpdlogDelegateTest, WritesLevelContextAndMessageAsTheyAre)
 
 TEST_F(SpdlogDelegateTest, RefusesNullAndLoggersThatLeadBackToTheManager)
 {
-    EXPECT_THROW(SpdlogDelegate(nullptr), Exception::NullParameterException);
+    EXPECT_THROW(SpdlogDelegate(nullptr), Vyn::Exception::NullParameterException);
     EXPECT_THAT(mLog.records().at(0).context, testing::StartsWith("Debug: SpdlogDelegate.cpp:"));
 
     using namespace spdlog::sinks;
     const spdlog::sink_ptr inner = std::make_shared<dist_sink_st>(std::vector{mBridge});
     mLogger->sinks() = {std::make_shared<dist_sink_mt>(std::vector{inner})};
-    EXPECT_THROW(SpdlogDelegate{mLogger}, Exception::InvalidArgumentException);
+    EXPECT_THROW(SpdlogDelegate{mLogger}, Vyn::Exception::InvalidArgumentException);
 }
 
 TEST_F(SpdlogDelegateTest, WritesNothingOnceTheBridgeIsAddedToItsLogger)
@@ -69,4 +66,3 @@ TEST_F(SpdlogDelegateTest, WritesNothingOnceTheBridgeIsAddedToItsLogger)
 }
 
 } // namespace
-} // namespace Vyn::Core::Log

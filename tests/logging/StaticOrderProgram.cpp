@@ -10,10 +10,6 @@
 #include <ovrabase/logging/GlobalLoggers.h>
 #include <ovrabase/logging/LogManager.h>
 
-#include <QString>
-
-#include <memory>
-
 namespace {
 
 using namespace Vyn;
@@ -30,7 +26,7 @@ Core::Log::ScopedPushLogDelegate *volatile gLeftRegistered = nullptr;
 
 /// Logs last of all: constructed before the manager, and destroyed after the manager is closed,
 /// except on Windows.
-struct LateSpeaker {
+const struct LateSpeaker {
     ~LateSpeaker()
     {
         gBound.error("late") << "dropped, the manager is closed";
@@ -57,8 +53,7 @@ struct LateSpeaker {
 #endif
         Test::require(gDelivered == kExpected, "the expected number of records is delivered");
     }
-};
-const LateSpeaker gLateSpeaker;
+} gLateSpeaker;
 
 const bool gEarly = (logger(UI).info("early") << "dropped, not bound yet", true);
 

@@ -1,15 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
+#include "support/RecordedLog.h"
 #include "support/Threads.h"
 
-#include <ovrabase/logging/GlobalLoggers.h>
-#include <ovrabase/logging/LogManager.h>
 #include <ovrabase/services/DefaultAsyncRecovery.h>
 #include <ovrabase/services/ServiceLocator.h>
 
 #include <QCoreApplication>
-#include <QString>
 #include <QTimer>
 
 #include <gmock/gmock.h>
@@ -20,16 +18,13 @@
 #include <algorithm>
 #include <chrono>
 #include <future>
-#include <memory>
 #include <stdexcept>
-#include <string>
 #include <tuple>
 
-namespace Vyn::OvraBase {
 namespace {
 
-using namespace Qt::StringLiterals;
-using namespace Test;
+using namespace Vyn::OvraBase;
+using namespace Vyn::Test;
 
 /// An operation that ends, well or with an error, when finish() is called.
 struct Operation {
@@ -83,28 +78,23 @@ TEST_F(DefaultAsyncRecoveryTest, KnowsWhetherAFutureHasAnOperationAndWhetherItHa
 
 TEST_F(DefaultAsyncRecoveryTest, IgnoresATakenIdAndLogsAnOperationRegisteredTwice)
 {
-    struct Delegate : Core::Log::LogDelegate {
-        MOCK_METHOD(void, log, (int, const QString &, const QString &), (override));
-    };
-    const auto delegate = std::make_shared<Delegate>();
-    EXPECT_CALL(*delegate,
-        log(2,
-            u"Debug: DefaultAsyncRecovery.cpp:49 "
-            "Vyn::OvraBase::DefaultAsyncRecovery::registerRecoverable()"_s,
-            u"The future with description <again %3> was already registered with id 7 and "
-            "description <lädt %2>"_s))
-        .WillOnce([this] { // needs the lock, which must be free
+    const RecordedLog log;
+    const Vyn::Core::Log::ScopedPushLogDelegate registration(
+        std::make_shared<Calling>([this](const QString &) { // needs the lock, which must be free
             EXPECT_EQ(registry->dumpRegistry(), "7: lädt %2\n");
-        });
-    const Core::Log::ScopedPushLogDelegate registration(delegate);
-    bindLoggers();
-
+        }));
     Operation save;
     registry->registerRecoverable(7, save.future, u"dropped"_s);
     registry->registerRecoverable(8, operation.future, u"again %3"_s);
     EXPECT_EQ(registry->registrySize(), 1U);
     registry->unregisterRecoverable(8);
     EXPECT_EQ(registry->registrySize(), 1U) << "8 is unknown";
+    EXPECT_THAT(log.records(),
+        testing::ElementsAre(Record{2,
+            "Debug: DefaultAsyncRecovery.cpp:49 "
+            "Vyn::OvraBase::DefaultAsyncRecovery::registerRecoverable()",
+            "The future with description <again %3> was already registered with id 7 and "
+            "description <lädt %2>"}));
 }
 
 TEST_F(DefaultAsyncRecoveryTest, DoesNotWaitWithoutARecoveryServiceNorWhenTheLocatorStops)
@@ -164,4 +154,3 @@ TEST_F(DefaultAsyncRecoveryTest, CountsRegistrationsOfEightThreadsAtOnce)
 }
 
 } // namespace
-} // namespace Vyn::OvraBase

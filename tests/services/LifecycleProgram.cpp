@@ -16,17 +16,12 @@
 #include <ovrabase/text/LengthUnits.h>
 
 #include <QCoreApplication>
-#include <QString>
 #include <QVariant>
-
-#include <cstdlib>
-#include <memory>
 
 namespace Vyn::Test {
 namespace {
 
 using namespace OvraBase;
-using namespace Qt::StringLiterals;
 
 const bool gStartedBeforeMain = [] {
     ServiceLocator::stop();

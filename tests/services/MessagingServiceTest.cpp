@@ -8,8 +8,9 @@
 #include <string>
 #include <utility>
 
-namespace Vyn::OvraBase {
 namespace {
+
+using namespace Vyn::OvraBase;
 
 /// Records its mutes: '+' for a begin, '-' for an end.
 struct Messages : MessagingService {
@@ -44,4 +45,3 @@ TEST(MessagingService, IsMutedUntilTheEndOfTheScopeThatTheMuteWasMovedTo)
 }
 
 } // namespace
-} // namespace Vyn::OvraBase

@@ -10,13 +10,10 @@
 
 #include <gmock/gmock.h>
 
-#include <atomic>
-#include <memory>
-
-namespace Vyn::OvraBase {
 namespace {
 
-using namespace Test;
+using namespace Vyn::OvraBase;
+using namespace Vyn::Test;
 
 TEST(ServiceLocator, FindsServicesByThePublishedHashOfTheirQualifiedName)
 {
@@ -79,4 +76,3 @@ TEST(ServiceLocator, ServesEightThreads)
 }
 
 } // namespace
-} // namespace Vyn::OvraBase

@@ -10,18 +10,14 @@
 
 #include <QDirIterator>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <string>
 #include <tuple>
-#include <vector>
 
 namespace Vyn::Test {
 
-using namespace Qt::StringLiterals;
 namespace fs = std::filesystem;
 using OvraBase::FileUtils;
 using testing::ElementsAre;

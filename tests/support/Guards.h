@@ -15,7 +15,6 @@
 #ifdef Q_OS_LINUX
 #include <QFile>
 
-#include <initializer_list>
 #include <sys/resource.h>
 #include <unistd.h>
 #endif

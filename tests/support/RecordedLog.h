@@ -6,16 +6,13 @@
 #include <ovrabase/logging/GlobalLoggers.h>
 #include <ovrabase/logging/LogManager.h>
 
-#include <QString>
-
-#include <memory>
 #include <mutex>
 #include <ostream>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace Vyn::Test {
+
+using namespace Qt::StringLiterals;
 
 struct Record {
     int level;
@@ -27,6 +24,12 @@ struct Record {
     {
         *out << record.level << " [" << record.context << "] " << record.message;
     }
+};
+
+/// A delegate that calls a function with the message of each record.
+struct Calling : Core::Log::LogDelegate, std::function<void(const QString &)> {
+    using function::function;
+    void log(int, const QString &, const QString &message) override { (*this)(message); }
 };
 
 /// Keeps every record that the log manager delivers while this object exists. The first object of
