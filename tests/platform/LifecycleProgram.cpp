@@ -15,17 +15,14 @@
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
-#include <QObject>
 
-#include <memory>
 #include <thread>
 
 namespace {
 
 using namespace Vyn;
 using namespace Vyn::OvraBase;
-using namespace Qt::StringLiterals;
-using Test::require;
+using namespace Vyn::Test;
 
 int gDeathsWithGui = 0;
 int gOtherDeaths = 0;
@@ -57,17 +54,17 @@ const Owner gOwner;
 
 int main(int argc, char **argv)
 {
-    Test::RecordedLog log;
+    RecordedLog log;
     require(!ThreadUtils::isMainThread(), "no main thread without an application object");
     // Both files exist in the current folder, but not in the folders of the application.
     require(!loadSharedLibrary(u"CTestTestfile.cmake"_s), "no library is found");
     QFile resource(u"Resources/here.rcc"_s);
     require(QDir().mkpath(u"Resources"_s) && resource.open(QFile::WriteOnly), "writes a resource");
     require(!registerExternalResource(u"here.rcc"_s), "no resource is found");
-    const Test::Record noMainThread{2,
+    const Record noMainThread{2,
         "Debug: ThreadUtils.cpp:33 Vyn::OvraBase::ThreadUtils::isMainThread()",
         "No QCoreApplication instance."};
-    const std::vector<Test::Record> records = log.take();
+    const std::vector<Record> records = log.take();
     require(records.size() == 3 && records[0] == noMainThread && records[2].level == 1,
         "all three failures are logged, that of the resource as a warning");
 

@@ -8,20 +8,16 @@
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <QObject>
 
 #include <gmock/gmock.h>
 
 #include <future>
-#include <memory>
 #include <typeinfo>
-#include <utility>
-#include <vector>
 
-namespace Vyn {
 namespace {
 
-using namespace Test;
+using namespace Vyn;
+using namespace Vyn::Test;
 using namespace testing;
 
 /// For each model that died since the event loop ran last, whether it died on the main thread.
@@ -87,4 +83,3 @@ struct Owner : SharedObjectBase, noncopyable_::noncopyable {};
 static_assert(std::has_virtual_destructor_v<Owner> && !std::is_copy_constructible_v<Owner>);
 
 } // namespace
-} // namespace Vyn

@@ -8,11 +8,12 @@
 
 #include <gmock/gmock.h>
 
-#include <string>
-
 namespace {
 
 using namespace Vyn::OvraBase;
+using namespace Vyn::Test;
+using namespace testing;
+using Vyn::Exception::DriveUnmountException;
 
 TEST(WindowsUtils, TextOfAUsbDeviceHasFieldsAsTheyAreAndNoUnknownNumber)
 {
@@ -27,23 +28,19 @@ TEST(WindowsUtils, EjectingAMissingVolumeFailsWhereItIsOpened)
 {
     // 2 is ERROR_FILE_NOT_FOUND and ENOENT.
     const std::string message = "Failed to open device: " + errorMessage(2);
-    Vyn::Test::RecordedLog log;
-    try {
-        ejectUsbDrive('q');
-        ADD_FAILURE() << "ejected";
-    } catch (const Vyn::Exception::DriveUnmountException &exception) {
-        EXPECT_EQ(exception.what(), message);
-        EXPECT_EQ(exception.subject(), QStringLiteral("\\\\.\\q:"));
-    }
-    EXPECT_THAT(
-        log.take(), testing::ElementsAre(Vyn::Test::Record{
-                        2, "Debug: WindowsUtils.cpp:142 Vyn::OvraBase::ejectUsbDrive()", message}));
+    RecordedLog log;
+    EXPECT_THAT([] { ejectUsbDrive('q'); },
+        Throws<DriveUnmountException>(AllOf(Property(&DriveUnmountException::what, StrEq(message)),
+            Property(&DriveUnmountException::subject, u"\\\\.\\q:"_s))));
+    EXPECT_THAT(log.take(),
+        ElementsAre(
+            Record{2, "Debug: WindowsUtils.cpp:142 Vyn::OvraBase::ejectUsbDrive()", message}));
 }
 
 TEST(WindowsUtils, EveryErrorCodeHasAText)
 {
-    EXPECT_THAT(errorMessage(2), testing::Not(testing::HasSubstr("2"))) << "a number, not a text";
-    EXPECT_THAT(errorMessage(0x0dabbedaU), testing::HasSubstr(std::to_string(0x0dabbedaU)));
+    EXPECT_THAT(errorMessage(2), Not(HasSubstr("2"))) << "a number, not a text";
+    EXPECT_THAT(errorMessage(0x0dabbedaU), HasSubstr(std::to_string(0x0dabbedaU)));
 }
 
 } // namespace

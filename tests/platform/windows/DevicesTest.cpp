@@ -14,8 +14,6 @@
 
 #include <array>
 #include <span>
-#include <string>
-#include <vector>
 
 #include <qt_windows.h>
 
