@@ -7,7 +7,6 @@
 #include <ovrabase/errors/Exception.h>
 #include <ovrabase/files/FileUtils.h>
 #include <ovrabase/logging/GlobalLoggers.h>
-#include <ovrabase/logging/LogManager.h>
 #include <ovrabase/logging/SpdlogDelegate.h>
 #include <ovrabase/platform/base.h>
 #include <ovrabase/services/future.h>
@@ -18,19 +17,14 @@
 #include <spdlog/sinks/ostream_sink.h>
 #include <spdlog/spdlog.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <memory>
-#include <sstream>
-#include <string>
+#include <stdexcept>
 
 using namespace Vyn::OvraBase;
 
 void require(bool holds, const std::string &what)
 {
     if (!holds) {
-        std::fprintf(stderr, "does not hold: %s\n", what.c_str());
-        std::exit(1);
+        throw std::runtime_error("does not hold: " + what);
     }
 }
 

@@ -3,15 +3,14 @@
 
 #include <ovrabase/errors/Exception.h>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <typeinfo>
 #include <utility>
 
-namespace Vyn::Exception {
 namespace {
 
-using testing::StrEq;
+using namespace Vyn::Exception;
 
 /// Expects that each of the classes Es is caught as Category, and that its sub-code is its position
 /// in Es, counted from 0. The sub-code of Category itself must be 0.
@@ -46,10 +45,10 @@ TEST(Exception, EveryMessageTypeGivesTheSameUtf8AndKeepsTheSubject)
     const QString path = QStringLiteral("/a/subject");
     for (const FileOpenException &failure : {FileOpenException(std::string(text), path),
              FileOpenException(QString::fromUtf8(text), path), FileOpenException(text, path)}) {
-        EXPECT_THAT(failure.what(), StrEq(text));
+        EXPECT_STREQ(failure.what(), text);
         EXPECT_EQ(failure.subject(), path);
     }
-    EXPECT_THAT(BaseException(static_cast<const char *>(nullptr)).what(), StrEq(""));
+    EXPECT_STREQ(BaseException(static_cast<const char *>(nullptr)).what(), "");
 }
 
 TEST(Exception, TracesOverwriteTheTextAndStartAgainInACopyButNotInAMovedException)
@@ -57,16 +56,15 @@ TEST(Exception, TracesOverwriteTheTextAndStartAgainInACopyButNotInAMovedExceptio
     BaseException original("abcdef");
     for (const char *const what : {" <Xdef", " <X <X", " <X <X <X"}) {
         original.addTrace("X");
-        EXPECT_THAT(original.what(), StrEq(what));
+        EXPECT_STREQ(original.what(), what);
     }
     BaseException copy("");
     copy = original;
     copy.addTrace("Y");
-    EXPECT_THAT(copy.what(), StrEq(" <Y <X <X"));
+    EXPECT_STREQ(copy.what(), " <Y <X <X");
     BaseException moved(std::move(original));
     moved.addTrace("Z");
-    EXPECT_THAT(moved.what(), StrEq(" <X <X <X <Z"));
+    EXPECT_STREQ(moved.what(), " <X <X <X <Z");
 }
 
 } // namespace
-} // namespace Vyn::Exception

@@ -17,8 +17,6 @@ namespace Vyn::Test {
 inline std::vector<std::uint64_t> lastRow(
     const std::u16string &a, const std::u16string &b, bool anyStart)
 {
-    const char16_t *const down = a.data();
-    const char16_t *const right = b.data();
     std::vector table(a.size() + 1, std::vector<std::uint64_t>(b.size() + 1));
     for (std::size_t j = 0; j <= b.size(); ++j) {
         table[0][j] = anyStart ? 0 : j;
@@ -26,10 +24,10 @@ inline std::vector<std::uint64_t> lastRow(
     for (std::size_t i = 1; i <= a.size(); ++i) {
         table[i][0] = i;
         for (std::size_t j = 1; j <= b.size(); ++j) {
-            const std::uint64_t cost = down[i - 1] == right[j - 1] ? 0 : 1;
+            const std::uint64_t cost = a[i - 1] == b[j - 1] ? 0 : 1;
             table[i][j] =
                 std::min({table[i - 1][j] + 1, table[i][j - 1] + 1, table[i - 1][j - 1] + cost});
-            if (i > 1 && j > 1 && down[i - 2] == right[j - 1] && down[i - 1] == right[j - 2]) {
+            if (i > 1 && j > 1 && a[i - 2] == b[j - 1] && a[i - 1] == b[j - 2]) {
                 table[i][j] = std::min(table[i][j], table[i - 2][j - 2] + cost);
             }
         }

@@ -6,7 +6,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <cstddef>
 
 static thread_local std::size_t requestedBytes = 0;
 
@@ -18,15 +17,16 @@ extern "C" void *malloc(std::size_t size) noexcept
     return __libc_malloc(size);
 }
 
-namespace Vyn::OvraBase::StringUtils {
 namespace {
+
+using namespace Vyn::OvraBase::StringUtils;
 
 template<class Work>
 std::size_t bytesRequestedBy(Work work)
 {
-    const std::size_t before = requestedBytes;
+    requestedBytes = 0;
     work();
-    return requestedBytes - before;
+    return requestedBytes;
 }
 
 /// Returns a text whose units are all different, beginning with \a first.
@@ -59,4 +59,3 @@ TEST(EditDistanceMemory, IsNoneForTextsOfUpTo128UnitsAndAByteForEachUnitOfALongT
 }
 
 } // namespace
-} // namespace Vyn::OvraBase::StringUtils

@@ -8,20 +8,16 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <limits>
 #include <random>
-#include <utility>
 
-namespace Vyn::OvraBase::StringUtils {
 namespace {
 
+using namespace Vyn::OvraBase::StringUtils;
 using namespace Qt::StringLiterals;
 using Vyn::Test::expectedDistances;
 
 /// The distances to the whole of a text and to the nearest part of it.
 using Distances = std::pair<std::uint64_t, std::uint64_t>;
-
-constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
 
 void expectDistances(const QString &a, const QString &b, const Distances &expected)
 {
@@ -33,7 +29,7 @@ void expectDistances(const QString &a, const QString &b, const Distances &expect
     ASSERT_EQ(Distances(matcher.distance(b), matcher.substringDistance(b)), expected);
     const auto [whole, part] = expected;
     for (const std::uint64_t limit : {std::uint64_t{0}, std::uint64_t{3}, part, whole / 2,
-             whole - 1, whole, kNoLimit - 1, kNoLimit}) {
+             whole - 1, whole, UINT64_MAX - 1, UINT64_MAX}) {
         const auto capped = [limit](std::uint64_t d) { return d > limit ? limit + 1 : d; };
         ASSERT_EQ(Distances(matcher.distance(b, limit), matcher.substringDistance(b, limit)),
             Distances(capped(whole), capped(part)))
@@ -60,10 +56,7 @@ TEST(EditDistance, CountsUnitsAndSwappedPairs)
 struct Texts {
     std::mt19937 random{2003};
 
-    qsizetype below(qsizetype limit)
-    {
-        return static_cast<qsizetype>(random() % static_cast<std::size_t>(limit));
-    }
+    qsizetype below(qsizetype limit) { return qsizetype(random() % std::size_t(limit)); }
 
     /// Chooses an alphabet and makes two texts. In half of the pairs, the distance is small. Most
     /// texts are short. Some have a size next to a multiple of 64.
@@ -121,4 +114,3 @@ TEST(EditDistance, OfAMatcherNeedsNothingThatItWasMadeFrom)
 }
 
 } // namespace
-} // namespace Vyn::OvraBase::StringUtils

@@ -9,8 +9,9 @@
 
 #include <array>
 
-namespace Vyn::OvraBase::StdUtils {
 namespace {
+
+using namespace Vyn::OvraBase::StdUtils;
 
 TEST(StdUtils, FloatToStringWritesAPointAndSixDigitsUnderEveryGlobalLocale)
 {
@@ -51,4 +52,3 @@ TEST(StdUtils, TrimStringRemovesTheSetFromBothEnds)
 }
 
 } // namespace
-} // namespace Vyn::OvraBase::StdUtils

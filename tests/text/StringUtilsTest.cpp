@@ -10,9 +10,9 @@
 
 #include <cctype>
 
-namespace Vyn::OvraBase::StringUtils {
 namespace {
 
+using namespace Vyn::OvraBase::StringUtils;
 using namespace Qt::StringLiterals;
 using namespace std::string_literals;
 
@@ -115,4 +115,3 @@ TEST(StringUtils, CharacterClassesAreThoseOfCAndEndWithAscii)
 }
 
 } // namespace
-} // namespace Vyn::OvraBase::StringUtils
