@@ -4,7 +4,7 @@
 #include "files/Entries_p.h"
 #include "files/FileNames_p.h"
 #include "files/FileSystem_p.h"
-#include "files/OwnFolder_p.h"
+#include "files/PrivateFolder_p.h"
 #include "files/Removal_p.h"
 #include "logging/LogSite_p.h"
 
@@ -46,9 +46,9 @@ bool isInside(const QString &path, const QString &folder)
 }
 
 /// Returns the application's temporary folder, and makes it if it is missing. The path is empty if
-/// the system has no temporary folder. If the folder is not below the system's temporary folder
-/// (see isInside()), isOwn is true although other users may have access.
-os::OwnFolder applicationTemporaryFolder()
+/// the system has no temporary folder. A folder that is not below the system's temporary folder
+/// (see isInside()) is used, although other users may have access to it.
+os::PrivateFolder applicationTemporaryFolder()
 {
     const QString system = systemTemporaryPath();
     if (system.isEmpty()) {
@@ -56,7 +56,7 @@ os::OwnFolder applicationTemporaryFolder()
     }
     const QString path = QDir::cleanPath(system + u'/' + QCoreApplication::applicationName());
     if (isInside(path, system)) {
-        return os::makeOwnFolder(system, path.sliced(system.size() + 1));
+        return os::makePrivateFolder(system, path.sliced(system.size() + 1));
     }
     QDir().mkpath(path);
     return {path, true};
@@ -69,13 +69,13 @@ os::OwnFolder applicationTemporaryFolder()
 }
 
 /// Returns the path of \a name in the application's temporary folder, and makes that folder if it
-/// is missing. Throws FolderCreationException if applicationTemporaryFolder() returns isOwn as
-/// false: the system has no temporary folder, or another user may have access to the folder.
+/// is missing. Throws FolderCreationException if that folder is not usable: the system has no
+/// temporary folder, or another user may have access to the path.
 QString inApplicationTemporaryFolder(const QString &name)
 {
-    const os::OwnFolder folder = applicationTemporaryFolder();
+    const os::PrivateFolder folder = applicationTemporaryFolder();
     QString path = folder.path.isEmpty() ? QString() : folder.path + u'/' + name;
-    if (!folder.isOwn) {
+    if (!folder.isUsable) {
         failToCreate(path);
     }
     return path;
@@ -185,8 +185,8 @@ QString FileUtils::createApplicationTemporaryDir()
 
 void FileUtils::clearApplicationTemporaryDir()
 {
-    const os::OwnFolder folder = applicationTemporaryFolder();
-    if (folder.isOwn && isInside(folder.path, systemTemporaryPath())) {
+    const os::PrivateFolder folder = applicationTemporaryFolder();
+    if (folder.isUsable && isInside(folder.path, systemTemporaryPath())) {
         removeFolder(folder.path);
     }
 }

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "files/OwnFolder_p.h"
+#include "files/PrivateFolder_p.h"
 
 #include <QDir>
 
 namespace Vyn::OvraBase::os {
 
-OwnFolder makeOwnFolder(const QString &base, const QString &name)
+PrivateFolder makePrivateFolder(const QString &base, const QString &name)
 {
     QDir(base).mkpath(name);
     return {base + u'/' + name, true};

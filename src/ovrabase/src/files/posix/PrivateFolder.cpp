@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-#include "files/OwnFolder_p.h"
+#include "files/PrivateFolder_p.h"
 
 #include <QFile>
 #include <QStringList>
@@ -14,7 +14,7 @@ namespace {
 
 /// Makes each folder of the relative path \a name in \a base. Returns false if one of them exists
 /// and is a link, belongs to another user, or is a folder that others may write to.
-bool makeOwn(const QString &base, const QString &name)
+bool makePrivate(const QString &base, const QString &name)
 {
     QString path = base;
     for (const QString &component : name.split(u'/')) {
@@ -39,13 +39,13 @@ bool makeOwn(const QString &base, const QString &name)
 
 } // namespace
 
-OwnFolder makeOwnFolder(const QString &base, const QString &name)
+PrivateFolder makePrivateFolder(const QString &base, const QString &name)
 {
-    if (makeOwn(base, name)) {
+    if (makePrivate(base, name)) {
         return {base + u'/' + name, true};
     }
     const QString another = name + u'-' + QString::number(::geteuid());
-    return {base + u'/' + another, makeOwn(base, another)};
+    return {base + u'/' + another, makePrivate(base, another)};
 }
 
 } // namespace Vyn::OvraBase::os

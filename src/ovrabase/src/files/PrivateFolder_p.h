@@ -7,10 +7,10 @@
 
 namespace Vyn::OvraBase::os {
 
-/// A folder that is meant for this user alone.
-struct OwnFolder {
+/// A folder to which only this user has access.
+struct PrivateFolder {
     QString path;
-    bool isOwn = false; ///< false if another user may have access to the folder
+    bool isUsable = false; ///< false if there is none: another user may have access to the path
 };
 
 /// Makes the folder \a name in the folder \a base. \a name may have several components. Existing
@@ -20,6 +20,6 @@ struct OwnFolder {
 /// a component of \a name exists and is a link, belongs to another user, or is a folder that others
 /// may write to, the function uses "<name>-<user id>" instead. On Windows, \a base belongs to the
 /// user, and \a name is always used.
-OwnFolder makeOwnFolder(const QString &base, const QString &name);
+PrivateFolder makePrivateFolder(const QString &base, const QString &name);
 
 } // namespace Vyn::OvraBase::os
