@@ -59,7 +59,7 @@ TEST_F(CopiesWithBackup, NeedNoRightToListTheFolder)
 }
 #endif
 
-TEST_F(CopiesWithBackup, LoseNothingWhenTheyFail)
+TEST_F(CopiesWithBackup, LoseNothingWhenTheSourceOrDestinationIsUnusable)
 {
     const Rows<QString, QString> rows{
         {"missing source", path("missing%3"), path("%1%2")},

@@ -110,7 +110,7 @@ void emitMessage(QtMsgType type, const char *file = "widget.cpp", const QString 
     handler(type, QMessageLogContext(file, 42, "f", "category"), text);
 }
 
-TEST(LogManager, GetsTheMessagesOfQtWithTheirLevelsUnlessTheyAreMasked)
+TEST(LogManager, GetsQtMessagesWithLevelFileAndLineUnlessMasked)
 {
     const RecordedLog log;
     for (const int nextMask : {1, 2, 4, 16, 8, 0x1e}) {

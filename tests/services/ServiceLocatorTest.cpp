@@ -37,7 +37,7 @@ TEST(ServiceLocator, KeepsTheFirstServiceOfAnIdAndDestroysTheSecondOutsideTheLoc
     EXPECT_EQ(locator.service<PluginService>(), nullptr);
 }
 
-TEST(ServiceLocator, IsOneForEveryModule)
+TEST(ServiceLocator, IsSharedByTheApplicationAndItsPlugIns)
 {
     ServiceLocator::start();
     EXPECT_TRUE(ServiceLocator::instance()->registerService(std::make_unique<HostService>()));

@@ -68,9 +68,9 @@ void **slotOf(const char *name)
     return Guard([slot] { *slot = gReplaced; });
 }
 
-using RefusedCalls = FolderTest;
+using FailingCopies = FolderTest;
 
-TEST_F(RefusedCalls, LoseNoContentWhicheverOneIsRefused)
+TEST_F(FailingCopies, LoseNoContentWhicheverCallIsRefused)
 {
     const Rows<void *> rows{{"CopyFileW", reinterpret_cast<void *>(copyPart)},
         {"FlushFileBuffers", reinterpret_cast<void *>(refuse<ERROR_DISK_FULL, HANDLE>)},
