@@ -90,8 +90,9 @@ inline bool runInStops(
 
 /// Copies the file "source" in \a folder to "copies/1" and "copies/2" with backup, in many runs.
 /// Kills the process of run n at its stop n, until a run ends before that stop. In each run, both
-/// destinations exist before if \a isThere, \a prepared is called before the copies and \a ended
-/// after the end of the process, and then no content may be lost. Returns the number of runs.
+/// backups exist before, and both destinations if \a isThere. \a prepared is called before the
+/// copies and \a ended after the end of the process. Then each destination must have its whole old
+/// or new content, and only the old content may replace a backup. Returns the number of runs.
 inline int killCopiesAtEachStop(const QString &folder, bool isThere,
     const std::function<void()> &prepared, const std::function<void()> &ended)
 {

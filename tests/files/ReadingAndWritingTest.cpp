@@ -90,7 +90,8 @@ TEST_F(ReadingAndWriting, FindFilesByWildcards)
         {"one wildcard", {u"*.png"_s}, Recursion::NonRecursive, {path("a.png"), path("b.PNG")}},
         {"two wildcards", {u"*.txt"_s, u"e*"_s}, Recursion::Recursive,
             {path("c.txt"), path("sub/e.png")}},
-        {"no wildcard", {}, Recursion(2), {path("a.png"), path("b.PNG"), path("c.txt")}}};
+        {"no wildcard, unknown recursion", {}, Recursion(2),
+            {path("a.png"), path("b.PNG"), path("c.txt")}}};
     forEach(rows, [&](auto filters, auto recursion, auto expected) {
         make("a.png, b.PNG, c.txt, .d.png, sub/e.png, .hidden/f.png");
         hideFileOnWindows(path(".d.png"));

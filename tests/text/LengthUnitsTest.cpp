@@ -68,8 +68,8 @@ TEST(LengthUnits, StringToMeterReadsTheFirstLengthAndParseLengthTheWholeTextOrNo
         {u"+5 km"_s, 5000, 5000, u"parsecs"_s}, {u"5 CM"_s, 5, nothing},
         {u"2 Nautical mile"_s, 2, 3704}, {u"2'"_s, 2, 2 * kFoot}, {u"2 尺"_s, 0.64, 0.64},
         {u"12'''"_s, 12, 12 * 0.0021166666666666664},
-        // not metres: an area (whose "2" only stringToMeter() ignores), an asterisk, a combining
-        // mark, a letter of two UTF-16 units
+        // not the unit "m": an area (but stringToMeter() ignores the last "2"), and "m" with an
+        // asterisk, a combining mark or a letter of two UTF-16 units (unknown units)
         {u"2 m2"_s, 2, nothing, u"km"_s}, {u"2 m*"_s, 2000, nothing, u"km"_s},
         {u"2 m\u030A"_s, 2000, nothing, u"km"_s}, {u"2 m\U0001D426"_s, 2000, nothing, u"km"_s},
         // several terms

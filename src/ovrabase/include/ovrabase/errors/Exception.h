@@ -16,8 +16,9 @@
 ///
 /// A category (InternalException, IOException, ParameterException) and a sub-code identify a
 /// failure. Catch a concrete class for one failure, a category for all failures of a kind, and
-/// BaseException or std::exception for all failures. Each failure goes to the logger Debug and
-/// is then thrown by value. Two threads must not use the same exception object at the same time.
+/// BaseException or std::exception for all failures. The library logs each of its failures as an
+/// error on the logger Debug, and then throws it by value. The classes themselves log nothing. Two
+/// threads must not use the same exception object at the same time.
 namespace Vyn::Exception {
 
 /// The root of the tree. Holds the text of the failure.
@@ -132,19 +133,20 @@ extern template class OVRABASE_DETAIL_DECLARED Exception<11, IOException>;
 extern template class OVRABASE_DETAIL_DECLARED Exception<0, ParameterException>;
 extern template class OVRABASE_DETAIL_DECLARED Exception<1, ParameterException>;
 
-/// A state that correct code cannot reach.
+/// A state that correct code cannot reach. For modules; not thrown by ovrabase.
 class OVRABASE_EXPORT LogicErrorException : public Exception<0, InternalException> {
 public:
     using Exception::Exception;
 };
 
-/// An error that can only be detected at run time.
+/// A mistake in the program that depends on data of the run. For modules; not thrown by ovrabase.
 class OVRABASE_EXPORT RuntimeErrorException : public Exception<1, InternalException> {
 public:
     using Exception::Exception;
 };
 
-/// A value outside the domain of a function.
+/// A value outside the domain of a computation, by a mistake in the program. For modules; not
+/// thrown by ovrabase. If a caller passes the value, InvalidArgumentException is meant.
 class OVRABASE_EXPORT DomainErrorException : public Exception<2, InternalException> {
 public:
     using Exception::Exception;
