@@ -133,8 +133,8 @@ private:
 
 /// One message. The destructor, which normally runs at the end of the statement, delivers it: it
 /// calls the logger's delegate with the text of the message. An empty message is not delivered.
-/// The delivery throws nothing. No lock is held while the message is written. Use the object only
-/// on the thread that made it.
+/// The delivery throws nothing. The class holds no lock, neither while values are written nor while
+/// the delegate runs. Use the object only on the thread that made it.
 ///
 /// The operator << returns the message, and takes these values:
 /// - QString, QStringView, QLatin1String and string builders. It writes their text in UTF-8 and
@@ -176,7 +176,7 @@ public:
     }
 
     /// Writes the first value of a statement, when the message is an rvalue. Returns an lvalue,
-    /// because all operators take one.
+    /// because the operators for the next values take one.
     template<class T>
     requires(Detail::Preferred<T> || Detail::Other<T>) friend StreamLogger &operator<<(
         StreamLogger &&message, const T &value)
@@ -184,7 +184,7 @@ public:
         return message.write(value);
     }
 
-    /// \name Manipulators that are functions, such as std::endl
+    /// \name Manipulators that are function templates, such as std::endl
     /// \{
 
     /// Applies a manipulator for output streams.
@@ -197,17 +197,6 @@ public:
     /// Applies a manipulator for output streams at the start of a statement.
     friend StreamLogger &operator<<(
         StreamLogger &&message, std::ostream &(*manipulator)(std::ostream &))
-    {
-        return message << manipulator;
-    }
-    /// Applies a manipulator for formats, such as std::hex.
-    friend StreamLogger &operator<<(StreamLogger &message, std::ios &(*manipulator)(std::ios &))
-    {
-        manipulator(message);
-        return message;
-    }
-    /// Applies a manipulator for formats at the start of a statement.
-    friend StreamLogger &operator<<(StreamLogger &&message, std::ios &(*manipulator)(std::ios &))
     {
         return message << manipulator;
     }
