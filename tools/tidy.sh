@@ -2,7 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Runs clang-tidy over the project with the compile commands of a finished Clang build:
+# Runs clang-tidy over the sources of the library and the examples with the compile commands of a
+# finished Clang build:
 #   tools/tidy.sh BUILD
 # A source without a complaint is not checked again while everything that clang-tidy sees is the same,
 # see tools/tidy.py. Those results are kept in

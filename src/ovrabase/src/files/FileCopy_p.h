@@ -39,19 +39,21 @@ public:
     /// Removes the copy \a name, even if it is read-only. Ignores failures.
     void discardCopy(const QString &name) const;
 
-    /// Waits until the content of the file \a name is on the disk. On Windows, does nothing and
-    /// succeeds if the file may not be opened for writing.
+    /// Waits until the content of the file \a name is on the disk. On Windows, a file that this
+    /// user may not write, or that another program does not share, is not synced. That is no
+    /// failure.
     std::error_code syncFile(const QString &name) const;
 
     /// Waits until the names in the folder are on the disk.
     std::error_code syncNames() const;
 
-    /// Renames \a from to \a to. Fails if \a to exists. On a file system with neither
-    /// RENAME_NOREPLACE nor hard links, this check is missing: an existing \a to is replaced.
+    /// Renames the entry \a from of this folder to the name \a to. Fails if \a to exists. On a file
+    /// system with neither RENAME_NOREPLACE nor hard links, this check is missing: an existing
+    /// \a to is replaced.
     std::error_code renameNew(const QString &from, const QString &to) const;
 
-    /// Renames \a from to \a to in one step. An existing file \a to is replaced. On failure nothing
-    /// has changed.
+    /// Renames the entry \a from of this folder to the name \a to in one step. An existing file
+    /// \a to is replaced. On failure nothing has changed.
     std::error_code renameOver(const QString &from, const QString &to) const;
 
     /// Makes \a backup a hard link to the entry \a name. An existing file or link \a backup is

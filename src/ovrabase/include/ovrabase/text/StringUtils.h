@@ -34,8 +34,9 @@ namespace Vyn::OvraBase::StringUtils {
 /// The time is in the order of n * ceil(m / 64) for the lengths m and n: the 64 bits of a word hold
 /// 64 rows of the dynamic-programming table, which are computed together (H. Hyyrö, "A bit-vector
 /// algorithm for computing Levenshtein and Damerau edit distances", Nordic Journal of Computing 10,
-/// 2003). Texts of up to 128 units need no memory from the heap, and longer texts at most one byte
-/// per unit of one of them. The only exception is std::bad_alloc. Thread-safe.
+/// 2003). If both texts have at most 128 units, they need no memory from the heap. Otherwise, they
+/// need at most one byte per unit of the longer text. The only exception is std::bad_alloc.
+/// Thread-safe.
 /// @{
 
 /// Returns the least number of edits that turn \a a into \a b. It is the same in the other
