@@ -1,6 +1,7 @@
 # cmake -DBUILD=build -P uninstall.cmake
-# Removes the files that the last `cmake --install build` listed in its manifests. Then removes the folders
-# of these files that are empty, and are named "ovrabase" or are below a folder of that name.
+# Removes the files that the manifests in the build folder list: those of the last `cmake --install build` and
+# of the last one with each `--component`. Then removes the folders of these files that are empty, and are named
+# "ovrabase" or are below a folder of that name.
 file(GLOB manifests "${BUILD}/install_manifest*.txt")
 if(NOT manifests)
     message(FATAL_ERROR "Nothing is installed from ${BUILD}: it has no install_manifest.txt")

@@ -10,7 +10,7 @@ namespace {
 
 using CacheTest = FolderTest;
 
-TEST_F(CacheTest, RemovesWhatIsInItsFolderAndNothingElse)
+TEST_F(CacheTest, RemovesNothingOutsideItsFolder)
 {
     const std::string linked =
         "beside/x=x, disk/deep/.hidden, disk/.hidden, disk/link->beside, cache->disk";
@@ -25,9 +25,9 @@ TEST_F(CacheTest, RemovesWhatIsInItsFolderAndNothingElse)
         {"clear does nothing without a path", &Cache::clear, "", "a, s/, s/a", "a, s/, s/a"},
         {"purge does nothing without a path", &Cache::purge, "", "a, s/, s/a", "a, s/, s/a"},
 #ifndef Q_OS_WIN
-        {"clear keeps a link", &Cache::clear, "cache", linked, emptied},
-        {"purge keeps a link", &Cache::purge, "cache", linked, emptied},
-        {"purge keeps a link before a separator", &Cache::purge, "cache/", linked, emptied},
+        {"clear of a link keeps the link", &Cache::clear, "cache", linked, emptied},
+        {"purge of a link keeps the link", &Cache::purge, "cache", linked, emptied},
+        {"purge of a link with a slash keeps the link", &Cache::purge, "cache/", linked, emptied},
 #endif
         {"reset makes a new folder", &Cache::reset, "cache", "cache/a", "cache/"},
         {"reset makes its parents", &Cache::reset, "new/deep/", "", "new/, new/deep/"},

@@ -34,9 +34,9 @@ public:
     DefaultAsyncRecovery();
 
     /// Waits for each registered operation in turn if the ServiceLocator is started and holds a
-    /// DefaultAsyncRecovery, this one or another. Checks both conditions again before each
-    /// operation, and skips the operation if one of them is false. No other thread may use the list
-    /// meanwhile.
+    /// DefaultAsyncRecovery (another one: it is no longer started when it destroys its own). Checks
+    /// both conditions again before each operation, and skips the operation if one of them is
+    /// false. No other thread may use the list meanwhile.
     ///
     /// On the main thread, the wait is a busy loop. It processes events, except user input and
     /// socket events, and carries out calls of deleteLater(), also those made before the wait. On
@@ -48,7 +48,8 @@ public:
     ///
     /// ServiceLocator::stop() does not wait for the operations of the list that it destroys,
     /// because the locator is no longer started then. But the destructor of the last copy of a
-    /// future of std::async() always waits, also here.
+    /// future of std::async() waits, also here, unless the operation is deferred. A deferred
+    /// operation for which nothing has waited is never run.
     ~DefaultAsyncRecovery() override;
 
     DefaultAsyncRecovery(const DefaultAsyncRecovery &) = delete;
@@ -56,9 +57,9 @@ public:
 
     /// Registers the operation of \a future under \a id, a number that the caller chooses.
     ///
-    /// If the same operation is registered already, under \a id or another id, logs an error on
-    /// the logger Debug and does nothing else. If \a id is taken by another operation, does
-    /// nothing. Takes time in proportion to the number of registered operations.
+    /// If a registered future equals \a future (see operator== of Vyn::future), under \a id or
+    /// another id, logs an error on the logger Debug and does nothing else. Otherwise does nothing
+    /// if \a id is taken. Takes time in proportion to the number of registered operations.
     void registerRecoverable(std::size_t id, Vyn::future<void> future, const QString &description);
 
     /// Removes the entry \a id. Does nothing for an unknown id.
@@ -78,7 +79,7 @@ public:
 private:
     using Registry = std::unordered_map<std::size_t, Recoverable>;
 
-    /// Returns the entry of the operation of \a future, or end(). The caller holds the lock.
+    /// Returns the entry whose future equals \a future, or end(). The caller holds the lock.
     Registry::const_iterator findRecoverable(const Vyn::future<void> &future) const;
 
     Registry mRegistry{8};              ///< begins with 8 buckets

@@ -25,8 +25,9 @@ class future;
 /// otherwise. The interface is the same for both. Const calls are thread-safe.
 ///
 /// The destructor of the last copy of a future of std::async() waits for the operation, as the C++
-/// standard requires. In all other cases, the destructor of a Vyn::future returns at once. With
-/// stlab, the destructor of the last copy cancels an operation that has not begun.
+/// standard requires, unless the operation is deferred. In all other cases, the destructor of a
+/// Vyn::future returns at once. With stlab, the destructor of the last copy cancels an operation
+/// that has not begun.
 template<>
 class future<void> {
 public:

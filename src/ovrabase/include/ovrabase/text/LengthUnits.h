@@ -39,8 +39,8 @@ OVRABASE_EXPORT double fromMeter(double meters, const QString &unit);
 ///
 /// The number begins at the first digit or point of \a value, or at a sign directly before it.
 /// Returns 0 if there is none, or if the number is malformed ("1.2.3", or the lone point in
-/// "approx. 5 cm") or out of the range of double. The result is infinite if the number is in that
-/// range and the length in metres is not.
+/// "approx. 5 cm") or too large or too small for a double. The result is infinite if only the
+/// length in metres is too large.
 OVRABASE_EXPORT double stringToMeter(const QString &value, const QString &defaultUnit);
 
 /// Parses the whole of \a text as a length, for example "12.5 cm" or "3 ft 6 in", and returns it in
@@ -60,8 +60,9 @@ OVRABASE_EXPORT double stringToMeter(const QString &value, const QString &defaul
 /// locale, "12,5 cm" is not a length. Only the first number may have a sign, which applies to the
 /// sum: "-3 ft 6 in" is -42 inches.
 ///
-/// Returns nothing also for an empty text, for "inf" and "nan", for a number or a sum out of the
-/// range of double, and for a number without a unit if \a defaultUnit is unknown.
+/// Returns nothing also for an empty text, for "inf" and "nan", for a number that is too large or
+/// too small for a double, for a sum that is too large, and for a number without a unit if
+/// \a defaultUnit is unknown.
 OVRABASE_EXPORT std::optional<double> parseLength(
     const QString &text, const QString &defaultUnit, const QLocale &locale = QLocale::c());
 
