@@ -51,7 +51,8 @@ TEST_F(CopiesWithBackup, KeepTheOldContentOfLinkedFiles)
 TEST_F(CopiesWithBackup, NeedNoRightToListTheFolder)
 {
     make("new=n, folder/file=old");
-    const auto user = asOrdinaryUser({mFolder.path(), path("folder"), path("folder/file")});
+    const auto user =
+        asOrdinaryUser({mFolder.path(), path("new"), path("folder"), path("folder/file")});
     fs::permissions(native("folder"), fs::perms::owner_write | fs::perms::owner_exec);
     EXPECT_TRUE(copyWithBackup(path("new"), path("folder/file")));
     fs::permissions(native("folder"), fs::perms::owner_all);

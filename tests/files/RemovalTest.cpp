@@ -8,7 +8,9 @@
 
 #include <QProcess>
 
-#ifndef Q_OS_WIN
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#else
 #include <fcntl.h>
 #include <sys/stat.h>
 #endif
@@ -42,6 +44,17 @@ TEST_F(Removal, OfAFolderLeavesAFile)
 }
 
 #ifdef Q_OS_WIN
+TEST_F(Removal, EmptiesAFolderThatAnotherProgramHasOpen)
+{
+    make("folder/open/sub/x=x, folder/y=y");
+    void *const open = CreateFileW(native("folder/open").c_str(), GENERIC_READ, FILE_SHARE_READ,
+        nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    EXPECT_THROW(removeDirRecursiveIfItExists(path("folder")), Exception::FolderDeletionException);
+    CloseHandle(open);
+    EXPECT_THAT(mLog.take(), testing::SizeIs(1));
+    EXPECT_EQ(tree(), "folder/, folder/open/");
+}
+
 TEST_F(Removal, OfAJunctionOrOfAFolderWithOneLeavesTheTarget)
 {
     make("target/x=x, folder/sub/y=y");

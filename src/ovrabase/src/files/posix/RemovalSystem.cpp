@@ -85,10 +85,11 @@ private:
     void removeOrEnter(const dirent &entry)
     {
         const char *const name = entry.d_name;
-        if (entry.d_type != DT_DIR) {
-            if (::unlinkat(descriptor(), name, 0) == 0 || errno != EISDIR) {
-                return;
-            }
+        // Some file systems do not tell the type. Then the entry may be a folder if unlinkat()
+        // fails, whatever the error is: a missing permission is reported before the type.
+        if (entry.d_type != DT_DIR &&
+            (::unlinkat(descriptor(), name, 0) == 0 || entry.d_type != DT_UNKNOWN)) {
+            return;
         }
         if (mLevels.back().kept.contains(name)) {
             return;

@@ -179,6 +179,11 @@ void removeContent(HANDLE top)
         } else if (name != L"." && name != L"..") {
             Handle entry = openEntry(
                 levels.back().folder(), name, mayBeFolder ? kRemoval | kListing : kRemoval);
+            if (!entry && mayBeFolder) {
+                // Another program has the folder open and does not allow to remove it. Its content
+                // can be removed.
+                entry = openEntry(levels.back().folder(), name, kListing);
+            }
             if (entry && mayBeFolder && isFolder(entry.get())) {
                 levels.emplace_back(std::move(entry));
             } else if (entry) {
