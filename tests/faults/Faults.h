@@ -120,7 +120,7 @@ inline int killCopiesAtEachStop(const QString &folder, bool isThere,
         for (const QString &copy : copies) {
             const QByteArray now = read(copy);
             const QByteArray backup = read(copy + u".bak"_s);
-            require(now == fresh || (isKilled && now == (isThere ? old : QByteArray())),
+            require(now == fresh || (isKilled && (isThere ? now == old : !QFile::exists(copy))),
                 "each destination is whole, old or new");
             require(backup == "older" || (isThere && backup == old), "each backup is whole");
             require(!isThere || now == old || backup == old, "the old content is there");

@@ -99,6 +99,8 @@ TEST_F(FailingCopies, LoseNoContentWhicheverCallIsRefused)
                 answers.push_back(copyRecursively(path("all/source"), path("all/tree")));
             }
             wasRefused = gCallsBeforeRefusal < 0;
+            // Four new files are synced, three of them by copyWithBackup(), and two old ones.
+            EXPECT_TRUE(wasRefused || call >= (QLatin1String(name) == "FlushFileBuffers" ? 8 : 1));
             failures += std::count(answers.begin(), answers.end(), false);
             mLog.take(); // a warning for each failure
 
@@ -110,7 +112,7 @@ TEST_F(FailingCopies, LoseNoContentWhicheverCallIsRefused)
             EXPECT_EQ(contentOf("fresh"), answers[1] ? "new" : "");
             EXPECT_EQ(contentOf("file"), answers[2] ? "new" : "old");
             const std::string backup = contentOf("file.bak");
-            EXPECT_THAT(backup, AnyOf(answers[2] ? "old" : "older", ""));
+            EXPECT_TRUE(answers[2] ? backup == "old" : backup == "older" || backup.empty());
             EXPECT_TRUE(backup != "older" || !QFileInfo(path("all/file.bak")).isWritable());
             EXPECT_EQ(contentOf("tree/inner/new"), answers[3] ? "new" : "");
             EXPECT_THAT(tree("all"), Not(AnyOf(HasSubstr(".tmp"), HasSubstr("=par"))));

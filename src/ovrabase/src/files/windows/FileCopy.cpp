@@ -134,6 +134,10 @@ std::error_code CopyFolder::renameOver(const QString &from, const QString &to) c
 std::error_code CopyFolder::keepAsBackup(
     const QString &name, const QString &backup, const QString & /*spare*/) const
 {
+    // The old content may not be on the disk yet: SyncedFileSystems syncs nothing here.
+    if (const std::error_code error = syncFile(name)) {
+        return error;
+    }
     // Renames the file and makes no hard link. If another program has the file open, it may be
     // impossible to rename or replace it, but possible to link it: the link would replace the older
     // backup, and then the copy would fail.
