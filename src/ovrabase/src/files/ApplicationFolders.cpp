@@ -47,7 +47,7 @@ bool isInside(const QString &path, const QString &folder)
 
 /// Returns the application's temporary folder, and makes it if it is missing. The path is empty if
 /// the system has no temporary folder. A folder that is not below the system's temporary folder
-/// (see isInside()) is used, although other users may have access to it.
+/// (see isInside()) is returned as usable, although other users may have access to it.
 os::PrivateFolder applicationTemporaryFolder()
 {
     const QString system = systemTemporaryPath();
@@ -69,8 +69,8 @@ os::PrivateFolder applicationTemporaryFolder()
 }
 
 /// Returns the path of \a name in the application's temporary folder, and makes that folder if it
-/// is missing. Throws FolderCreationException if that folder is not usable: the system has no
-/// temporary folder, or another user may have access to the path.
+/// is missing. Throws FolderCreationException if the system has no temporary folder, or if
+/// os::makePrivateFolder() returns a folder that is not usable.
 QString inApplicationTemporaryFolder(const QString &name)
 {
     const os::PrivateFolder folder = applicationTemporaryFolder();

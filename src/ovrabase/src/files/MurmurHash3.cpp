@@ -155,7 +155,7 @@ void MurmurHash3_x86_128(const void *key, int length, std::uint32_t seed, void *
         h[3] = (std::rotl(h[3], 13) + h[0]) * 5 + 0x32ac3b17U;
     }
 
-    // The block is filled up with zeros. A word of zeros is mixed to 0, and changes nothing.
+    // The last block is filled up with zeros. A word of zeros is mixed to 0, and changes nothing.
     unsigned char rest[kBlockSize] = {};
     if (restSize > 0) {
         std::memcpy(rest, data + size - restSize, restSize);

@@ -22,8 +22,8 @@ public:
     /// Adds \a size bytes, a multiple of 16.
     void addBlocks(const void *data, std::size_t size);
 
-    /// Writes the hash of the added bytes and of the last \a size bytes \a data, 16 bytes, to
-    /// \a out. \a data may be null when \a size is 0.
+    /// Writes the hash of all bytes to \a out: the added ones, and then \a size more at \a data.
+    /// The hash has 16 bytes. \a data may be null when \a size is 0.
     void finish(const void *data, std::size_t size, void *out) const;
 
 private:

@@ -7,10 +7,12 @@
 
 namespace Vyn::OvraBase::os {
 
-/// A folder to which only this user has access.
+/// The path of a folder to which only this user has access.
 struct PrivateFolder {
     QString path;
-    bool isUsable = false; ///< false if there is none: another user may have access to the path
+    /// False if another user may have access to the path. True even if the folder cannot be made:
+    /// then the next operation of the caller on the path fails.
+    bool isUsable = false;
 };
 
 /// Makes the folder \a name in the folder \a base. \a name may have several components. Existing

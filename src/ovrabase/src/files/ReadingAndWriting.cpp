@@ -108,7 +108,7 @@ bool FileUtils::saveTextToFile(const QString &text, const QString &path)
     }
     QTextStream stream(&file);
     stream << text;
-    stream.flush(); // of the file, too
+    stream.flush(); // also flushes the file, and stores a failure in status()
     file.close();
     return stream.status() == QTextStream::Ok && file.error() == QFile::NoError;
 }

@@ -14,7 +14,7 @@ namespace Vyn::OvraBase {
 /// \a path is not a file, and FileOpenException if it cannot be opened.
 void verifyAccessToFile(const QString &path, QFile &file, QIODevice::OpenMode mode);
 
-/// Throws FileReadingException if an operation on \a file has failed.
+/// Throws FileReadingException if the last read from \a file has failed.
 void verifyReading(const QFile &file);
 
 } // namespace Vyn::OvraBase

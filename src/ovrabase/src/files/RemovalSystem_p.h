@@ -18,7 +18,8 @@ namespace Vyn::OvraBase::os {
 bool removeEntry(const QString &path);
 
 /// An open folder whose content can be removed. The functions use the handle of the folder and not
-/// its path, so that they work on this folder even if another program replaces it at its path.
+/// its path, so that they remove the content of this folder even if another program replaces the
+/// folder at its path.
 class OpenFolder {
 public:
     /// What the constructor does if the path is a link.
@@ -40,6 +41,9 @@ public:
     /// in the folder are removed and not followed. An entry that cannot be removed stays, and all
     /// others are removed. Returns true if this function removed the folder itself. No other
     /// function may be called afterwards.
+    ///
+    /// On Linux, the folder itself is removed by its name in the parent folder. If another program
+    /// has put an empty folder in its place, that folder is removed.
     bool remove();
 
 private:

@@ -27,8 +27,8 @@ using Stream = std::unique_ptr<DIR, CloseStream>;
 
 namespace {
 
-/// The number of folders that are open at a time, besides the top, however deep the tree is. It is
-/// well below the usual limit of 1024 open files per process.
+/// The greatest number of folders that stay open at a time, besides the top folder of the tree,
+/// however deep the tree is. It is well below the usual limit of 1024 open files per process.
 constexpr std::size_t kMaxOpenLevels = 64;
 
 /// Opens the folder \a name in the folder \a parent. Returns null and sets errno if it is not a
@@ -81,7 +81,8 @@ private:
     /// Returns the descriptor of the innermost level.
     int descriptor() const { return ::dirfd(mLevels.back().stream.get()); }
 
-    /// Removes \a entry if it is not a folder. Otherwise makes it the innermost level.
+    /// Removes \a entry if it is not a folder. Makes a folder the innermost level, except one that
+    /// is in `kept`, and one that cannot be opened. Removes the latter if it is empty.
     void removeOrEnter(const dirent &entry)
     {
         const char *const name = entry.d_name;
@@ -106,13 +107,14 @@ private:
         removeOrKeep(name); // the folder cannot be read, but it can be removed if it is empty
     }
 
-    /// Removes the innermost level, whose content is removed, and returns to the level above.
+    /// Removes the folder of the innermost level, whose content has been removed, and returns to
+    /// the level above.
     void leave()
     {
         Level done = std::move(mLevels.back());
         mLevels.pop_back();
         if (!mLevels.back().stream && !reopen(mLevels.back(), ::dirfd(done.stream.get()))) {
-            // The folders above are lost: go up to the nearest one that is still open.
+            // The level above cannot be opened again: go up to the nearest one that is still open.
             while (!mLevels.back().stream) {
                 done.name = std::move(mLevels.back().name);
                 mLevels.pop_back();
@@ -123,8 +125,9 @@ private:
         removeOrKeep(done.name.c_str());
     }
 
-    /// Removes the empty sub-folder \a name of the innermost level. Keeps it if it is not empty: it
-    /// is not tried again when its level was closed and is listed again.
+    /// Removes the sub-folder \a name of the innermost level if it is empty. If that fails, adds it
+    /// to `kept`: the level may be closed and later listed from the beginning again, and must not
+    /// enter the sub-folder a second time.
     void removeOrKeep(const char *name)
     {
         if (::unlinkat(descriptor(), name, AT_REMOVEDIR) != 0) {
@@ -133,7 +136,8 @@ private:
     }
 
     /// Opens the folder of \a level again, as the parent of its open sub-folder \a child. Returns
-    /// false if that is another folder, because a program has moved one of the two.
+    /// false if that fails. Also returns false if the parent is another folder, because a program
+    /// has moved \a child.
     static bool reopen(Level &level, int child)
     {
         Stream stream = openFolder(child, "..", 0);

@@ -20,7 +20,7 @@ namespace Vyn::OvraBase::os {
 namespace {
 
 /// Other programs may do everything with an entry that is open here. The system decides whether an
-/// entry can be removed that they have open.
+/// entry that they have open can be removed.
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD kRemoval = DELETE | SYNCHRONIZE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
 constexpr DWORD kListing = SYNCHRONIZE | FILE_READ_ATTRIBUTES | FILE_LIST_DIRECTORY;
@@ -84,9 +84,10 @@ bool setReadOnly(HANDLE entry, bool isReadOnly)
 /// failure.
 bool removeOpened(HANDLE entry)
 {
-    // First with the POSIX semantics of Windows 10: the name disappears at once, even if other
-    // programs have the entry open, so that its folder can be removed. Not every file system can do
-    // this. The headers of MinGW lack the names of these constants.
+    // First with the POSIX semantics of Windows 10: the name disappears when this handle is closed,
+    // even if other programs have the entry open, so that the folder that contains the entry can be
+    // removed. Not every file system can do this. The headers of MinGW lack the names of these
+    // constants.
     constexpr auto kDispositionInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
     DWORD deletePosixIgnoreReadOnly = 0x01 | 0x02 | 0x10;
     if (::SetFileInformationByHandle(entry, kDispositionInfoEx, &deletePosixIgnoreReadOnly,
@@ -245,7 +246,7 @@ bool OpenFolder::remove()
         FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
     mHandles->folder.reset(removable == INVALID_HANDLE_VALUE ? nullptr : removable);
     const bool isRemoved = mHandles->folder && removeOpened(mHandles->folder.get());
-    mHandles->folder.reset(); // the folder exists until its last handle is closed
+    mHandles->folder.reset(); // the folder exists at least until this handle is closed
     return isRemoved;
 }
 
