@@ -219,7 +219,8 @@ private:
         return copyFile(from, open(copy), copy.fresh);
     }
 
-    /// Makes the entry at the destination the backup, and gives its name to the temporary file.
+    /// Makes the entry at the destination, if there is one, the backup. Then gives the name of the
+    /// destination to the temporary file.
     std::error_code replaceDestination(const PendingCopy &copy)
     {
         const os::CopyFolder &folder = open(copy);
@@ -312,8 +313,8 @@ private:
     /// Logs the failure of \a copy. Renames the backup back if the destination is missing.
     static void report(const PendingCopy &copy, const std::error_code &error)
     {
-        // Not a literal, so that lupdate does not extract the text: Qt's own catalogues translate
-        // it.
+        // The argument of tr() is not a literal, so that lupdate does not extract the text: Qt's
+        // own catalogues translate it.
         static constexpr char kCannotOpen[] = "Cannot open %1 for input";
         const QString reason = error == FileError::SourceNotOpened
                                    ? QFile::tr(kCannotOpen).arg(copy.source)

@@ -48,8 +48,8 @@ public:
     std::error_code syncNames() const;
 
     /// Renames the entry \a from of this folder to the name \a to. Fails if \a to exists. On a file
-    /// system with neither RENAME_NOREPLACE nor hard links, this check is missing: an existing
-    /// \a to is replaced.
+    /// system with neither RENAME_NOREPLACE nor hard links, a \a to that another program makes
+    /// during the call may be replaced.
     std::error_code renameNew(const QString &from, const QString &to) const;
 
     /// Renames the entry \a from of this folder to the name \a to in one step. An existing file
@@ -70,8 +70,8 @@ private:
 };
 
 /// File systems that are synced as a whole, which costs less than one sync for each file. Windows
-/// can sync files only. There, sync() does nothing, and each copy and each rename of a CopyFolder
-/// waits for the disk.
+/// allows that to administrators only. There, sync() does nothing, and each copy and each rename of
+/// a CopyFolder waits for the disk.
 class SyncedFileSystems {
 public:
     SyncedFileSystems() = default;

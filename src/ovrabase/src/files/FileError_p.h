@@ -8,7 +8,7 @@
 #include <system_error>
 
 /// \file
-/// Private functions on files report an error as a std::error_code: a code of the system, or one of
+/// The private copy functions report an error as a std::error_code: a code of the system, or one of
 /// the library's own.
 namespace Vyn::OvraBase {
 

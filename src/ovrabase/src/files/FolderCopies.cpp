@@ -112,13 +112,13 @@ private:
         mCopies.push_back(copy);
     }
 
-    /// Returns true if the folder to which \a link leads is copied. Then \a linkedFrom gets the
-    /// canonical path of \a folder, which contains \a link.
+    /// Returns true if the folder to which \a link leads is to be copied. In that case, appends the
+    /// canonical path of \a folder, which contains \a link, to \a linkedFrom.
     ///
-    /// A link is not followed if its target contains the link, or an earlier link through which it
-    /// was reached: the copy would not end. Of the links inside linked folders, only the first
-    /// kMostNested are followed: if folders link to each other, the number of copies would grow
-    /// exponentially.
+    /// A link is not followed if its target contains the link itself, or a link that was followed
+    /// to reach this link: the copy would not end. Of the links inside linked folders, only the
+    /// first kMostNested are followed: if folders link to each other, the number of copies would
+    /// grow exponentially.
     bool mayFollow(const QFileInfo &link, const PlannedCopy &folder, QStringList &linkedFrom)
     {
         constexpr int kMostNested = 100;

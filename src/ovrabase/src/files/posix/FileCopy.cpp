@@ -159,11 +159,12 @@ CopyFolder::~CopyFolder()
     }
 }
 
-// Neither the standard library nor Qt serves: std::filesystem::copy_file() of GCC 12 misses the
-// error of the last write, QFile::copy() starts again after an error and syncs each file.
+// Neither the standard library nor Qt is suitable: std::filesystem::copy_file() of GCC 12 misses
+// the error of the last write. QFile::copy() copies the file from its beginning again after an
+// error, and syncs each file.
 std::error_code CopyFolder::copyFile(const QString &from, const QString &name) const
 {
-    const Descriptor source(from, O_RDONLY | O_NONBLOCK); // it may be a pipe now
+    const Descriptor source(from, O_RDONLY | O_NONBLOCK); // it may have become a pipe
     struct stat status {};
     if (!source.isOpen() || ::fstat(source.get(), &status) != 0) {
         return lastError();
@@ -187,7 +188,8 @@ std::error_code CopyFolder::copyFile(const QString &from, const QString &name) c
         static_cast<void>(::fchmod(copy.get(), permissions));
     }
     // Starts to write without waiting, so that the disk works while the next file is copied. Small
-    // files cost less if the sync at the end writes them all. It waits and reports the errors.
+    // files cost less if the sync at the end writes them all. That sync waits and reports the
+    // errors.
     if (constexpr off_t kLeast = off_t{64} << 10; status.st_size >= kLeast) {
         static_cast<void>(::sync_file_range(copy.get(), 0, 0, SYNC_FILE_RANGE_WRITE));
     }

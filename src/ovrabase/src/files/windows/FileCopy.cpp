@@ -18,8 +18,8 @@ std::error_code errorFrom(DWORD code)
     return {static_cast<int>(code), std::system_category()};
 }
 
-/// Makes the file \a path writable while an object of this class exists. Windows neither replaces
-/// nor syncs a read-only file.
+/// Makes the file \a path writable while an object of this class exists. Windows does not replace,
+/// delete or sync a read-only file.
 class WithoutReadOnly {
 public:
     explicit WithoutReadOnly(const std::filesystem::path &path)
@@ -39,8 +39,8 @@ public:
     WithoutReadOnly(const WithoutReadOnly &) = delete;
     WithoutReadOnly &operator=(const WithoutReadOnly &) = delete;
 
-    /// The destructor will not make the file read-only again. To be called if the file has been
-    /// replaced or will be deleted.
+    /// Prevents the destructor from making the file read-only again. To be called if the file has
+    /// been replaced or will be deleted.
     void release() { mAttributes = INVALID_FILE_ATTRIBUTES; }
 
 private:
@@ -185,7 +185,7 @@ std::error_code listFolder(const QString &path, QStringList &names)
     if (search != INVALID_HANDLE_VALUE) {
         ::FindClose(search);
     }
-    // An empty drive has not even "." and "..".
+    // The root folder of a drive has no "." and "..". If it is empty, no name is found.
     return code == ERROR_NO_MORE_FILES || code == ERROR_FILE_NOT_FOUND ? std::error_code()
                                                                        : errorFrom(code);
 }
