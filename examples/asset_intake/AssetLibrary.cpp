@@ -26,7 +26,7 @@ namespace StringUtils = Vyn::OvraBase::StringUtils;
 namespace {
 
 const QString kManifest = u"manifest.json"_s;
-const QString kBackup = u".bak"_s; // copyWithBackup() appends it to the name of a backup
+const QString kBackup = u".bak"_s; // copyWithBackup() appends it to the name of the destination
 
 /// Returns true if \a name is short enough for " copy 1234" or ".bak" to be appended.
 bool hasRoomForEnding(const QString &name)
@@ -62,8 +62,8 @@ qint64 modifiedAt(const QFileInfo &file)
     return file.lastModified().toMSecsSinceEpoch();
 }
 
-/// Hashes the next batch, which starts at the first of \a files. It is large, because the disk is
-/// synced once per batch, but small enough to show progress.
+/// Hashes the next batch, which starts at the first of \a files. A batch is large, because on Linux
+/// the disk is synced per batch and not per file, but small enough to show progress.
 std::vector<Arrival> nextBatch(std::span<const QString> files)
 {
     constexpr std::size_t kMostFiles = 1000;
@@ -138,7 +138,7 @@ AssetLibrary::AssetLibrary(const QString &folder)
             try {
                 add({name, hashOf(file.filePath()), file.size()});
             } catch (const Vyn::Exception::BaseException &) {
-                // The library logged the failure. A file that cannot be read is no asset.
+                // FileUtils has logged the failure. A file that cannot be read is no asset.
             }
         }
     }
@@ -183,8 +183,8 @@ void AssetLibrary::copyBatch(std::span<Arrival> batch)
     }
 }
 
-/// Returns true if an asset has the content of \a arrival. Then adds the path of \a arrival to the
-/// sources of that asset.
+/// Returns true if an asset has the content of \a arrival. In that case, settles \a arrival and
+/// adds its path to the sources of that asset.
 bool AssetLibrary::isKnown(Arrival &arrival)
 {
     Asset *const asset = mByHash.value(arrival.hash);
@@ -228,10 +228,10 @@ bool AssetLibrary::isFree(const QString &name) const
            !(name.endsWith(kBackup) && isTaken(name.chopped(kBackup.size())));
 }
 
-/// Returns a valid and free name for a new asset: \a name with invalid characters replaced, or if
-/// that is not free, the first free one of "name copy", "name copy 2" and so on, before the
-/// extension. A long name is shortened for that. FileUtils::getUniqueFileName() is not used: it
-/// does not know the files of the batch that are not copied yet.
+/// Returns a valid and free name for a new asset: ensureValidFileName() of \a name, or if that is
+/// not free, the first free one of "name copy", "name copy 2" and so on, with the extension at the
+/// end. A long name is shortened before " copy" is appended. FileUtils::getUniqueFileName() is not
+/// used: it does not know the files of the batch that are not copied yet.
 QString AssetLibrary::freeName(const QString &name)
 {
     QString valid = FileUtils::ensureValidFileName(name);
@@ -250,9 +250,9 @@ QString AssetLibrary::freeName(const QString &name)
     return last + end;
 }
 
-/// Returns true if the new content of its source may replace \a asset, and the old content may
-/// become its backup: \a asset has one source, its name was made from \a sourceName, which is the
-/// file name of that source, the name has room for ".bak", and there is no backup yet.
+/// Returns true if the new content of a source of \a asset, whose file name is \a sourceName, may
+/// replace the old content, which becomes a backup. This is so if \a asset has no other source, if
+/// its name was made from \a sourceName and has room for ".bak", and if it has no backup yet.
 bool AssetLibrary::mayReplace(const Asset &asset, const QString &sourceName) const
 {
     const QString valid = FileUtils::ensureValidFileName(sourceName);

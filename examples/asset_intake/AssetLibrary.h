@@ -19,10 +19,11 @@ QString assetClassOf(const QString &path);
 
 /// A file of the library.
 struct Asset {
-    QString name;             ///< file name in the library
-    QString hash;             ///< hash of the content; empty if the file could not be copied
-    qint64 size = 0;          ///< in bytes
-    QStringList sources = {}; ///< absolute paths of the incoming files with this content, in order
+    QString name;    ///< file name in the library
+    QString hash;    ///< hash of the content; empty if the first copy failed
+    qint64 size = 0; ///< in bytes
+    /// Absolute paths of the incoming files with this content, in the order of their arrival.
+    QStringList sources = {};
 };
 
 /// What was done with an incoming file.
@@ -59,6 +60,8 @@ public:
     /// that are not in the manifest: a copyWithBackup() that was killed leaves such files.
     ///
     /// \throws Vyn::Exception::FileFormatException  The manifest was not written by this class.
+    /// \throws Vyn::Exception::BaseException  The manifest cannot be read, or it is missing and
+    ///     cannot be created (for example, because \a folder does not exist).
     explicit AssetLibrary(const QString &folder);
 
     /// Copies each of \a files whose content the library does not have, once per content, under a

@@ -40,7 +40,7 @@ using Vyn::OvraBase::FileUtils;
 
 namespace {
 
-/// Replaces the current line by \a text, if this is a terminal.
+/// Replaces the current line by \a text, if the standard output is a terminal.
 void showProgress(const QString &text)
 {
     if (spdlog::details::os::in_terminal(stdout)) {
@@ -211,7 +211,7 @@ int run(const QStringList &arguments)
             stderr, "wrong arguments, see --help. %s\n", qUtf8Printable(parser.errorText()));
         return 2;
     }
-    FileUtils::makeFolder(folders[1]); // if this fails, saving the manifest does, too
+    FileUtils::makeFolder(folders[1]); // if this fails, the constructor of AssetLibrary throws
     return takeIn({folders[0]}, folders[1], parser.isSet(list));
 }
 
