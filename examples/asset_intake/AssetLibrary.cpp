@@ -250,9 +250,9 @@ QString AssetLibrary::freeName(const QString &name)
     return last + end;
 }
 
-/// Returns true if the new content of a source of \a asset, whose file name is \a sourceName, may
-/// replace the old content, which becomes a backup. This is so if \a asset has no other source, if
-/// its name was made from \a sourceName and has room for ".bak", and if it has no backup yet.
+/// Returns true if the new content of a source with the file name \a sourceName may replace the old
+/// content of \a asset, which becomes a backup. This is so if \a asset has no other source, if its
+/// name was made from \a sourceName and has room for ".bak", and if it has no backup yet.
 bool AssetLibrary::mayReplace(const Asset &asset, const QString &sourceName) const
 {
     const QString valid = FileUtils::ensureValidFileName(sourceName);

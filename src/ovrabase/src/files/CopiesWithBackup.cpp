@@ -81,7 +81,8 @@ bool isPassage(const QFileInfo &entry)
     return isLink(entry) || entry.isDir();
 }
 
-/// A batch of copies with backup. The files are copied one by one, then synced together.
+/// A batch of copies with backup. The files are copied one by one, then synced together. On
+/// Windows, each copy is synced when it is made.
 class CopyBatch {
 public:
     explicit CopyBatch(std::size_t size)

@@ -12,8 +12,8 @@ class QString;
 
 namespace Vyn::OvraBase::os {
 
-/// Lists the names in a folder in the native encoding, one at a time. Needs no call of the system
-/// for each entry.
+/// Lists the names in a folder in the native encoding, one at a time. Gets many entries with one
+/// call of the system.
 class FileListing {
 public:
     using Name = std::filesystem::path::string_type;

@@ -25,7 +25,7 @@ constexpr LogPosition kNotCopiedWithFolder{
 
 struct PlannedCopy {
     enum Kind { Folder, File, Impossible };
-    Kind kind;
+    Kind kind; ///< Impossible: the copy is not tried, and is reported as a failure
     QString from;
     QString to;
     /// For a folder: the canonical paths of the folders that contain the links which were followed
