@@ -50,7 +50,8 @@ std::size_t afterLiteral(std::string_view text, std::size_t at)
     return isString ? text.size() : at + 1;
 }
 
-/// Returns the position after the bracket that closes the one at \a at.
+/// Returns the position after the bracket that closes the one at \a at. Returns the end of the text
+/// if no bracket closes it.
 std::size_t afterGroup(std::string_view text, std::size_t at)
 {
     int depth = 0;
@@ -83,8 +84,9 @@ std::size_t afterSymbol(std::string_view text, std::size_t at)
     return at;
 }
 
-/// Returns the begin of the qualified name: the position after the last space, "*" or "&" in front
-/// of the parameters or of the keyword "operator".
+/// Returns the begin of the qualified name: the position after the last space, "*", "&" or "(" that
+/// is in front of the parameters, of the keyword "operator" or of a lambda in GCC's notation.
+/// Characters that are part of the name, for example in template arguments, do not count.
 std::size_t beginOfName(std::string_view text)
 {
     std::size_t begin = 0;

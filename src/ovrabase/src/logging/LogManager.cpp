@@ -44,8 +44,8 @@ LogDelegate::~LogDelegate() = default;
 
 LogManager *LogManager::instance()
 {
-    // The manager is closed at process exit and never destroyed, because static destructors log,
-    // too.
+    // The manager is closed at process exit, and never destroyed: static destructors that log later
+    // find a closed manager, which drops their records.
     static LogManager &manager = *new LogManager;
     static const auto closer = qScopeGuard([] { manager.close(); });
     return &manager;
@@ -83,7 +83,7 @@ bool LogManager::take(LogRecord record, bool isQtMessage) noexcept
         }
         return delivered;
     } catch (...) {
-        return false; // Out of memory. A log call never throws, so the record is lost.
+        return false; // Out of memory. log() throws nothing, so the record is lost.
     }
 }
 

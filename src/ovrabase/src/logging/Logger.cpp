@@ -189,7 +189,8 @@ void StreamLogger::deliver() noexcept
             mDelegate(mSeverity, std::move(mContext), std::move(text));
         }
     } catch (...) {
-        // A log call never throws, so what the delegate throws is dropped.
+        // The destructor and the move assignment call this function, and throw nothing. So an
+        // exception of the delegate is dropped.
     }
 }
 

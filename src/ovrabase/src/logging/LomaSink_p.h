@@ -9,8 +9,8 @@
 
 namespace Vyn::OvraBase {
 
-/// Makes the sink that connects spdlog with the log manager ("loma"). It writes each record of
-/// spdlog to the Debug logger, as "name [file:line function()] payload".
+/// Makes a sink that connects loggers of spdlog with the log manager ("loma"). The sink writes each
+/// record that it receives to the logger Debug, as "name [file:line function()] payload".
 spdlog::sink_ptr makeLomaSink();
 
 /// Returns true if a sink of makeLomaSink() is among \a sinks, or in a dist_sink among them.

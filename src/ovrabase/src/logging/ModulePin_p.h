@@ -5,9 +5,9 @@
 
 namespace Vyn::OvraBase::os {
 
-/// Keeps this library loaded until the process ends, even if its users unload it. Must be called
-/// before a sink is given to spdlog, or a message handler to Qt: spdlog and Qt may call the sink
-/// and the handler after the users are unloaded.
+/// Keeps this library loaded until the process ends, even if all modules that use it are unloaded.
+/// Must be called before a sink is given to spdlog, or a message handler to Qt: spdlog and Qt may
+/// call the sink and the handler after those modules are unloaded.
 void pinThisModule();
 
 } // namespace Vyn::OvraBase::os

@@ -74,7 +74,7 @@ Formatter formatterOf(int type)
     return formatters.value(type);
 }
 
-/// Returns the text before a value of a list, a map and a hash.
+/// These three functions return the text before a value of a list, of a map, and of a hash.
 QString textBefore(QVariantList::const_iterator /*value*/)
 {
     return {};

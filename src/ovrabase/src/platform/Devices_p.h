@@ -42,7 +42,8 @@ struct EjectFailure {
 /// Ejects the medium of the volume \a path ("\\.\X:"). Returns nothing on success.
 std::optional<EjectFailure> eject(const std::string &path);
 
-/// Returns the system's text for the error \a code, or an empty text if the code is unknown.
+/// Returns the system's text for the error \a code. For an unknown code, returns an empty text on
+/// Windows. Linux has a text for every code.
 std::string errorText(std::uint32_t code);
 
 } // namespace os

@@ -26,14 +26,14 @@ constexpr LogPosition kNoResource{"base.cpp:166 Vyn::OvraBase::registerExternalR
 // the process.
 const QString &kSharedLibraryExtension = *new QString(QStringLiteral(".dll"));
 
-/// Returns the files in the application's folder that match \a name up to its second dot, sorted by
-/// name.
+/// Returns the files in the application's folder that match a pattern, sorted by name. The pattern
+/// is the file name in \a name up to its second dot, followed by "*".
 QFileInfoList libraryFiles(const QString &name)
 {
     const QString folder = QCoreApplication::applicationDirPath();
     const QString fileName = QFileInfo(name).fileName();
-    // QDir would list the current folder for an empty path (there is no application object), and
-    // every file would match an empty name.
+    // Without an application object, the path of the folder is empty, and QDir would list the
+    // current folder. If the name were empty, every file would match.
     if (folder.isEmpty() || fileName.isEmpty()) {
         return {};
     }

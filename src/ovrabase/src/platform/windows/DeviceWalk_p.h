@@ -12,12 +12,12 @@ namespace Vyn::OvraBase::os {
 /// in practice: SetupAPI numbers devices without gaps, so that few failures in a row are expected.
 inline constexpr DWORD kLongestGap = 1024;
 
-/// Visits the devices 0, 1, 2 and so on. A device that fails, for example because it was unplugged,
-/// is skipped.
+/// Visits the devices 0, 1, 2 and so on. A device that cannot be selected, for example because it
+/// was unplugged, is skipped.
 ///
 /// \a select takes an index and makes the device with that index the current one. It returns 0, or
-/// the system's error, which is ERROR_NO_MORE_ITEMS after the last device. \a visit is then called
-/// without an argument for the current device.
+/// the system's error, which is ERROR_NO_MORE_ITEMS after the last device. If it returns 0,
+/// \a visit is called without an argument, and handles the current device.
 template<class Select, class Visit>
 void walkDevices(Select &&select, Visit &&visit)
 {

@@ -154,7 +154,7 @@ std::int32_t usbNumberAt(HANDLE hub, ULONG port)
     const bool hasFirst = ::DeviceIoControl(hub, IOCTL_USB_GET_NODE_CONNECTION_INFORMATION_EX,
         buffer.data(), kSize, buffer.data(), kSize, &size, nullptr);
 
-    // The first request knows no speed above high speed. This one exists from Windows 8 on.
+    // The first request knows no speed above high speed. The second exists from Windows 8 on.
     USB_NODE_CONNECTION_INFORMATION_EX_V2 second{};
     second.ConnectionIndex = port;
     second.Length = sizeof second;
@@ -185,8 +185,8 @@ std::int32_t usbNumberOf(const USBInfo &info)
     return hub ? usbNumberAt(hub.get(), static_cast<ULONG>(info.address)) : 0;
 }
 
-/// Returns 0 if the last call of the system \a succeeded. Otherwise returns its error or, if the
-/// system set none, ERROR_GEN_FAILURE.
+/// \a succeeded is the result of a system call that was made directly before. Returns 0 if it is
+/// true. Otherwise returns the error of that call or, if the system set none, ERROR_GEN_FAILURE.
 DWORD errorOf(BOOL succeeded)
 {
     const DWORD code = succeeded ? ERROR_SUCCESS : ::GetLastError();
