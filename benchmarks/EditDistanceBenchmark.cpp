@@ -5,9 +5,9 @@
 //     EditDistanceBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 // "plain" is the recurrence with three rows of cells, "direct" the library's function, and
 // "matcher" the library's matcher, made once per pattern. "peer" is the function of rapidfuzz-cpp,
-// and "peerCached" its matcher; both exist only if CMake finds that library
-// (RAPIDFUZZ_INCLUDE_DIR). Names with "Part" compare with any part of the text. Names with
-// "Limited" ask for distances of up to 3.
+// and "peerCached" its matcher. Names with "Part" compare with any part of the text. Names with
+// "Limited" ask a matcher for distances of up to 3. Names with "peer" exist only if CMake finds
+// rapidfuzz-cpp (RAPIDFUZZ_INCLUDE_DIR).
 
 #include <ovrabase/text/StringUtils.h>
 
@@ -206,7 +206,7 @@ void prepared(benchmark::State &state, Alphabet alphabet, Contender contender)
     state.SetItemsProcessed(state.iterations() * countFor(state));
 }
 
-/// Compares 20 of the names, each typed up to the last character but one, with all names.
+/// Compares 20 of the names, each without its last character, with all names.
 template<class Contender>
 void search(benchmark::State &state, int variants, Contender contender)
 {

@@ -3,8 +3,8 @@
 
 /// \file
 /// Compares the content hash of a block of memory with the same algorithm as published ("plain")
-/// and with XXH3, another algorithm. Compares the hash of a file with a loop that reads and hashes
-/// pieces of it. Compare medians of one run:
+/// and, if CMake finds xxHash, with XXH3, another algorithm. Compares the hash of a file with a
+/// loop that reads and hashes pieces of it. Compare medians of one run:
 ///     HashBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
 #include <ovrabase/files/FileUtils.h>

@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Runs text functions on 1 MB and on 2 MB of the input that is slowest for each. 2 MB take about
-// twice the time of 1 MB, and not four times, because no function is quadratic.
+// Runs text functions on about 1 MB and about 2 MB of the input that is slowest for each. A linear
+// function takes about twice the time for 2 MB, and a quadratic one four times. A linear function
+// may take more than twice the time if the memory that it uses fits into the processor's caches for
+// 1 MB, but not for 2 MB.
 
 #include <ovrabase/text/LengthUnits.h>
 #include <ovrabase/text/StdUtils.h>

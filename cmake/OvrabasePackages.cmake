@@ -22,7 +22,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS libfreeimage3)
 file(WRITE "${PROJECT_BINARY_DIR}/triggers" "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${PROJECT_BINARY_DIR}/triggers")
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION
-"Errors, logs, services, files, text and storage devices for the modules of an
+"Errors, logs, services, files, text and devices for the modules of an
 application on Qt 6.
 .
 This package has the library, which is all that a program needs to run.")
@@ -35,7 +35,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
 # Callers of SpdlogDelegate need spdlog; the header itself only declares a class of it.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libspdlog-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
-"Errors, logs, services, files, text and storage devices for the modules of an
+"Errors, logs, services, files, text and devices for the modules of an
 application on Qt 6.
 .
 This package has what projects build with: headers, the CMake package, the
@@ -45,11 +45,11 @@ set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_NAME ovrabase-doc)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SECTION doc)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_DOCUMENTATION_DESCRIPTION
-"Errors, logs, services, files, text and storage devices for the modules of an
+"Errors, logs, services, files, text and devices for the modules of an
 application on Qt 6.
 .
-This package has the documentation: the architecture and one page per
-subsystem.")
+This package has the README, the changelog and the pages of the
+documentation.")
 
 # Each Debian package must contain the licence and the changelog.
 find_program(OVRABASE_GZIP gzip)

@@ -1,5 +1,5 @@
 # Builds for 64-bit Windows with MinGW-w64 on Debian. The compiler with the posix thread model is used,
-# because the other one has no std::mutex and no std::thread.
+# because the compiler with the win32 thread model has no std::mutex and no std::thread.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
