@@ -113,7 +113,8 @@ QString driverAbove(udev_device *device)
     return text(driver);
 }
 
-/// Returns true if the block device \a device with the driver \a driver is a disk drive.
+/// Returns true if the block device \a device with the driver \a driver counts as a disk for
+/// getDisksInfo().
 bool isDisk(udev_device *device, const QString &driver)
 {
     if (!isOfType(device, "disk") || udev_device_get_sysattr_value(device, "dm/name")) {
@@ -129,8 +130,9 @@ bool isDisk(udev_device *device, const QString &driver)
     return !isVirtual || firstOf(device, {"size"}, {}) != QLatin1String("0");
 }
 
-/// Returns true if \a device is a node of the ACPI table to which no driver binds: either drivers
-/// bind to its physical device, or Linux added the node itself ("LNX…") to structure the table.
+/// Returns true if \a device is a node of the ACPI table that getUnknownDevicesInfo() leaves out.
+/// Either it has a physical device, to which drivers bind instead, or Linux itself added the node
+/// ("LNX…"), for example for the root of the table.
 bool isPassiveAcpiNode(udev_device *device)
 {
     const QString folder = QFile::decodeName(udev_device_get_syspath(device));
