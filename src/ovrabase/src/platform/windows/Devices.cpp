@@ -193,8 +193,8 @@ DWORD errorOf(BOOL succeeded)
     return succeeded || code != ERROR_SUCCESS ? code : ERROR_GEN_FAILURE;
 }
 
-/// Sets \a device to the device of the interface \a entry. SetupAPI gives the device only together
-/// with the path of the interface, which is not needed.
+/// Sets \a device to the device of the interface \a entry. Returns false on failure. Only the
+/// device is needed, but the call succeeds only with room for the path of the interface.
 bool deviceOfInterface(HDEVINFO set, SP_DEVICE_INTERFACE_DATA &entry, SP_DEVINFO_DATA &device)
 {
     DWORD size = 0;
