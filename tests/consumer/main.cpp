@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// What callers do with the installed library, in a module with hidden visibility. The tests of the
-// library check the behaviour in detail.
+// What callers do with the library. The project "consumer" compiles this file with hidden
+// visibility against the installed library, and the project "parent" against the library as a
+// sub-folder. The tests of the library check the behaviour in detail.
 
 #include <ovrabase/errors/Exception.h>
 #include <ovrabase/files/FileUtils.h>
@@ -52,8 +53,8 @@ int main(int argc, char **argv)
             "an exception caught by its base class keeps its own class");
     }
 
-    // An installed library looks for resources beside the program. It looks neither in a folder of
-    // the machine that built it (OVRABASE_DEV_RESOURCE_DIR) nor in the current one.
+    // A library that is built without OVRABASE_DEV_RESOURCE_DIR looks for resources only in the
+    // folder "Resources" beside the program, and not in the current folder.
     QFile here(QStringLiteral("here.rcc"));
     require(here.open(QFile::WriteOnly), "the current folder can be written");
     registerExternalResource(here.fileName());

@@ -19,7 +19,7 @@ void expectNumberedFromZero(const Arguments &...arguments)
 {
     const auto expectCaught = []<class E>(const E &thrown, unsigned int subCode) {
         SCOPED_TRACE(typeid(E).name());
-        EXPECT_THROW(throw thrown, Category); // copies it, which -Wdeprecated-copy-dtor checks
+        EXPECT_THROW(throw thrown, Category); // its copy must not cause -Wdeprecated-copy-dtor
         EXPECT_EQ(static_cast<const BaseException &>(thrown).errorSubCode(), subCode);
     };
     unsigned int subCode = 0;

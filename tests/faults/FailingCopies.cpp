@@ -138,7 +138,7 @@ void copyInEachWay(qsizetype size, qsizetype limit, bool expected, bool expected
     const std::vector<bool> answers = FileUtils::copyWithBackup({{path("small"), path("1")},
         {path("source/big"), path("batch")}, {path("small"), path("other/2")}});
     require(answers == std::vector{expectedOfSmall, expected, expectedOfSmall}, "three answers");
-    require(syncs <= 2, "syncs once before the old files are replaced, and once afterwards");
+    require(syncs <= 2, "syncs the file system at most twice");
     require(read(path("batch")) == (expected ? content : "batch"), "the second fits its answer");
     require(read(path("1")) == small, "the first fits its answer");
 
@@ -146,7 +146,7 @@ void copyInEachWay(qsizetype size, qsizetype limit, bool expected, bool expected
     require(!expected || read(path("new/big")) == content, "the file in the folder is copied");
     require(expected || !expectedOfSmall || !QFile::exists(path("new/big")), "no partial copy");
     require(QDir(folder.path()).entryList({u"*.tmp"_s}).isEmpty(), "leaves no temporary file");
-    FileUtils::removeDirRecursiveIfItExists(folder.path()); // throws if it does not know folders
+    FileUtils::removeDirRecursiveIfItExists(folder.path()); // throws if a sub-folder stays
     limitFiles(kNoLimit);
 }
 

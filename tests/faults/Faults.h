@@ -20,8 +20,8 @@
 #include <unistd.h>
 
 /// \file
-/// Shared by the programs that provoke one fault each. A program exits with 0 if the library
-/// passes, and ends in notTested() if this machine does not allow the fault.
+/// Shared by the programs that provoke one kind of fault each. A program exits with 0 if the
+/// library passes, and ends in notTested() if this machine does not let it provoke the fault.
 namespace Vyn::Test {
 
 using namespace Qt::StringLiterals;
@@ -91,8 +91,9 @@ inline bool runInStops(
 /// Copies the file "source" in \a folder to "copies/1" and "copies/2" with backup, in many runs.
 /// Kills the process of run n at its stop n, until a run ends before that stop. In each run, both
 /// backups exist before, and both destinations if \a isThere. \a prepared is called before the
-/// copies and \a ended after the end of the process. Then each destination must have its whole old
-/// or new content, and only the old content may replace a backup. Returns the number of runs.
+/// copies and \a ended after the end of the process. Then each destination must have its whole new
+/// content or, if the process was killed, its whole old content (none, if it did not exist). Only
+/// the old content may replace a backup. Returns the number of runs.
 inline int killCopiesAtEachStop(const QString &folder, bool isThere,
     const std::function<void()> &prepared, const std::function<void()> &ended)
 {

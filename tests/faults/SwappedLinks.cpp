@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// A folder is swapped for a link to a victim while it is being removed, at each system call of the
-/// removal, or is moved into the victim. The victim must lose none of its files.
+/// While a folder is being removed, it is replaced by a link to another folder, the victim, at each
+/// system call of the removal in turn; or a folder in it is moved into the victim. The victim must
+/// lose none of its files.
 
 #include "faults/Faults.h"
 #include "support/Cache.h"
@@ -39,7 +40,8 @@ void tryToRemove(void (*remove)(const QString &folder), const QString &folder)
     }
 }
 
-/// Moves a folder away while folders so far below it are removed that its parent is closed.
+/// Moves a folder into the victim while the removal works far below it, so far that the removal has
+/// closed the folder's parent. The removal must not go on in the new parent, the victim.
 void moveAwayFromAClosedFolder()
 {
     const QTemporaryDir base;

@@ -25,8 +25,8 @@ using testing::IsEmpty;
 
 /// Gives each test an empty folder, a RecordedLog, and the functions of FileUtils without a
 /// qualifier. Names are relative to that folder. A test fails if it does not take all records from
-/// the log. A tree is written as one text, its sorted entries: "file=content, folder/, folder/empty
-/// file, link->target".
+/// the log. A tree is written as one text, the list of its entries: "file=content, folder/,
+/// folder/empty file, link->target". make() takes them in any order, and tree() sorts them.
 class FolderTest : public testing::Test, protected OvraBase::FileUtils {
 protected:
     /// Without a valid folder, all paths would be empty, which QDir takes for the current folder.
@@ -91,7 +91,7 @@ protected:
     template<class... Columns>
     using Rows = std::vector<std::tuple<const char *, Columns...>>;
 
-    /// Calls \a check with the columns of each row but the name, each time in an empty folder.
+    /// Calls \a check for each row, with all columns but the name, and with an empty folder.
     template<class... Columns, class Check>
     void forEach(const Rows<Columns...> &rows, const Check &check)
     {

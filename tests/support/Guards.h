@@ -59,8 +59,9 @@ struct Grouping : std::numpunct<char> {
 }
 
 #ifdef Q_OS_LINUX
-/// Lets the process have no more than \a limit files open, which holds for root too. Call only the
-/// tested function while the guard exists: checks of the undefined behaviour sanitizer open files.
+/// Lets the process open a file only while fewer than \a limit files are open. This holds for root
+/// too. Call only the tested function while the guard exists: checks of the undefined behaviour
+/// sanitizer open files.
 [[nodiscard]] inline Guard withOpenFiles(rlim_t limit)
 {
     rlimit before{};
@@ -70,8 +71,9 @@ struct Grouping : std::numpunct<char> {
     return Guard([before] { setrlimit(RLIMIT_NOFILE, &before); });
 }
 
-/// Makes a process of root that of a user who has no special rights and owns \a entries. Links are
-/// not followed. Has no effect when the user is not root.
+/// Makes a process of root that of a user who has no special rights and owns \a entries. If an
+/// entry is a link, the user owns the link and not its target. The guard does not give the entries
+/// back to root. Has no effect when the user is not root.
 [[nodiscard]] inline Guard asOrdinaryUser(std::initializer_list<QString> entries)
 {
     constexpr uid_t kOrdinary = 65534;

@@ -37,7 +37,7 @@ QString distinct(qsizetype size, char16_t first)
     return result;
 }
 
-TEST(EditDistanceMemory, IsNoneForTextsOfUpTo128UnitsAndAByteForEachUnitOfALongText)
+TEST(EditDistanceMemory, IsNoneForTextsOfUpTo128UnitsAndAtMostAByteForEachUnitOfTheLonger)
 {
     const QString a = distinct(128, u'0');
     const QString b = distinct(128, 0x0400);
@@ -53,7 +53,7 @@ TEST(EditDistanceMemory, IsNoneForTextsOfUpTo128UnitsAndAByteForEachUnitOfALongT
     const QString d = distinct(kUnits, 10'000);
     EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinDistance(c, d); }), kUnits);
     EXPECT_EQ(bytesRequestedBy([&] { damerauLevenshteinSubstringDistance(c, b); }), 128U);
-    // A matcher takes 1.5 KiB for every 64 units.
+    // A matcher needs about 1.5 KiB for every 64 units.
     EXPECT_THAT(bytesRequestedBy([&] { const DamerauLevenshteinMatcher made(c); }),
         testing::AllOf(testing::Gt(kUnits * 16), testing::Lt(kUnits * 25)));
 }

@@ -13,7 +13,7 @@ namespace {
 
 using namespace Vyn::OvraBase::StdUtils;
 
-TEST(StdUtils, FloatToStringWritesAPointAndSixDigitsUnderEveryGlobalLocale)
+TEST(StdUtils, FloatToStringWritesAPointAndSixDigitsAlsoUnderAnotherGlobalLocale)
 {
     const auto grouping = Vyn::Test::withGrouping();
     EXPECT_EQ(floatToString(-1234567.0F), "-1234567.000000");

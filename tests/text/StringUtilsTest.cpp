@@ -71,7 +71,7 @@ TEST(StringUtils, EscapesStandInThePlaceOfTheirCharacters)
     const std::string text = "\"\0\6\a\b\t\n\v\f\r\16 !\"#[\\]/z\177é\u0089"s;
     const std::string literal = "\\\"\0\6\\a\\b\\t\\n\\v\\f\\r\16 !\\\"#[\\\\]/z\177é\u0089"s;
     const std::string json = "\\\"\0\6\a\\b\\t\\n\v\\f\\r\16 !\\\"#[\\\\]/z\177é\u0089"s;
-    // The functions take blocks of 64 characters. Each character gets every place in a block.
+    // The functions process blocks of 64 characters. Each character gets every place in a block.
     for (std::string x; x.size() < 64; x += 'x') {
         ASSERT_EQ(asStringLiteral(QString::fromStdString(x + text + x)).toStdString(),
             '"' + x + literal + x + '"');

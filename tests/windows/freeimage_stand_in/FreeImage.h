@@ -4,7 +4,7 @@
 /// \file
 /// A stand-in for FreeImage in the tests for Windows, because there is no package of FreeImage for
 /// MinGW. It has the one function that the library calls, which tells formats by extension, and
-/// reads no image. A released library loads FreeImage itself.
+/// reads no image. A released library loads the real FreeImage.
 
 #pragma once
 
