@@ -10,7 +10,8 @@ namespace {
 
 using ContentHashes = FolderTest;
 
-/// Returns the most memory that the process has had, in KiB. Returns 0 on Windows.
+/// Returns the most memory that the process has had, in KiB. Returns 0 on Windows, where the test
+/// below therefore does not check the memory.
 long peakMemory()
 {
     QFile status(u"/proc/self/status"_s);

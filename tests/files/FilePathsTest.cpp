@@ -49,7 +49,7 @@ TEST_F(FilePaths, AreTakenApart)
     EXPECT_FALSE(pathAreIdentical(u"a/b"_s, u"a/x/../b"_s));
 }
 
-TEST_F(FilePaths, AreTakenApartThroughTheMetaObjectToo)
+TEST_F(FilePaths, TheMetaObjectHasTheFunctionsForCallsByName)
 {
     const QMetaObject *meta = FileUtils().metaObject();
     EXPECT_STREQ(meta->className(), "Vyn::OvraBase::FileUtils");

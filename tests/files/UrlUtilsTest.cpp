@@ -15,7 +15,7 @@ using namespace OvraBase::UrlUtils;
 
 using UrlUtils = FolderTest;
 
-TEST_F(UrlUtils, OnlyASlashMakesAFolderNameInvalid)
+TEST_F(UrlUtils, AFolderNameIsInvalidIfItIsEmptyOrContainsASlash)
 {
     EXPECT_TRUE(isValidFolderName(u"a\\b:*?"_s));
     EXPECT_FALSE(isValidFolderName(u"a/b"_s) || isValidFolderName({}));

@@ -48,7 +48,7 @@ TEST(LogContext, NamesFileLineAndFunctionsWithoutTheirTypes)
 {
     const std::string here = "LogContextTest.cpp:" + std::to_string(__LINE__ + 1) + " ";
     EXPECT_THAT(LOG_CONTEXT, StartsWith(here));
-    // In this instance of the template, __PRETTY_FUNCTION__ has some 45,000 characters.
+    // In this instance of the template, __PRETTY_FUNCTION__ has more than 45,000 characters.
     EXPECT_EQ(functionTemplate(std::make_index_sequence<8000>()), "ctx::functionTemplate()");
     EXPECT_EQ(taggedFunction(), "ctx::taggedFunction()");
     EXPECT_THAT(inUnnamed(1, {}),

@@ -54,7 +54,7 @@ TEST(LogManager, EndsAllRegistrationsOfADelegateWhenOneEndsAndReleasesIt)
     EXPECT_EQ(delegate.use_count(), 1);
 }
 
-TEST(LogManager, AppliesChangesOfDelegatesFromTheNextRecordOn)
+TEST(LogManager, EndsARegistrationAtOnceAndBeginsOneWithTheNextRecord)
 {
     std::optional<RecordedLog> added;
     std::optional<ScopedPushLogDelegate> ended;
@@ -105,7 +105,7 @@ TEST(LogManager, GetsThePrefixBeforeTheContextOfABoundLoggerAndALevelUpTo2)
 
 void emitMessage(QtMsgType type, const char *file = "widget.cpp", const QString &text = u"hello"_s)
 {
-    // The installed handler itself: QMessageLogger would end the process on a fatal message.
+    // Calls the handler directly: QMessageLogger would end the process after a fatal message.
     static const QtMessageHandler handler = qInstallMessageHandler(installQtMessageHandler());
     handler(type, QMessageLogContext(file, 42, "f", "category"), text);
 }

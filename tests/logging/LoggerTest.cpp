@@ -126,7 +126,8 @@ TEST_F(LoggerTest, WritesTextsAndNumbersAsAStreamDoesAlsoUnderAnotherGlobalLocal
     std::ostringstream expected;
     write(expected.std::ostream::flush());
     const auto grouping = Vyn::Test::withGrouping();
-    // A new thread, on which no stream was made under the old locale.
+    // A new thread, because a thread makes the stream that it copies for each message only once:
+    // here under the locale with groups.
     std::thread([&] {
         for ([[maybe_unused]] const int message : {1, 2}) {
             StreamLogger stream = mLogger.info("");

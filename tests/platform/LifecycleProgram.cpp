@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Objects lose their last owner before, at and after the end of the application object. Each must
-// be deleted once. An object that waits for an event loop must be deleted before the GUI ends. The
-// process ends with 0 if all this holds.
+// Functions that need an application object must fail and log before there is one. Objects lose
+// their last owner before, during and after the lifetime of an application object, and in its
+// destructor. Each must be deleted once. An object that waits for an event loop must be deleted
+// before the GUI ends. The process ends with 0 if all this holds.
 
 #include "support/RecordedLog.h"
 #include "support/Require.h"

@@ -62,7 +62,7 @@ struct DefaultAsyncRecoveryTest : testing::Test {
     std::unique_ptr<DefaultAsyncRecovery> registry = std::make_unique<DefaultAsyncRecovery>();
 };
 
-TEST_F(DefaultAsyncRecoveryTest, KnowsWhetherAFutureHasAnOperationAndWhetherItHasEnded)
+TEST_F(DefaultAsyncRecoveryTest, AFutureKnowsWhetherItHasAnOperationAndWhetherThatHasEnded)
 {
     const Vyn::future<void> none{Vyn::future<void>::backend_type()};
     EXPECT_FALSE(none.valid() || none.isReady() || none == Vyn::future<void>(none));

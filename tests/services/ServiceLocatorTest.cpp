@@ -15,7 +15,7 @@ namespace {
 using namespace Vyn::OvraBase;
 using namespace Vyn::Test;
 
-TEST(ServiceLocator, FindsServicesByThePublishedHashOfTheirQualifiedName)
+TEST(ServiceLocator, UsesThePublishedHashOfAQualifiedNameAsTheTypeId)
 {
     EXPECT_EQ(serviceTypeId("foobar"), 0x85944171f73967e8U);
     EXPECT_EQ(serviceTypeId("\xff"), 0xaf64724c8602eb6eU) << "bytes are unsigned";

@@ -15,7 +15,7 @@ namespace {
 using namespace testing;
 
 int gCallsBeforeRefusal;
-void *gReplaced; ///< the function of the system
+void *gReplaced; ///< the replaced function of the system
 
 /// Returns true for the call that is to be refused. Sets the last error to \a reason.
 bool isRefused(DWORD reason)
@@ -24,8 +24,8 @@ bool isRefused(DWORD reason)
     return --gCallsBeforeRefusal == -1;
 }
 
-/// Stands in for CopyFileW(). Refuses a call as if the disk were full, and then leaves a part of
-/// the copy.
+/// Stands in for CopyFileW(). Refuses one of the calls for which no file \a to exists, as if the
+/// disk were full, and then leaves a part of the copy.
 BOOL WINAPI copyPart(const wchar_t *from, const wchar_t *to, BOOL failIfExists)
 {
     if (::GetFileAttributesW(to) == INVALID_FILE_ATTRIBUTES && isRefused(ERROR_DISK_FULL)) {

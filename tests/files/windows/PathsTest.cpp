@@ -12,7 +12,7 @@ namespace {
 
 using WindowsPaths = FolderTest;
 
-TEST_F(WindowsPaths, OfMoreThan260CharactersAreTakenByEveryOperation)
+TEST_F(WindowsPaths, OfMoreThan260CharactersCanBeWrittenReadCopiedAndRemoved)
 {
     const QString deep = path("all/") + QString(120, u'a') + u'/' + QString(120, u'\u4E2D');
     const Rows<QString> rows{{"with slashes", deep}, {"native", QDir::toNativeSeparators(deep)},
