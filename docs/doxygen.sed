@@ -1,5 +1,5 @@
 # Doxygen reads the public headers through this filter. It removes declarations that have no comment and
-# that the site need not show: copies, moves, using declarations, private macros.
+# that the site need not show: copies, moves, using declarations, explicit instantiations, private macros.
 
 # Does not apply the rest of the script to a declaration with a comment. A line that opens or closes a
 # group is not the comment of a declaration.
