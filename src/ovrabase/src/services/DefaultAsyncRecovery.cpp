@@ -21,8 +21,8 @@ namespace {
 constexpr LogPosition kKnownFuture{
     "DefaultAsyncRecovery.cpp:49 Vyn::OvraBase::DefaultAsyncRecovery::registerRecoverable()"};
 
-/// Waits for \a future. Does nothing after ServiceLocator::stop(), and if no recovery service is
-/// registered.
+/// Waits for \a future. Does nothing if \a future is invalid, if the locator is not started, or if
+/// no recovery service is registered.
 void awaitRecoverable(const Vyn::future<void> &future)
 {
     if (!future.valid() || !ServiceLocator::started() ||
@@ -33,7 +33,8 @@ void awaitRecoverable(const Vyn::future<void> &future)
         future.await();
         return;
     }
-    // The operation may need the main thread to finish. A blocking wait would then never end.
+    // The operation may need events of the main thread before it can end. A blocking wait would
+    // then never end.
     while (!future.isReady()) {
         QCoreApplication::processEvents(
             QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);

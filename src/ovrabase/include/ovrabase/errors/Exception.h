@@ -16,9 +16,12 @@
 ///
 /// A category (InternalException, IOException, ParameterException) and a sub-code identify a
 /// failure. Catch a concrete class for one failure, a category for all failures of a kind, and
-/// BaseException or std::exception for all failures. The library logs each of its failures as an
-/// error on the logger Debug, and then throws it by value. The classes themselves log nothing. Two
-/// threads must not use the same exception object at the same time.
+/// BaseException or std::exception for all failures. Before the library throws one of these
+/// exceptions, it logs the failure as an error on the logger Debug. It throws by value. The classes
+/// themselves log nothing. Two threads must not use the same exception object at the same time.
+///
+/// Some of the classes are only for the modules of the application. For example, ovrabase itself
+/// throws no InternalException. The comment of a function names the exceptions that it throws.
 namespace Vyn::Exception {
 
 /// The root of the tree. Holds the text of the failure.
@@ -43,7 +46,7 @@ public:
     const char *what() const noexcept override;
 
     /// Returns the number of the failure within its category. Returns 0 for an object whose class
-    /// is a category.
+    /// is BaseException or a category.
     virtual unsigned int errorSubCode() const;
 
     /// Writes " <" and then \a trace over the text. The first call writes at the beginning of the
@@ -133,20 +136,20 @@ extern template class OVRABASE_DETAIL_DECLARED Exception<11, IOException>;
 extern template class OVRABASE_DETAIL_DECLARED Exception<0, ParameterException>;
 extern template class OVRABASE_DETAIL_DECLARED Exception<1, ParameterException>;
 
-/// A state that correct code cannot reach. For modules; not thrown by ovrabase.
+/// A state that correct code cannot reach.
 class OVRABASE_EXPORT LogicErrorException : public Exception<0, InternalException> {
 public:
     using Exception::Exception;
 };
 
-/// A mistake in the program that depends on data of the run. For modules; not thrown by ovrabase.
+/// A mistake in the program that shows only with certain data.
 class OVRABASE_EXPORT RuntimeErrorException : public Exception<1, InternalException> {
 public:
     using Exception::Exception;
 };
 
-/// A value outside the domain of a computation, by a mistake in the program. For modules; not
-/// thrown by ovrabase. If a caller passes the value, InvalidArgumentException is meant.
+/// A value outside the domain of a computation, by a mistake in the program. For a value that a
+/// caller passed, use InvalidArgumentException.
 class OVRABASE_EXPORT DomainErrorException : public Exception<2, InternalException> {
 public:
     using Exception::Exception;

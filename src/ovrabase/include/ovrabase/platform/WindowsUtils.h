@@ -55,17 +55,20 @@ struct OVRABASE_EXPORT USBInfo : DeviceInfo {
     /// USB number is known, a line with it.
     QString toString() const override;
 
-    std::vector<QString> children; ///< instanceId of each device that is attached to this one
-    std::int32_t usbNumber = 0;    ///< USB generation of the connection: 1, 2, 3, or 0 if unknown
+    /// instanceId of each child in the system's device tree; on Linux, of USB devices and USB
+    /// interfaces only
+    std::vector<QString> children;
+    std::int32_t usbNumber = 0; ///< USB generation of the connection: 1, 2, 3, or 0 if unknown
 };
 
-/// Returns the disk drives. If the system cannot list them (on Linux, without sysfs), logs an error
-/// on the logger Debug and returns an empty list.
+/// Returns the disk drives. If the system cannot list them (for example, on Linux without sysfs),
+/// logs an error on the logger Debug and returns an empty list.
 ///
 /// A drive for removable media is listed even without a medium. A virtual disk is listed on Windows
-/// if it has the device interface GUID_DEVINTERFACE_DISK, and on Linux (a loop device, zram, a
-/// network block device, a RAID array) if it is in use. Partitions, device-mapper volumes, optical
-/// drives and floppy drives are not listed.
+/// if it has the device interface GUID_DEVINTERFACE_DISK. On Linux, a virtual disk (for example, a
+/// loop device, zram, a network block device or a RAID array) is listed if its size is not 0; most
+/// have the size 0 while they are not in use. Partitions, device-mapper volumes, optical drives and
+/// floppy drives are not listed.
 OVRABASE_EXPORT std::vector<DeviceInfo> getDisksInfo();
 
 /// Returns the USB devices with their children. Fails as getDisksInfo() does.
@@ -73,8 +76,10 @@ OVRABASE_EXPORT std::vector<USBInfo> getUSBInfo();
 
 /// Returns the devices without a driver. Fails as getDisksInfo() does.
 ///
-/// On Linux, only devices on a bus are listed. A node of the ACPI table is listed only if it has no
-/// physical device, because drivers bind to the physical device.
+/// On Linux, a device is listed only if it is on a bus and has a modalias, which is the text by
+/// which Linux finds the driver for a device. A node of the ACPI table is not listed if it has a
+/// physical device, because drivers bind to the physical device, or if Linux itself added it to
+/// structure the table.
 OVRABASE_EXPORT std::vector<DeviceInfo> getUnknownDevicesInfo();
 
 /// Ejects the medium of the volume with the letter \a driveLetter.

@@ -10,8 +10,9 @@
 #include <vector>
 
 /// \file
-/// Functions that return the names and the version of the application, load its shared libraries
-/// (plug-ins) and register its resource files. None of these functions throws.
+/// Functions that return the names of the application, the version of the library and the name of
+/// the user, load shared libraries (plug-ins) and register resource files of the application. None
+/// of these functions throws.
 namespace Vyn::OvraBase {
 
 /// Returns the short name of the application, "Tessik".
@@ -23,7 +24,7 @@ OVRABASE_EXPORT QString applicationArdelName();
 /// Returns the name that licences are issued for. It is the same as applicationName().
 OVRABASE_EXPORT QString applicationLicenseName();
 
-/// Returns the version of this build as "major.minor.patch".
+/// Returns the version of the library ovrabase as "major.minor.patch".
 OVRABASE_EXPORT QString getApplicationVersionString();
 
 /// Returns the value of the environment variable USER, decoded from the local 8-bit encoding. If
@@ -37,7 +38,7 @@ OVRABASE_EXPORT const QString &getSharedLibraryExtension();
 ///
 /// A folder in \a name is ignored, and so is everything from the second dot of the file name on:
 /// "a.b.c.dll" loads the alphabetically first file that matches "a.b*". So a caller need not know a
-/// version number after the extension: "a.dll" also loads "a.dll.2".
+/// version number after the extension: "a.dll" loads "a.dll.2" if no other file matches.
 ///
 /// Returns null if no file matches, which is logged as an error on the logger Debug. Returns null
 /// without a log record if the system cannot load the file. Without an application object, no file

@@ -10,7 +10,8 @@
 class QObject;
 
 /// \file
-/// Base classes and a deleter for objects that several owners or threads share.
+/// Base classes and a deleter for objects that several owners or threads share, and a function that
+/// protects a QObject from other owners.
 namespace Vyn {
 
 /// A base class with a virtual destructor, for objects that shared pointers own.

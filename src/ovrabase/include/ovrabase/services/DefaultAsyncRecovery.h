@@ -33,18 +33,17 @@ public:
     /// Makes an empty list.
     DefaultAsyncRecovery();
 
-    /// Waits for each registered operation in turn if the ServiceLocator is started and holds a
-    /// DefaultAsyncRecovery (another one: it is no longer started when it destroys its own). Checks
-    /// both conditions again before each operation, and skips the operation if one of them is
-    /// false. No other thread may use the list meanwhile.
+    /// Waits for each registered operation in turn if the ServiceLocator is started and holds
+    /// another DefaultAsyncRecovery. Checks both conditions again before each operation, and skips
+    /// the operation if either is false. No other thread may use the list meanwhile.
     ///
     /// On the main thread, the wait is a busy loop. It processes events, except user input and
     /// socket events, and carries out calls of deleteLater(), also those made before the wait. On
-    /// any other thread, the wait blocks.
+    /// any other thread, and on every thread if there is no application object, the wait blocks.
     ///
     /// A deferred operation (std::launch::deferred) counts as ready on the main thread, and is not
-    /// waited for there. On any other thread, the wait runs it. Operations that are registered
-    /// during the wait are not waited for.
+    /// waited for there. A wait that blocks runs it. Operations that are registered during the wait
+    /// are not waited for.
     ///
     /// ServiceLocator::stop() does not wait for the operations of the list that it destroys,
     /// because the locator is no longer started then. But the destructor of the last copy of a

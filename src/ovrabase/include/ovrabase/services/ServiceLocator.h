@@ -46,8 +46,8 @@ public:
     OVRABASE_EXPORT static bool started();
     /// Destroys the locator of the process and its services. Does nothing if there is no locator.
     ///
-    /// instance() is empty and started() returns false before the first service is destroyed. The
-    /// end of the process calls this function, too.
+    /// When the first service is destroyed, instance() is already empty and started() already
+    /// returns false. A normal end of the process calls this function, too.
     OVRABASE_EXPORT static void stop();
     /// Returns the locator of the process. The pointer is null before start() and after stop().
     OVRABASE_EXPORT static const std::unique_ptr<ServiceLocator> &instance();

@@ -30,12 +30,12 @@ OVRABASE_EXPORT double fromMeter(double meters, const QString &unit);
 
 /// Finds the first length in \a value, for example "12.5 cm", and returns it in metres.
 ///
-/// A length is a number, optional white space and an optional unit. The number has digits with an
-/// optional decimal point, an optional sign and an optional exponent. The unit consists of letters,
-/// combining marks and "*". So signs such as ' are not units here, and a unit contains no space:
-/// "2 Nautical mile" is 2 of the default unit. Text before and after the length is ignored. If the
-/// unit is missing or unknown, \a defaultUnit (a name or an abbreviation) takes its place, and
-/// metres if that is unknown, too.
+/// A length is a number, optional ASCII white space and an optional unit. The number has ASCII
+/// digits with an optional decimal point, an optional sign and an optional exponent. The unit
+/// consists of letters, combining marks and "*". So signs such as ' are not units here, and a unit
+/// contains no space: "2 Nautical mile" is 2 of the default unit. Text before and after the length
+/// is ignored. If the unit is missing or unknown, \a defaultUnit (a name or an abbreviation) takes
+/// its place. If \a defaultUnit is unknown, too, the number is in metres.
 ///
 /// The number begins at the first digit or point of \a value, or at a sign directly before it.
 /// Returns 0 if there is none, or if the number is malformed ("1.2.3", or the lone point in
@@ -56,7 +56,7 @@ OVRABASE_EXPORT double stringToMeter(const QString &value, const QString &defaul
 ///
 /// A number has the form that QLocale::toDouble() of \a locale accepts, with optional group
 /// separators and an optional exponent. In a locale whose group separator is a space, any white
-/// space counts as a group separator. So "1 234,5 m" is one number in a French locale. In the "C"
+/// space counts as a group separator. So "1 234,5" is one number in a French locale. In the "C"
 /// locale, "12,5 cm" is not a length. Only the first number may have a sign, which applies to the
 /// sum: "-3 ft 6 in" is -42 inches.
 ///

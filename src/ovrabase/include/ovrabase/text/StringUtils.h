@@ -31,11 +31,14 @@ namespace Vyn::OvraBase::StringUtils {
 /// Characters are UTF-16 code units, compared for equality: case matters, nothing is normalised,
 /// and a character outside the Basic Multilingual Plane counts as two.
 ///
-/// The time is in the order of n * ceil(m / 64) for the lengths m and n: the 64 bits of a word hold
-/// 64 rows of the dynamic-programming table, which are computed together (H. Hyyrö, "A bit-vector
-/// algorithm for computing Levenshtein and Damerau edit distances", Nordic Journal of Computing 10,
-/// 2003). If both texts have at most 128 units, they need no memory from the heap. Otherwise, they
-/// need at most one byte per unit of the longer text. The only exception is std::bad_alloc.
+/// The time is in the order of n * ceil(m / 64), where m is the length of \a a or of the pattern,
+/// and n is the length of \a b or of the text. damerauLevenshteinDistance() exchanges \a a and
+/// \a b if that is faster. The 64 bits of a word hold 64 rows of the dynamic-programming table,
+/// which are computed together (H. Hyyrö, "A bit-vector algorithm for computing Levenshtein and
+/// Damerau edit distances", Nordic Journal of Computing 10, 2003).
+///
+/// A comparison needs no memory from the heap if both texts have at most 128 units. Otherwise, it
+/// needs at most one byte per unit of the longer text. The only exception is std::bad_alloc.
 /// Thread-safe.
 /// @{
 
@@ -126,8 +129,9 @@ OVRABASE_EXPORT QString asStringLiteral(const QString &text);
 /// Its value is the text after that space, up to the next "--". The character in front of each "--"
 /// is dropped, whatever it is.
 ///
-/// Errors are pairs, too: ("Invalid syntax", the text from "--" on) for an option without a name,
-/// and ("Invalid option", the name) for an option that is not accepted.
+/// Errors are pairs, too. For an option without a name, the pair is "Invalid syntax" and the text
+/// from its "--" up to the next "--". For an option that is not accepted, the pair is "Invalid
+/// option" and the name.
 OVRABASE_EXPORT std::pair<std::string, std::vector<std::pair<std::string, std::string>>> parseInput(
     const std::string &input, const std::vector<std::string> &options);
 

@@ -26,9 +26,9 @@ void future<void>::await() const
     if (!mBackend) {
         return;
     }
-    // stlab::await() is not used: it would start a thread pool inside this library, and no
-    // application could join its threads before it exits. The promise is shared, because this call
-    // may return while set_value() still runs.
+    // stlab::await() is not used: it would start a thread pool inside this library, and the
+    // application could not join the threads of that pool before exit. The promise is shared,
+    // because this call may return while set_value() still runs.
     const auto ended = std::make_shared<std::promise<void>>();
     const auto continuation = backend_type(*mBackend).recover(
         stlab::immediate_executor, [ended](const backend_type &) { ended->set_value(); });
