@@ -51,8 +51,8 @@ public:
     /// Returns ';', which separates the paths of a list.
     static char getPathListSeparator();
 
-    /// Returns the folder of \a path, without a separator at the end. Returns "." for a file name
-    /// without a folder.
+    /// Returns the folder of \a path, without a separator at the end unless the folder is a root.
+    /// Returns "." for a file name without a folder.
     static QString extractFolderPath(const QString &path);
     /// Returns the file name up to its first dot.
     static QString getBaseName(const QString &path);
@@ -110,7 +110,8 @@ public:
     /// Returns isReadableAndWritable() of the path of \a url, or false if \a url is not a local
     /// file.
     static bool isReadableAndWritable(const QUrl &url);
-    /// Returns true if \a path is a folder that contains a file or a folder that is not hidden.
+    /// Returns true if \a path is a folder that contains a file or a folder. Hidden files and
+    /// hidden folders do not count.
     static bool isNonEmptyFolder(const QString &path);
     /// Returns isNonEmptyFolder() of the path of \a url, or false if \a url is not a local file.
     static bool isNonEmptyFolder(const QUrl &url);
@@ -141,7 +142,8 @@ public:
     /// Returns false for the image formats that the application refuses, dng and nef in lower case.
     /// Returns true for every other text.
     static bool isImageFormatSupported(const QString &ext);
-    /// Returns true for "svg" and what FreeImage knows except dng and nef, in any letter case.
+    /// Returns true for "svg" and for each extension that FreeImage knows, except dng and nef.
+    /// Ignores letter case, also for dng and nef.
     ///
     /// The first call loads FreeImage, which takes some milliseconds. If it cannot be loaded, only
     /// "svg" is known, and a warning is logged once on Support.
@@ -149,7 +151,8 @@ public:
 
     /// @}
     /// \name File names
-    /// The rules for valid names are those of Windows, on every system.
+    /// The forbidden characters and the reserved device names are those of Windows, on every
+    /// system.
     /// @{
 
     /// Returns true if \a name has no forbidden character and is not a reserved device name. Only
@@ -218,9 +221,10 @@ public:
     /// Copies what \a source contains when the call begins, so that \a destination may be in
     /// \a source. Overwrites nothing. Ignores pipes, sockets, devices and dangling links. Copies
     /// the target of any other link. But a link to a folder is not followed if that folder contains
-    /// the link, and only the first 100 of the links that are in linked folders and lead to folders
-    /// are followed. If something cannot be copied (a file exists already, a link is not followed,
-    /// a folder cannot be read to its end), logs a warning on Support and goes on.
+    /// the link, or an earlier link through which \a source leads to it. And only the first 100 of
+    /// the links that are in linked folders and lead to folders are followed. If something cannot
+    /// be copied (a file exists already, a link is not followed, a folder cannot be read to its
+    /// end), logs a warning on Support and goes on.
     ///
     /// A copied file has the permissions of its source. A new folder has at most those of its
     /// source, and all permissions for its owner while it is being filled. Neither has a set-uid,
@@ -238,20 +242,20 @@ public:
 
     /// Copies the file or Qt resource \a source to \a destination. An entry that exists there (a
     /// file, a folder or a link) becomes the backup "destination.bak", and replaces an older
-    /// backup. The copy has the permissions of \a source without the set-uid, set-gid and sticky
-    /// bits.
+    /// backup. If the older backup is a folder, it normally cannot be replaced, and the call fails.
+    /// The copy has the permissions of \a source without the set-uid, set-gid and sticky bits.
     ///
     /// Returns true if the whole content is at \a destination. The content and the backup then
     /// survive a power failure, with two exceptions. If the folder of \a destination was made just
     /// before the call, the name of that folder may not be on the disk yet. A network file system
     /// that cannot sync folders may lose the new names; the answer is true all the same.
     ///
-    /// On failure, logs a warning on Debug and leaves \a destination unchanged. If nothing exists
-    /// at \a destination, its backup, even an old one, is renamed to it. An older backup is
-    /// unchanged too, unless it was already replaced when a later step failed: the rename of the
-    /// copy to \a destination, or the sync of the new names. If \a destination is a folder and its
-    /// older backup is a file or a link, that backup is removed first, and so is also lost if the
-    /// folder cannot be renamed.
+    /// On failure, logs a warning on Debug and leaves \a destination unchanged. But if nothing
+    /// exists at \a destination then, its backup, even an old one, is renamed to it. An older
+    /// backup is unchanged too, unless it was already replaced when a later step failed: the rename
+    /// of the copy to \a destination, or the sync of the new names. If \a destination is a folder
+    /// and its older backup is a file or a link, that backup is removed first, and so is also lost
+    /// if the folder cannot be renamed.
     ///
     /// At every moment, either the complete old content exists at \a destination or as the backup,
     /// or the complete new content exists at \a destination. This also holds if the process is
@@ -287,8 +291,8 @@ public:
     /// not followed. Nothing outside of the folder is removed, even if another program replaces
     /// folders by links during the call.
     ///
-    /// \throws Exception::FolderDeletionException  An entry cannot be removed. All others are
-    ///     removed.
+    /// \throws Exception::FolderDeletionException  An entry cannot be removed. It stays with the
+    ///     folders that contain it, and all others are removed.
     static void removeDirRecursiveIfItExists(const QString &path);
     /// Removes the file or link \a path. Does nothing if \a path does not exist.
     ///
@@ -331,27 +335,27 @@ public:
 
     /// Returns the absolute path for \a path, which is relative to the application's data folder.
     /// Returns an absolute \a path unchanged. Creates nothing. The data folder is determined in the
-    /// first call: a later change of the application's name has no effect.
+    /// first call: a later change of the names of application and organisation has no effect.
     static QString getAppDataAbsolutePath(const QString &path);
     /// Returns the absolute path for \a path, which is relative to the folder
     /// "organisation/application" in the user's documents folder. Returns an absolute \a path
     /// unchanged. Creates nothing. The folder is determined in the first call: a later change of
     /// the names has no effect.
     Q_INVOKABLE static QString getDocumentsAbsolutePath(const QString &path);
-    /// Returns the folder of the program, or an empty path if there has been no application object
-    /// yet.
+    /// Returns the folder of the program. Returns an empty path until the first call that is made
+    /// while there is an application object.
     ///
-    /// The first call with an application object changes the string that earlier calls returned a
-    /// reference to. No other thread may read the string during that call.
+    /// That call changes the string that earlier calls returned a reference to. No other thread may
+    /// read the string during that call.
     static const QString &safeApplicationDirPath();
 
-    /// Returns a path on the local disk for \a pathOrUrl. Returns a path without a url scheme, and
-    /// a "file" url, unchanged.
+    /// Returns a path on the local disk for \a pathOrUrl. Returns a "file" url, an invalid url, a
+    /// text without a url scheme and a text without ":/" unchanged.
     ///
-    /// Anything else, for example a "qrc" url, is copied into the folder "external_files" in the
-    /// application's temporary folder. A path with a drive letter and "/" is copied, too, because
-    /// the letter looks like a scheme. Each call makes a new copy. Its name is the first free one,
-    /// as for getUniqueFileName().
+    /// Anything else, for example "qrc:/icon.png", is copied into the folder "external_files" in
+    /// the application's temporary folder. A path with a drive letter and "/" is copied, too,
+    /// because the letter looks like a scheme. Each call makes a new copy. Its name is the first
+    /// free one, as for getUniqueFileName().
     ///
     /// \throws Exception::FileCopyException  The file cannot be copied. subject() is \a pathOrUrl.
     /// \throws Exception::FolderCreationException  The folder "external_files" cannot be made.

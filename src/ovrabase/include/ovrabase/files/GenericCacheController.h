@@ -13,8 +13,8 @@ namespace Vyn::OvraBase {
 /// class creates, empties, removes and replaces the folder.
 ///
 /// The path of the cache folder may be a link to a folder, for example on a larger disk. The target
-/// is then emptied and not removed, and the link stays. Links in the cache folder are removed and
-/// not followed.
+/// is then emptied and not removed, and the link stays. A link in the cache folder is never
+/// followed: the functions below remove or keep the link itself.
 ///
 /// No function throws or returns an error. If the cache folder cannot be created, a warning is
 /// logged on the logger Support. Calls from several threads are safe if the subclass guards its

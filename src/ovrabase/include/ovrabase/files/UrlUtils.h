@@ -17,7 +17,7 @@
 namespace Vyn::OvraBase::UrlUtils {
 
 /// Returns the file name of \a url up to its first dot, percent-decoded. Returns an empty text if
-/// \a url ends in "/".
+/// the path of \a url ends in "/".
 OVRABASE_EXPORT QString getFileBaseNameFromUrl(const QUrl &url);
 
 /// Returns true if \a name is not empty and contains no "/". All other characters are allowed.

@@ -17,8 +17,8 @@ namespace Vyn::Detail {
 ///
 /// The name has neither the return type nor the parameters, qualifiers and constraints of the
 /// function. For a lambda, the parameters, qualifiers and constraints of the enclosing function are
-/// kept. \a function is the text of __FUNCTION__. If it is empty, the answer is all of
-/// \a signature. Accepts any text. Takes linear time.
+/// kept. \a function is the text of __FUNCTION__. If it is empty or equal to \a signature, returns
+/// all of \a signature. Accepts any text. Takes linear time.
 OVRABASE_EXPORT std::string_view qualifiedNameOf(
     std::string_view signature, std::string_view function);
 

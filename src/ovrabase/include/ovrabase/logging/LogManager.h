@@ -24,14 +24,14 @@ namespace Core::Log {
 struct OVRABASE_EXPORT LogDelegate {
     virtual ~LogDelegate();
 
-    /// Receives a record. \a level is 0 (info), 1 (warning) or 2 (error). The texts are valid
-    /// during the call only; copies of them may be passed to another thread. An exception is
-    /// ignored.
+    /// Receives a record. \a level is 0 (info), 1 (warning) or 2 (error), unless LogManager::log()
+    /// was called with another value. The texts are valid during the call only; copies of them may
+    /// be passed to another thread. An exception is ignored.
     ///
     /// The manager calls this function on the thread that logged, and delivers one record at a
     /// time. After bindLoggers(), a record of spdlog's default logger arrives on spdlog's thread if
     /// that logger is asynchronous. Other threads that log, register or unregister meanwhile wait
-    /// until the function returns. So it must not wait for such a thread: no join(), no
+    /// at least until the function returns. So it must not wait for such a thread: no join(), no
     /// Qt::BlockingQueuedConnection, no event loop.
     ///
     /// The function may log, register and unregister. Its records are delivered after the current
@@ -135,9 +135,9 @@ private:
 /// Sets the delegate of \a logger to one that sends each message to the log manager.
 ///
 /// The context of the record is \a prefix followed by the context of the message. The level is the
-/// severity; a severity above 2 counts as 2. Texts are decoded from UTF-8. \a prefix must not have
-/// unpaired surrogates, which UTF-8 cannot encode. Each different prefix stays in memory until the
-/// process ends. Must not run while another thread uses \a logger.
+/// severity; a severity other than 0, 1 and 2 counts as 2. Texts are decoded from UTF-8. \a prefix
+/// must not have unpaired surrogates, which UTF-8 cannot encode. Each different prefix stays in
+/// memory until the process ends. Must not run while another thread uses \a logger.
 OVRABASE_EXPORT void bindLogger(Vyn::Logger &logger, const QString &prefix);
 
 /// Installs a Qt message handler that sends Qt's messages (qWarning() and so on) to the log
@@ -148,8 +148,10 @@ OVRABASE_EXPORT void bindLogger(Vyn::Logger &logger, const QString &prefix);
 /// is written to standard error. The library is not unloaded from then on.
 OVRABASE_EXPORT QtMessageHandler installQtMessageHandler();
 
-/// Sets the types of Qt messages that are sent to the log manager. Bit n of \a mask is for the
-/// QtMsgType with the value n. The default is 0x1e, all types except debug messages. Thread-safe.
+/// Sets the types of Qt messages that are sent to the log manager. Messages of all other types are
+/// dropped, and a fatal one is then not written to standard error either. Bit n of \a mask is for
+/// the QtMsgType with the value n. The default is 0x1e, all types except debug messages.
+/// Thread-safe.
 OVRABASE_EXPORT void setQtMessageMask(int mask);
 
 } // namespace Core::Log

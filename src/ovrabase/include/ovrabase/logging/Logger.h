@@ -108,7 +108,7 @@ concept Other = !Preferred<T> && (Shown<T> || Anyhow::Writable<T>);
 /// not run while another thread uses the same object.
 class OVRABASE_EXPORT Logger {
 public:
-    /// The log manager treats a value above Error as Error, see bindLogger().
+    /// The log manager treats any other value as Error, see bindLogger().
     enum LogSeverity : int { Info = 0, Warning = 1, Error = 2 };
 
     /// Receives one message: severity, context, text. An exception is ignored.

@@ -37,7 +37,8 @@ public:
     ///
     /// \a logger must not have the library's own sink, which writes to the log manager: each record
     /// would cause another one, endlessly. After bindLoggers(), spdlog's default logger has that
-    /// sink. If the sink is added to \a logger later, this object writes nothing from then on.
+    /// sink. If the sink is added to \a logger later, this object writes nothing until the sink is
+    /// removed.
     ///
     /// \throws NullParameterException    \a logger is null.
     /// \throws InvalidArgumentException  \a logger has the library's sink, directly or in a

@@ -72,8 +72,8 @@ QT_END_NAMESPACE
 /// An overload accepts its own type and classes derived from it. The overload for QString also
 /// accepts string builders. Any other value that converts to the type is a compile error: an
 /// enumeration is not accepted as int, and a pointer is not accepted as bool. All functions are
-/// thread-safe, except the one for QCursor, and the one for QVariant with a QCursor in it. None
-/// fails.
+/// thread-safe, except for a QCursor and for a value that contains one (a variant or a container).
+/// None fails.
 ///
 /// For a type of your own, define `QString logStr(const Type &)` in the namespace of the type. The
 /// containers below then accept the type as well. For a type of the standard library that is not
@@ -183,7 +183,7 @@ OVRABASE_EXPORT QString logStr(const QTransform &value);
 /// A colour is "#rrggbb", or "invalid". A brush is "brush with color #rrggbb", or "colorless
 /// brush". A palette is a list of the colours of eight of its roles, and of "window", which has the
 /// colour of Base and not of Window. An icon is its theme name. Without a name, it is a list of its
-/// sizes. A font and a key sequence are their toString().
+/// sizes. A null icon is "<null icon>". A font and a key sequence are their toString().
 /// \{
 OVRABASE_EXPORT QString logStr(const QColor &value);
 OVRABASE_EXPORT QString logStr(const QBrush &value);
