@@ -179,9 +179,9 @@ public:
     /// @{
 
     /// Returns the paths of the files in \a folder whose names match one of the wildcards
-    /// \a nameFilters. An empty list matches every name. Recursion::Recursive adds the files in
-    /// sub-folders. The paths are not sorted. Hidden files and folders are left out, and links to
-    /// folders are not followed.
+    /// \a nameFilters, in any letter case. An empty list matches every name. Recursion::Recursive
+    /// adds such files in sub-folders. The paths are not sorted. Hidden files and folders are left
+    /// out, and links to folders are not followed.
     static std::vector<QString> folderParseFiles(
         const QString &folder, const QList<QString> &nameFilters, Recursion recursion);
 

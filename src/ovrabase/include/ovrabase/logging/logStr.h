@@ -100,8 +100,8 @@ OVRABASE_EXPORT QString logStr(const char32_t *value);
 OVRABASE_EXPORT QString logStr(const wchar_t *value);
 /// \}
 
-/// \name Characters: a literal in single quotes
-/// A byte is decoded from UTF-8.
+/// \name Characters: in single quotes, with the escapes of StringUtils::asStringLiteral()
+/// A byte is decoded from UTF-8, so that a byte outside of ASCII gives U+FFFD.
 /// \{
 OVRABASE_EXPORT QString logStr(char value);
 OVRABASE_EXPORT QString logStr(unsigned char value);

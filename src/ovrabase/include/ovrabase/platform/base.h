@@ -37,8 +37,9 @@ OVRABASE_EXPORT const QString &getSharedLibraryExtension();
 /// Loads the shared library \a name from the folder of the application, and returns its handle.
 ///
 /// A folder in \a name is ignored, and so is everything from the second dot of the file name on:
-/// "a.b.c.dll" loads the alphabetically first file that matches "a.b*". So a caller need not know a
-/// version number after the extension: "a.dll" loads "a.dll.2" if no other file matches.
+/// "a.b.c.dll" loads the alphabetically first file that matches "a.b*", in any letter case. So a
+/// caller need not know a version number after the extension: "a.dll" loads "a.dll.2" if no other
+/// file matches.
 ///
 /// Returns null if no file matches, which is logged as an error on the logger Debug. Returns null
 /// without a log record if the system cannot load the file. Without an application object, no file
