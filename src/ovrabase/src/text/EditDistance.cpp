@@ -78,7 +78,7 @@
 // A row is costless if its unit matches, or if it is the first row of the band and the band above
 // ends in a rightMinus row. A carry starts in each costless row that was downPlus, runs through the
 // downPlus rows below it, and stops in the first row that was not downPlus. Each row that a carry
-// enters is same. Its bit in the sum differs from downPlus, unless the row is costless. So same is
+// enters is same. Its bit in the sum differs from downPlus, or the row is costless. So same is
 // (sum ^ downPlus) | costless | downMinus | swapped.
 //
 // The other two reasons to be same start no carry, because such a row was not downPlus. If left is
@@ -92,8 +92,9 @@
 // The bands
 //
 // The last row of a pattern is the last row of its last band. The rows above its first row, in the
-// first band, are idle: their cells equal row 0. In a matcher, the rows of a prefix that pattern
-// and text have in common are idle, too, and the rows of a common suffix are not counted.
+// first band, are idle: their cells equal row 0. DamerauLevenshteinMatcher::distance() makes the
+// rows of a prefix that pattern and text have in common idle, too. It takes the distance from the
+// last row above a common suffix.
 //
 // An example
 //
@@ -231,13 +232,14 @@ Border unpacked(std::uint8_t bits)
     return {bits & Word{1}, Word{bits} >> 1 & 1, Word{bits} >> 2};
 }
 
-/// Returns the difference between the cell and the one to its left, modulo 2^64.
+/// Returns the cell of \a border minus the one to its left, modulo 2^64.
 std::uint64_t step(Border border)
 {
     return 1 - border.rightNotPlus - border.rightMinus;
 }
 
-/// 64 rows of one column, a bit per row. A default-initialised band is column 0.
+/// 64 rows of one column, a bit per row. A default-initialised band is column 0 of 64 rows that are
+/// not idle.
 struct Band {
     Word downPlus = ~Word{0}; ///< the cell is greater than the one above (VP)
     Word downMinus = 0;       ///< the cell is less than the one above (VN)
@@ -262,7 +264,7 @@ struct Band {
         return {rightNotPlus >> 63, rightMinus >> 63, begins >> 63};
     }
 
-    /// Returns the sum of the differences between each cell of \a rows and the cell above it,
+    /// Subtracts from each cell of \a rows the cell above it. Returns the sum of the differences,
     /// modulo 2^64.
     std::uint64_t rise(Word rows) const
     {
@@ -298,8 +300,8 @@ public:
         return border;
     }
 
-    /// Returns the cell in the lowest of \a lastRows minus the cell above the group, modulo 2^64.
-    /// \a lastRows are the rows of the last band from its top down to any row.
+    /// Returns the cell in the bottom row of \a lastRows minus the cell above the group, modulo
+    /// 2^64. \a lastRows are the rows of the last band from its top down to any row.
     std::uint64_t rise(Word lastRows) const
     {
         std::uint64_t result = mBands[kCount - 1].rise(lastRows);
@@ -450,7 +452,8 @@ std::uint64_t followDiagonal(const Comparison &table, const UnitRows &unitRows)
     return cell;
 }
 
-/// Returns the distance, or more than the limit, for a table of more than two bands.
+/// Returns the distance for a table of more than two bands. If the distance is greater than the
+/// limit, returns a number that is greater than the limit.
 ///
 /// Two bands at a time advance over the text. The borders of the lower one are stored for the next
 /// two bands.
@@ -463,15 +466,17 @@ std::uint64_t computeManyBands(const Comparison &table, UnitRowsOf unitRows)
     const std::size_t columns = table.columns();
     const char16_t *const units = table.text.utf16();
     const bool isLimited = table.limit < std::max(columns, table.rows.size());
-    // Of the last computed row. Columns after `end` keep the border of row 0, so that their cells
-    // may be too great, but never too small.
+    // The borders of the last computed row. From unit `end` on, they are still those of row 0, so
+    // that the cells there may be too great, but never too small.
     std::vector<std::uint8_t> borders(columns, packed(Kind::kTop));
 
     std::size_t band = table.rows.firstBand();
     Word idle = table.rows.idle();
-    std::size_t rows = 0;   // the number of computed rows
-    std::size_t from = 0;   // the first unit of the text that the next bands need
-    std::uint64_t cell = 0; // in the last computed row, in the column before unit `from`
+    std::size_t rows = 0; // the number of computed rows
+    std::size_t from = 0; // the first unit of the text that the next bands need
+    // In the last computed row, in the column before unit `from`. It is exact, or it is too great
+    // and the exact cell is greater than the limit.
+    std::uint64_t cell = 0;
     for (; table.rows.endBand() - band > 2; band += 2) {
         const std::size_t newRows = (band + 2) * kBandRows - table.rows.begin - rows;
         rows += newRows;
@@ -525,8 +530,9 @@ std::uint64_t computeManyBands(const Comparison &table, UnitRowsOf unitRows)
     return finish(text, BandGroup<2>(0, upper, lower), above, kind);
 }
 
-/// Returns the distance, or more than the limit, for a table of more than one band. Not inlined:
-/// that would make compute() slower for short patterns.
+/// Returns the distance for a table of more than one band. If the distance is greater than the
+/// limit, returns a number that is greater than the limit. Not inlined: inlining would make
+/// compute() slower for short patterns.
 template<class Kind, class UnitRowsOf>
 Q_NEVER_INLINE std::uint64_t computeBands(const Comparison &table, UnitRowsOf unitRows)
 {

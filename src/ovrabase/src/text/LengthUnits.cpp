@@ -20,8 +20,8 @@ struct LengthUnit {
     double metersPerUnit;
 };
 
-// The order is the order for display. Each factor has exactly the bits of the product that defines
-// the unit: a foot is 12 * 0.0254, which is not the double 0.3048.
+// The order is the order for display. Each factor has exactly the bits that the definition of the
+// unit gives when it is computed in double: a foot is 12 * 0.0254, which is not the double 0.3048.
 // clang-format off
 constexpr LengthUnit kUnits[] = {
     {u"Ångström", {u"Å", u"A"}, 1e-10},
@@ -199,7 +199,7 @@ private:
         return !text.isEmpty() && text[0].isDigit() ? 1 : 0;
     }
 
-    /// Returns the size of \a part if \a text starts with it, else 0.
+    /// Returns the size of \a part if \a text starts with it in any letter case, else 0.
     static qsizetype sizeOf(QStringView part, QStringView text)
     {
         return text.startsWith(part, Qt::CaseInsensitive) ? part.size() : 0;
@@ -304,8 +304,9 @@ double stringToMeter(const QString &value, const QString &defaultUnit)
 std::optional<double> parseLength(
     const QString &text, const QString &defaultUnit, const QLocale &locale)
 {
-    // Each sequence of white space becomes one U+0020. Names of units contain that space, and
-    // QLocale accepts it in place of a group separator that is another kind of space.
+    // White space at both ends is removed, and each other sequence of it becomes one U+0020. Some
+    // names of units contain a U+0020, and QLocale accepts it in place of a group separator that is
+    // another kind of space.
     const QString line = text.simplified();
     const NumberSyntax syntax(locale);
     double sum = 0;

@@ -23,8 +23,8 @@ struct NumberedCopy {
     QStringView digits;
 };
 
-/// Splits \a name as the expression "^(.*) copy (\d+)$" does. QRegularExpression is not used: it
-/// reports no match for long names and for unpaired surrogates.
+/// Splits \a name as the expression "^(.*) copy (\d+)$" does, with \a copyWord in place of "copy".
+/// QRegularExpression is not used: it reports no match for long names and for unpaired surrogates.
 NumberedCopy splitCopyName(QStringView name, QStringView copyWord)
 {
     if (name.endsWith(u'\n')) {
