@@ -10,7 +10,8 @@
 using Vyn::OvraBase::FileUtils;
 
 /// The input is a name in UTF-8. Checks that ensureValidFileName() gives valid names and leaves
-/// those unchanged.
+/// valid names unchanged. Also checks that a name begins with its text before the extension, and
+/// that its complete extension ends with its extension.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QString name =

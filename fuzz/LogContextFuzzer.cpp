@@ -69,7 +69,7 @@ Signature signatureFrom(FuzzedDataProvider &input)
     made.name = scope + made.function + input.PickValueInArray({"", "[abi:cxx11]"});
     made.text = made.name + parametersFrom(input) + qualifiersFrom(input);
     switch (input.ConsumeIntegralInRange(0, 4)) {
-    case 0: // a constructor
+    case 0: // no return type, as for a constructor
         break;
     case 1:
         made.text = "void (* " + made.text + ")(char)";

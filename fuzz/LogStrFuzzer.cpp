@@ -62,7 +62,7 @@ QVariant variantFrom(FuzzedDataProvider &provider, int depth)
 } // namespace
 
 /// Checks the beginning and the end of what logStr() returns for a variant and for a text, and that
-/// the text is not cut.
+/// the result for the text is not shorter than the text in quotation marks.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider provider(data, size);

@@ -29,7 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (text.trimmed().back().isLetter()) {
         require(parseLength(text + QStringLiteral(" 0 m"), unit, locale) == length);
     }
-    // stringToMeter() must give the same length for a text with one term.
+    // In the "C" locale, stringToMeter() must give the same length for one number, without a unit
+    // or with a unit of ASCII letters.
     static const QRegularExpression plain(
         QStringLiteral(R"(^\s*[-+]?[\d.]+(e[-+]?\d+)?\s*[a-zA-Z]*\s*$)"));
     if (locale == QLocale::c() && plain.match(text).hasMatch()) {
