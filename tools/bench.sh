@@ -7,8 +7,8 @@
 #   tools/bench.sh                 TMPDIR names the folder whose disk is measured
 #   tools/bench.sh Copy Folder     runs these benchmarks only and keeps the other figures
 # To compare edit distances with rapidfuzz-cpp, set RAPIDFUZZ_INCLUDE_DIR to its folder of headers.
-# tools/performance.py without arguments writes the page from the stored figures, for example after a
-# change of its sentences.
+# tools/performance.py without arguments writes the page, the plots and the table from the stored figures,
+# for example after a change of the page's sentences.
 . "$(dirname "$0")/lib.sh"
 
 install_packages "${build_packages[@]}" libbenchmark-dev libxxhash-dev python3

@@ -2,9 +2,10 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Checks what a built library exports: the functions listed below, nothing from outside the namespace Vyn
-# except what the compiler generates for its classes, and no variables except the instance of the service
-# locator and Qt's meta-objects. The DLL must not be stripped.
+# Checks what a built library exports: at least the functions listed below; no name of the namespace
+# Vyn::OvraBase::os or of an unnamed namespace; nothing from outside the namespace Vyn except what the
+# compiler generates for the classes of Vyn; and no variables except the instance of the service locator
+# and Qt's meta-objects. The DLL must not be stripped.
 #
 #   tools/check-exports.sh build/dev/src/ovrabase/libovrabase.so
 #   tools/check-exports.sh build/windows/bin/libovrabase.dll

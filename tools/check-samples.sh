@@ -2,8 +2,9 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Compiles and runs every C++ sample of the README, the pages and the headers, and builds
-# examples/minimal_host as a project of its own, all with the library of a build:
+# Compiles the C++ samples of the pages (README.md is one) and the headers, and runs them. The comment in
+# tools/extract-samples.py says which samples are not run, and which are not compiled either. Then builds
+# and runs examples/minimal_host as a project of its own. All of them use the library of a build:
 #   tools/check-samples.sh BUILD
 . "$(dirname "$0")/lib.sh"
 build=$1

@@ -16,9 +16,10 @@ and an application object. HTML comments before the fence, which readers do not 
     <!-- sample: file -->       a source file; the default if the block begins with #include or namespace
     <!-- sample: private -->    a source file that includes private headers: compiled and not run
     <!-- sample: private body CODE -->  the same for statements
-    <!-- sample: same as PATH -->  must be the whole text of a file of the project
-    <!-- sample: part of PATH -->  must be consecutive lines of such a file; the indentation may differ
-    <!-- sample: skip REASON -->   is not compiled
+    <!-- sample: same as PATH -->  not compiled; must be the whole text of a file of the project
+    <!-- sample: part of PATH -->  not compiled; must be consecutive lines of such a file; the indentation
+                                may differ
+    <!-- sample: skip REASON -->   not compiled
 
 A comment <!-- check: EXPRESSION --> after the fence is evaluated at the end of main(), and the sample
 fails if the expression is false. It has no effect on a sample for which this script writes no main().

@@ -4,8 +4,9 @@
 #
 # Replays the inputs in fuzz/corpus, then looks for new ones that break a property:
 #   tools/fuzz.sh SECONDS [TARGET...]
-# SECONDS is the time of the whole run. The named targets share it; without names, all targets do. Each
-# processor runs one target at a time; if there are three processors or more, one stays free. Prints the
+# SECONDS is about the time of the whole search, without the build and the replay. The named targets share
+# it; without names, all targets do. Each processor runs one target at a time; if there are three
+# processors or more, one stays free. Prints the
 # executions and the findings of each target. A target ends at its first finding. Inputs that end in a
 # finding are kept in build/clang/findings. New inputs that reach more code are kept in
 # build/clang/corpus, and the next run begins with them.

@@ -18,7 +18,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 SOURCES = ROOT / "src/ovrabase/src"
 PAGE = ROOT / "docs/log-vocabulary.md"
 BEGIN, END = "<!-- begin of the table -->\n", "<!-- end of the table -->"
-# Sources that write only what their callers pass. The page describes forwarded records by hand.
+# Sources that write only what their callers pass: records of the other sources, and forwarded records. The
+# page describes forwarded records in a section that is written by hand.
 MACHINERY = {"logging/LogSite.cpp", "logging/Logger.cpp", "logging/QtMessageCapture.cpp"}
 STRING = r'"((?:[^"\\]|\\.)*)"'
 # Placeholders for which the names in the source say too little.
@@ -244,7 +245,7 @@ def records_of(path):
 def cell(text):
     if "`" not in text:
         return f"`{text}`" if text else ""
-    # Doxygen must not read this as code or make a link of it.
+    # In <code>, Doxygen would begin a code span at a backtick, and make a link of a name with "::".
     return "<code>" + text.replace("`", "&#96;").replace("::", "&#58;&#58;") + "</code>"
 
 

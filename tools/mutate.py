@@ -4,9 +4,10 @@
 """Puts small faults into the library, one at a time, and runs the tests of their folder, and for
 src/ovrabase/src/files also the programs of tests/faults.
 
-A fault that no test notices is a survivor: a test is missing, or the code is not needed. Works on a
-copy of the committed sources in build/mutate, so an interruption leaves no fault in the sources. A
-fault in a removal could remove anything, so the tests can write to folders in memory only.
+A fault that no test notices is a survivor: a test is missing, the code is not needed, or the fault does
+not change the behaviour. Works on a copy of the committed sources in build/mutate, so an interruption
+leaves no fault in the sources. A fault in a removal could remove anything, so the tests can write to
+folders in memory only.
 """
 
 import argparse
@@ -58,9 +59,9 @@ def faults_of(path):
     return found
 
 
-# Runs a command for which all files are read-only. Changes in /tmp, /dev/shm and the folder of the first
-# argument are kept in memory until the command ends, as is /mnt. When the command ends, all processes
-# that it started are ended.
+# Runs the command after the first argument, which names a folder. For the command, /mnt and /dev/shm are
+# new folders in memory, its changes in /tmp and in the named folder are kept in memory, and all other files
+# are read-only. When the command ends, its changes are lost, and all processes that it started are ended.
 ENCLOSED = ["unshare", "--mount", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-ec", """
     cut -d' ' -f2 /proc/self/mounts | sort -u | while read -r point; do
         mount -o remount,bind,ro "$point" 2>/dev/null || true
@@ -94,7 +95,7 @@ def run(arguments, seconds):
 
 
 def tests(folder):
-    """Returns a regular expression for the first words of the test names of a folder."""
+    """Returns a regular expression for the first word of the names of a folder's tests and test programs."""
     return "(files|faults)" if folder == "files" else folder
 
 

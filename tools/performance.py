@@ -43,7 +43,7 @@ class Claim:
     title: str
     text: str
     pairs: list
-    lines: dict = field(default_factory=dict)  # title: name of a benchmark, with {} for x
+    lines: dict = field(default_factory=dict)  # title: name of a benchmark, with {0} for x
     x: list = field(default_factory=list)
     x_title: str = ""
     y_title: str = "time"
@@ -200,7 +200,10 @@ def machine(build, context):
 
 
 def collect(results, build):
-    """Adds the times of each repetition in nanoseconds, per item where a benchmark counts items."""
+    """Puts new figures into docs/performance.json; the figures of other benchmarks stay.
+
+    A figure is the time of a repetition in nanoseconds, per item where a benchmark counts items.
+    """
     figures = json.loads(FIGURES.read_text()) if FIGURES.exists() else {"times": {}}
     for path in sorted(glob.glob(f"{results}/*.json")):
         report = json.loads(pathlib.Path(path).read_text())
@@ -250,8 +253,8 @@ def time_text(nanoseconds):
 def ratios_of(claim, times):
     """Returns the ratios of the pairs that were measured.
 
-    The repetitions run in random order. The n-th one of the library is divided into the n-th one of the
-    contender, because the two probably ran close to each other.
+    The repetitions run in random order. The time of the contender's n-th repetition is divided by that of
+    the library's n-th one, because the two probably ran close to each other.
     """
     return [Ratio(pair, [b / a for a, b in zip(times[pair.own], times[pair.other])],
                   statistics.median(times[pair.own]))

@@ -3,11 +3,12 @@
 # SPDX-License-Identifier: MIT
 #
 # Builds the library, its tests, examples, benchmarks and a program that replays the fuzzers' inputs
-# for Windows with MinGW-w64 and runs them under Wine, without a display. Installs what is missing on
-# Debian 12 (as root). The first call builds Qt for Windows, see tools/windows/build-dependencies.sh.
+# for Windows with MinGW-w64. Runs them under Wine, without a display, except the benchmarks that do not
+# compare results of their contenders. Installs what is missing on Debian 12 (as root or with sudo). The
+# first call builds Qt for Windows, see tools/windows/build-dependencies.sh.
 #
-#   tools/test-windows.sh             runs all tests and makes a ZIP of the library in build/packages
-#   tools/test-windows.sh text files  runs the tests of these folders only
+#   tools/test-windows.sh             does all of this, and makes a ZIP of the library in build/packages
+#   tools/test-windows.sh text files  builds and runs the tests of these folders only
 . "$(dirname "$0")/lib.sh"
 
 install_packages "${build_packages[@]}" build-essential dpkg-dev g++-mingw-w64-x86-64-posix googletest \
@@ -30,7 +31,8 @@ quietly "configure windows" cmake --preset windows -DOVRABASE_WINDOWS_PREFIX="$p
 quietly "build windows" cmake --build --preset windows -j "$jobs" ${1:+--target "${@/%/_tests}"}
 quietly "exports" tools/check-exports.sh "$build/bin/libovrabase.dll"
 
-# Windows looks for libraries, and Qt for its platform plug-in, in the folder of the program.
+# Windows looks for libraries in the folder of the program, and Qt for its platform plug-in in the folder
+# "platforms" in it.
 cp -u "$prefix"/bin/{Qt6Core,Qt6Gui,libfmt,libspdlog}.dll "$build/bin"
 cp -u "$prefix/plugins/platforms/qminimal.dll" "$build/bin/platforms"
 for dll in libstdc++-6 libgcc_s_seh-1 libwinpthread-1; do

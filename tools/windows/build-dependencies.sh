@@ -3,10 +3,10 @@
 # SPDX-License-Identifier: MIT
 #
 # Builds Qt (Core and Gui), fmt, spdlog and Google Benchmark for Windows from Debian's source packages
-# with MinGW-w64. Prints the folder in which all but Google Benchmark are installed; that is in the
-# folder "benchmark" beside it. They are kept in
-# ${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase} for the next call. The first call takes
-# ten minutes or more on two cores.
+# with MinGW-w64. Prints the folder in which Qt, fmt and spdlog are installed. Google Benchmark is installed
+# in the folder "benchmark" beside that folder. Both folders are kept for the next call, below
+# ${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}. The first call takes ten minutes or more
+# on two cores.
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/../.." && pwd)
