@@ -88,7 +88,7 @@ CLAIMS = [
               f"pairs/latin_plainPart/{n[0]}/{n[1]}"))),
     Claim("search", "Suggestions from a list of names",
           "Typed names are compared with 240 names of assets. The rows \"any part\" use `substringDistance()`. "
-          "The rows \"at most 3\" ask only for distances of at most 3; there the library compares with 5,040 names.",
+          "What is named \"at most 3\" asks only for distances of at most 3, and compares with 5,040 names.",
           [Pair("matcher", "search/matcher", TEXTBOOK, "search/plain", "search of a typed name in many names, with one `DamerauLevenshteinMatcher`"),
            Pair("matcher, any part", "search/matcherPart", TEXTBOOK, "search/plainPart"),
            Pair("matcher, at most 3", "search/matcherLimited", "the matcher without a limit", "search/matcher"),
@@ -122,11 +122,11 @@ CLAIMS = [
           [16, 1 << 10, 1 << 16, 1 << 20, 1 << 22], "bytes"),
     Claim("log", "Log messages",
           "A whole message, from the statement to a delegate that takes QStrings. spdlog calls the same delegate through "
-          "a sink that makes the same QStrings. All records pass one lock, in both.",
+          "a sink that makes the same QStrings. All records pass one lock, in both. In the last row, both drop the message.",
           each([1, 2, 4, 8], lambda n: Pair(
               f"bound logger, {n} thread{'s' if n > 1 else ''}", f"boundLogger/real_time/threads:{n}",
               "spdlog with such a sink", f"spdlogSink/real_time/threads:{n}"))
-          + [Pair("logger without a delegate", "unboundLogger", "spdlog's null sink", "spdlogNullSink")],
+          + [Pair("logger that is not bound", "unboundLogger", "spdlog's null sink", "spdlogNullSink")],
           {"bound logger": "boundLogger/real_time/threads:{0}", "spdlog": "spdlogSink/real_time/threads:{0}"},
           [1, 2, 4, 8], "threads that log", "messages per second", True),
     Claim("service", "Services", "Look-ups of 50 services. The contender takes a lock and searches a table of 50 entries for each.",
@@ -381,8 +381,8 @@ def write_page(figures):
             "The column \"×\" says how many times as fast as a contender the library is: the time of the contender, divided "
             "by that of the library. Above 1 the library is faster. One run measures both, with their repetitions in random "
             "order. The figure is the median of the repetitions. \"All repetitions\" has the smallest and the largest ratio, "
-            "\"time\" the median time of the library. For edit distances it is the time of one distance, for log messages of "
-            "one message and for services of one look-up. `tools/bench.sh` measures again and writes this page.",
+            "\"time\" the median time of the library: of one distance for edit distances, of one message for log messages, "
+            "and of one look-up for services. `tools/bench.sh` measures again and writes this page.",
             "", "| | |", "|---|---|"]
     page += [f"| {key} | {value} |" for key, value in figures["machine"].items()]
     absent = [title for title, name in (("rapidfuzz-cpp", "search/peerCached"), ("XXH3", "xxh3/16")) if name not in times]
