@@ -82,8 +82,9 @@
 // (sum ^ downPlus) | costless | downMinus | swapped.
 //
 // The other two reasons to be same start no carry, because such a row was not downPlus. If left is
-// corner - 1, the row was downMinus. If a swapped pair ends in the row, it matched the column
-// before and so was same there; the row above was not same there, and so not rightMinus.
+// corner - 1, the row was downMinus. If a swapped pair ends in the row, neither condition of
+// downPlus held in the column before: the row matched that column and so was same, and the row
+// above was not same and so not rightMinus.
 //
 // rightNotPlus is (same | downPlus) & ~downMinus, with the new same, and with downPlus and
 // downMinus of the column before. The code has the terms of same instead: "(sum ^ downPlus) |
