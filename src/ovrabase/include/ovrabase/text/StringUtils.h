@@ -70,8 +70,8 @@ public:
     /// Returns distance(text) if it is at most \a limit, and \a limit + 1 otherwise.
     ///
     /// Stops at once if the lengths differ by more than \a limit. With a pattern of up to 64 units,
-    /// stops as soon as the distance is certain to be greater than \a limit: normally after a few
-    /// units of an unrelated text. For long texts, the time is in the order of
+    /// can stop before the end of \a text if the distance is greater than \a limit: normally after
+    /// a few units of an unrelated text. For long texts, the time is in the order of
     /// n * (1 + limit / 64).
     std::uint64_t distance(const QString &text, std::uint64_t limit) const;
 
