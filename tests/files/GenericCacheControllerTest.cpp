@@ -3,7 +3,6 @@
 
 #include "support/Cache.h"
 #include "support/FolderTest.h"
-#include "support/Guards.h"
 
 namespace Vyn::Test {
 namespace {

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 
 #include "support/FolderTest.h"
-#include "support/Guards.h"
 
 namespace Vyn::Test {
 namespace {

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "support/Guards.h"
 #include "support/RecordedLog.h"
 
 #include <ovrabase/errors/Exception.h>
