@@ -4,7 +4,7 @@
 # "ovrabase" or are below a folder of that name.
 file(GLOB manifests "${BUILD}/install_manifest*.txt")
 if(NOT manifests)
-    message(FATAL_ERROR "Nothing is installed from ${BUILD}: it has no install_manifest.txt")
+    message(FATAL_ERROR "Nothing is installed from ${BUILD}: it has no install_manifest*.txt")
 endif()
 
 set(folders)

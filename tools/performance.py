@@ -88,7 +88,8 @@ CLAIMS = [
               f"pairs/latin_plainPart/{n[0]}/{n[1]}"))),
     Claim("search", "Suggestions from a list of names",
           "Typed names are compared with 240 names of assets. The rows \"any part\" use `substringDistance()`. "
-          "What is named \"at most 3\" asks only for distances of at most 3, and compares with 5,040 names.",
+          "What is named \"at most 3\" asks only for distances of at most 3, and compares with 5,040 names. "
+          "All times and ratios are per comparison of two names.",
           [Pair("matcher", "search/matcher", TEXTBOOK, "search/plain", "search of a typed name in many names, with one `DamerauLevenshteinMatcher`"),
            Pair("matcher, any part", "search/matcherPart", TEXTBOOK, "search/plainPart"),
            Pair("matcher, at most 3", "search/matcherLimited", "the matcher without a limit", "search/matcher"),
@@ -135,7 +136,7 @@ CLAIMS = [
           [Pair("start and end", "start/library/real_time", "a program that links Qt Gui alone", "start/guiAlone/real_time",
                 "start and end of a program that links the library")]),
     Claim("copy", "Copies that survive a power cut",
-          "Files of 0 to 8 KB in folders of 100. `QFile::copy()` waits for the disk after each file.",
+          "Files of 0 to 8 KB in folders of 100. `QFile::copy()` itself waits for the disk after each file.",
           [Pair(f"{title}, {n:,} files", f"{name}/{n}/real_time", contender, f"{other}/{n}/real_time",
                 f"`copyWithBackup()` of {n:,} small files" if n == in_readme else "")
            for title, name, contender, other, in_readme in (

@@ -15,7 +15,7 @@ protected:
     }
 };
 
-TEST_F(FileNames, FollowTheRulesOfWindows)
+TEST_F(FileNames, LoseTheForbiddenCharactersAndDeviceNamesOfWindows)
 {
     std::vector<std::tuple<QString, bool, QString>> rows{{u"a:b"_s, false, u"axb"_s},
         {u"\"<>|:*?\\/\u0001\u001F"_s, false, u"xxxxxxxxxxx"_s}, {u"CONSOLE"_s, true, u"CONSOLE"_s},

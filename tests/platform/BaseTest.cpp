@@ -56,7 +56,7 @@ TEST_F(Base, TakesTheUserFromTheFirstVariableThatIsNotEmpty)
     }
 }
 
-TEST_F(Base, FindsALibraryBesideTheApplicationByTheFirstTwoPartsOfItsNameAndItsSymbols)
+TEST_F(Base, FindsALibraryByTheFirstTwoPartsOfItsNameAndThenItsSymbols)
 {
     const auto copy =
         copied(mPlugin, mFolder + u"\u63D2\u4EF6.dll"_s); // not in the code page of Windows

@@ -20,7 +20,7 @@ using namespace Vyn;
 using namespace Vyn::Test;
 using namespace testing;
 
-/// For each model that died since the event loop ran last, whether it died on the main thread.
+/// For each model that died since deathsInEventLoop() returned: whether on the main thread.
 std::vector<bool> gDeaths;
 
 struct Model : QObject {
@@ -28,6 +28,7 @@ struct Model : QObject {
     ~Model() override { gDeaths.push_back(OvraBase::ThreadUtils::isMainThread()); }
 };
 
+/// Runs the event loop. Returns gDeaths, also the deaths before the loop ran, and clears it.
 std::vector<bool> deathsInEventLoop()
 {
     QCoreApplication::processEvents();

@@ -20,9 +20,9 @@ bool ofLocalFile(const QUrl &url, bool (*test)(const QString &))
     return url.isLocalFile() && test(url.toLocalFile());
 }
 
-/// Returns the size of the root of the absolute path \a path, which begins with "/", "C:/" or
-/// "//server/share/". The root of a share does not contain its last "/". Returns -1 if \a path is
-/// only "//server" or "//server/share".
+/// Returns the size of the root of the absolute path \a path: of "/", of "C:/", or of
+/// "//server/share" if a "/" follows it. Returns -1 if \a path is only "//server" or
+/// "//server/share".
 qsizetype sizeOfRoot(const QString &path)
 {
     if (path.startsWith(QLatin1String("//"))) {
@@ -80,8 +80,8 @@ bool FileUtils::isWritable(const QString &path)
     if (path.isEmpty() || entry.exists()) {
         return entry.isWritable();
     }
-    // Begins at the root, and ends at the first missing ancestor. So the paths that are passed to
-    // the system stay short, however long \a path is.
+    // Begins at the root, and ends at the first missing ancestor. From the other end, a long path
+    // with many missing ancestors would take quadratic time.
     const QString absolute = QDir::cleanPath(entry.absoluteFilePath());
     QFileInfo nearest;
     for (qsizetype end = sizeOfRoot(absolute); end > 0; end = absolute.indexOf(u'/', end + 1)) {

@@ -13,12 +13,12 @@
 /// the macro only. Logger.h includes this file.
 namespace Vyn::Detail {
 
-/// \a signature is the text of __PRETTY_FUNCTION__. Returns the qualified name of that function.
-///
+/// Returns the qualified name of a function. \a signature is its __PRETTY_FUNCTION__, and
+/// \a function its __FUNCTION__. With MSVC, they are its __FUNCTION__ and an empty text.
 /// The name has neither the return type nor the parameters, qualifiers and constraints of the
 /// function. For a lambda, the parameters, qualifiers and constraints of the enclosing function are
-/// kept. \a function is the text of __FUNCTION__. If it is empty or equal to \a signature, returns
-/// all of \a signature. Accepts any text. Takes linear time.
+/// kept. If \a function is empty or equal to \a signature, returns all of \a signature. Accepts any
+/// text. Takes linear time.
 OVRABASE_EXPORT std::string_view qualifiedNameOf(
     std::string_view signature, std::string_view function);
 
@@ -41,7 +41,7 @@ private:
 #define OVRABASE_DETAIL_TEXT_OF(x) #x
 #define OVRABASE_DETAIL_TEXT(x) OVRABASE_DETAIL_TEXT_OF(x)
 #if defined(_MSC_VER) && !defined(__clang__)
-// MSVC's __FUNCTION__ is already the qualified name without types.
+// MSVC's __FUNCTION__ is already the qualified name, without return type and parameters.
 #define OVRABASE_DETAIL_FUNCTION __FUNCTION__, ""
 #else
 #define OVRABASE_DETAIL_FUNCTION __PRETTY_FUNCTION__, __FUNCTION__

@@ -57,8 +57,8 @@ OVRABASE_EXPORT double stringToMeter(const QString &value, const QString &defaul
 /// A number has the form that QLocale::toDouble() of \a locale accepts, with optional group
 /// separators and an optional exponent. In a locale whose group separator is a space, any white
 /// space counts as a group separator. So "1 234,5" is one number in a French locale. In the "C"
-/// locale, "12,5 cm" is not a length. Only the first number may have a sign, which applies to the
-/// sum: "-3 ft 6 in" is -42 inches.
+/// locale, "," separates groups: "12,5 cm" is not a length. Only the first number may have a sign,
+/// which applies to the sum: "-3 ft 6 in" is -42 inches.
 ///
 /// Returns nothing also for an empty text, for "inf" and "nan", for a number that is too large or
 /// too small for a double, for a sum that is too large, and for a number without a unit if

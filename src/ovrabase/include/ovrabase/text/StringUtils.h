@@ -71,8 +71,8 @@ public:
     ///
     /// Stops at once if the lengths differ by more than \a limit. With a pattern of up to 64 units,
     /// can stop before the end of \a text if the distance is greater than \a limit: normally after
-    /// a few units of an unrelated text. For long texts, the time is in the order of
-    /// n * (1 + limit / 64).
+    /// a few units of an unrelated text. With a pattern of more than 128 units, the time is in the
+    /// order of n * (1 + limit / 64).
     std::uint64_t distance(const QString &text, std::uint64_t limit) const;
 
     /// Returns damerauLevenshteinSubstringDistance() of the pattern and \a text.
@@ -96,11 +96,11 @@ private:
 /// Returns a name for a copy of \a name: "Wall copy" for "Wall", "Wall copy 2" for "Wall copy", and
 /// "Wall copy 3" for "Wall copy 2".
 ///
-/// The word "copy" is translated (source text "copy", empty context). A number that does not fit a
-/// signed 32-bit integer counts as 0. The greatest number that fits is increased, too: "Wall copy
-/// 2147483647" gives "Wall copy 2147483648". The number is increased only if the name is a single
-/// line; one line feed at its end is allowed, and removed. To a numbered name of several lines,
-/// " copy" is appended.
+/// If "copy" has a translation (empty context), only that is recognised and appended. A number that
+/// does not fit a signed 32-bit integer counts as 0. The greatest one that fits is increased, too:
+/// "Wall copy 2147483647" gives "Wall copy 2147483648". A number is increased only if the name is a
+/// single line; one line feed after the number is allowed, and removed. To a numbered name of
+/// several lines, " copy" is appended. Other names keep their line feeds.
 OVRABASE_EXPORT QString getCopyName(const QString &name);
 
 /// Removes characters from \a text until it is a valid XML element name, and returns the result.
