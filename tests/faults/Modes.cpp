@@ -30,8 +30,7 @@ void requireNotMoreOpen(const fs::path &source, const fs::path &copy)
     for (const auto &entry : fs::recursive_directory_iterator(copy, missing)) {
         // The owner of a folder must be able to fill it.
         const mode_t allowed = modeOf(source / fs::relative(entry, copy)) | S_IRWXU;
-        require((modeOf(entry) & 0777 & ~allowed) == 0,
-            "a copy has no permission that its source lacks");
+        require((modeOf(entry) & 0777 & ~allowed) == 0, "a copy adds no permission");
     }
 }
 

@@ -80,15 +80,12 @@ int main()
     const QByteArray fresh(20'000, 'n');
     write(disk.path("source"), fresh);
     write(disk.path("file"), old); // not synced
-    require(
-        FileUtils::copyWithBackup(disk.path("source"), disk.path("file")), "copies over a file");
+    require(FileUtils::copyWithBackup(disk.path("source"), disk.path("file")), "copies a file");
     disk.cutPower();
-    require(
-        read(disk.path("file")) == fresh && read(disk.path("file.bak")) == old, "has synced both");
+    require(read(disk.path("file")) == fresh && read(disk.path("file.bak")) == old, "syncs both");
 
     write(disk.path("folder/inside"), old);
-    require(
-        FileUtils::copyWithBackup(disk.path("file"), disk.path("folder")), "copies over a folder");
+    require(FileUtils::copyWithBackup(disk.path("file"), disk.path("folder")), "copies over it");
     disk.cutPower();
     require(read(disk.path("folder")) == fresh && read(disk.path("folder.bak/inside")) == old,
         "has synced the old folder too");

@@ -87,9 +87,8 @@ int main()
             fill(inner);
             fill(victim);
             left = stop;
-            const auto remove = [&] {
-                tryToRemove(row.remove, base.filePath(QLatin1String(row.folder)));
-            };
+            const QString folder = base.filePath(QLatin1String(row.folder));
+            const auto remove = [&] { tryToRemove(row.remove, folder); };
             runInStops(remove, [&](pid_t) {
                 const qsizetype entries = entriesIn(inner);
                 const bool isEmptied = entries > 0 && entries < kFiles;

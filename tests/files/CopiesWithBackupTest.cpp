@@ -49,13 +49,12 @@ TEST_F(CopiesWithBackup, KeepTheOldContentOfLinkedFiles)
 
 TEST_F(CopiesWithBackup, NeedNoRightToListTheFolder)
 {
-    make("new=n, folder/file=old");
-    const auto user =
-        asOrdinaryUser({mFolder.path(), path("new"), path("folder"), path("folder/file")});
-    fs::permissions(native("folder"), fs::perms::owner_write | fs::perms::owner_exec);
-    EXPECT_TRUE(copyWithBackup(path("new"), path("folder/file")));
-    fs::permissions(native("folder"), fs::perms::owner_all);
-    EXPECT_EQ(tree(), "folder/, folder/file.bak=old, folder/file=n, new=n");
+    make("new=n, to/file=old");
+    const auto user = asOrdinaryUser({mFolder.path(), path("new"), path("to"), path("to/file")});
+    fs::permissions(native("to"), fs::perms::owner_write | fs::perms::owner_exec);
+    EXPECT_TRUE(copyWithBackup(path("new"), path("to/file")));
+    fs::permissions(native("to"), fs::perms::owner_all);
+    EXPECT_EQ(tree(), "new=n, to/, to/file.bak=old, to/file=n");
 }
 #endif
 

@@ -57,8 +57,8 @@ TEST_F(Removal, EmptiesAFolderThatAnotherProgramHasOpen)
 TEST_F(Removal, OfAJunctionOrOfAFolderWithOneLeavesTheTarget)
 {
     make("target/x=x, folder/sub/y=y");
-    for (const char *junction :
-        {"folder/sub/junction", "swapped"}) { // the second is removed itself
+    // The second junction is removed itself.
+    for (const char *junction : {"folder/sub/junction", "swapped"}) {
         const QStringList command{u"/c"_s, u"mklink"_s, u"/J"_s,
             QDir::toNativeSeparators(path(junction)), QDir::toNativeSeparators(path("target"))};
         QProcess::execute(u"cmd"_s, command);

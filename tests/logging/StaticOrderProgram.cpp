@@ -39,8 +39,7 @@ const struct LateSpeaker {
             const GlobalLoggersInstanciator last;
             GlobalLoggersInstanciator::counter() = 1;
         }
-        Test::require(GlobalLoggersInstanciator::loggers == nullptr,
-            "the last instance destroys the loggers");
+        Test::require(!GlobalLoggersInstanciator::loggers, "the last instance destroys them");
         logger(Debug).error("last") << "dropped, the loggers are gone";
 
         // On Windows the statics of a DLL end after those of the program, so that the manager is

@@ -58,8 +58,8 @@ TEST_F(Base, TakesTheUserFromTheFirstVariableThatIsNotEmpty)
 
 TEST_F(Base, FindsALibraryByTheFirstTwoPartsOfItsNameAndThenItsSymbols)
 {
-    const auto copy =
-        copied(mPlugin, mFolder + u"\u63D2\u4EF6.dll"_s); // not in the code page of Windows
+    // The characters are not in the code page of Windows.
+    const auto copy = copied(mPlugin, mFolder + u"\u63D2\u4EF6.dll"_s);
     for (const QString &name : {u"ovrabaseTestPlugin"_s, u"ovrabaseTestPlugin.dll.9.9"_s,
              u"/no/such/folder/ovrabaseTestPlugin.dll"_s, u"\u63D2\u4EF6"_s}) {
         QString error = u"before"_s;

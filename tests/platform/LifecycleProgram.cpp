@@ -44,8 +44,7 @@ struct Owner {
     {
         const int before = gOtherDeaths;
         model.reset();
-        require(gOtherDeaths == before + 1,
-            "without an application object, an object is deleted at once");
+        require(gOtherDeaths == before + 1, "without an application, objects do not wait");
     }
     std::shared_ptr<QObject> model = makeModel();
 };
@@ -87,8 +86,7 @@ int main(int argc, char **argv)
             }
             require(gDeathsWithGui == applications * kWaiting, "objects wait for an event loop");
         }
-        require(gDeathsWithGui == (applications + 1) * kWaiting,
-            "waiting objects are deleted before the GUI ends");
+        require(gDeathsWithGui == (applications + 1) * kWaiting, "deleted before the GUI ends");
     }
     return 0;
 }
