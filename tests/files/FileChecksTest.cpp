@@ -87,13 +87,14 @@ TEST_F(FileChecks, CallAMissingPathAsWritableAsItsNearestAncestor)
 #ifdef Q_OS_LINUX
 TEST_F(FileChecks, RespectPermissions)
 {
-    make("readable, writable, r/");
-    const auto user =
-        asOrdinaryUser({mFolder.path(), path("readable"), path("writable"), path("r")});
+    make("readable, writable, r/w/");
+    const auto user = asOrdinaryUser(
+        {mFolder.path(), path("readable"), path("writable"), path("r"), path("r/w")});
     fs::permissions(native("readable"), fs::perms::owner_read);
     fs::permissions(native("writable"), fs::perms::owner_write);
     fs::permissions(native("r"), fs::perms::owner_read | fs::perms::owner_exec);
     EXPECT_TRUE(isReadable(path("readable")) && isWritable(path("writable")));
+    EXPECT_TRUE(isWritable(path("r/w/missing/..")));
     for (const char *name : {"readable", "r", "r/missing"}) {
         EXPECT_FALSE(isWritable(path(name)) || isReadableAndWritable(path(name))) << name;
     }

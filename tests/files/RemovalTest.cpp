@@ -120,7 +120,7 @@ TEST_F(Removal, GoesOnWhenSomethingCannotBeRemoved)
 {
     {
         const auto user = asOrdinaryUser({mFolder.path()});
-        make("folder/a/, folder/b/c/, folder/d/, folder/removed, folder/b/empty and unreadable/");
+        make("folder/a/, folder/b/c/, folder/d/, folder/removed, folder/b/secret/, secret/");
         // The folders nest so deeply that the removal closes outer ones, and opens and lists them
         // again after the inner ones.
         for (const char *name : {"folder/a", "folder/b/c", "folder/d"}) {
@@ -132,7 +132,9 @@ TEST_F(Removal, GoesOnWhenSomethingCannotBeRemoved)
             EXPECT_EQ(fchmodat(deepest, "locked", 0555, 0), 0);
             close(deepest);
         }
-        fs::permissions(native("folder/b/empty and unreadable"), fs::perms::none);
+        fs::permissions(native("folder/b/secret"), fs::perms::none);
+        fs::permissions(native("secret"), fs::perms::none);
+        removeDirRecursiveIfItExists(path("secret"));
         const QString folder = path("folder");
         expectFailure<Exception::FolderDeletionException>(
             "731 Vyn::OvraBase::FileUtils::removeDirRecursiveIfItExists",

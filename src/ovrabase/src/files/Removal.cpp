@@ -35,7 +35,11 @@ bool removeFolder(const QString &path)
 {
     const QString entry = pathOfEntry(path);
     os::OpenFolder folder(entry, os::OpenFolder::LinkAtPath::Refused);
-    return folder.isOpen() ? folder.remove() : isLink(QFileInfo(entry)) && os::removeEntry(entry);
+    if (folder.isOpen()) {
+        return folder.remove();
+    }
+    // A folder that cannot be read can be removed if it is empty.
+    return isLink(QFileInfo(entry)) ? os::removeEntry(entry) : QDir().rmdir(entry);
 }
 
 void removeFolderThroughLink(const QString &path)
