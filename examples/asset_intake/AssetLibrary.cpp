@@ -174,6 +174,7 @@ void AssetLibrary::copyBatch(std::span<Arrival> batch)
         if (!areCopied[i]) {
             const Asset &before = planned[i]->before;
             setContent(*planned[i]->asset, before.hash, before.size);
+            planned[i]->asset->sources = before.sources;
         }
     }
     for (Arrival &arrival : batch) {
@@ -198,7 +199,7 @@ bool AssetLibrary::isKnown(Arrival &arrival)
 
 /// Chooses the asset that \a arrival is copied to, an old or a new one. Gives it the new hash
 /// before the copy is made, so that later arrivals with the same content become duplicates of it.
-/// copyBatch() restores the old hash and size if the copy fails.
+/// copyBatch() restores the old hash, size and sources if the copy fails.
 void AssetLibrary::planCopy(Arrival &arrival)
 {
     const QString name = QFileInfo(arrival.path).fileName();

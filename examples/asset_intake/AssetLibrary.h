@@ -33,7 +33,7 @@ enum class Result {
     /// Not copied: the library has its content, and another file is the first source of it.
     Duplicate,
     New,      ///< copied under its own name
-    Renamed,  ///< copied under another name, because its own is invalid or taken
+    Renamed,  ///< copied under another name: its own is invalid, taken or reserved for a backup
     Replaced, ///< copied in place of its old content, which is kept as a backup
     Failed    ///< not copied: it cannot be read, or its content cannot be written
 };
@@ -44,10 +44,12 @@ struct Arrival {
     QString path;
     qint64 size = 0;
     Result result = Result::Failed;
-    QString text = {};      ///< the result as a text for the user
-    QString hash = {};      ///< hash of the content; empty if the file cannot be read
-    Asset *asset = nullptr; ///< the asset with its content, or null
-    Asset before = {};      ///< \a asset before \a path was copied to it; empty if it is new
+    QString text = {}; ///< the result as a text for the user
+    QString hash = {}; ///< hash of the content; empty if the file cannot be read
+    /// The asset that has its content or, if the copy failed, should have it. Null if the file
+    /// cannot be read.
+    Asset *asset = nullptr;
+    Asset before = {}; ///< \a asset before \a path was copied to it; empty if it is new
 };
 
 /// A folder with one file (an asset) for each content. The file "manifest.json" in it lists the
@@ -56,8 +58,10 @@ class AssetLibrary {
 public:
     /// Reads the folder and its manifest. A file that is not in the manifest, or whose size or date
     /// differs from the manifest, is hashed and becomes an asset without a source. A run that was
-    /// killed leaves such files. Backups are ignored, and so are files with the extension "tmp"
-    /// that are not in the manifest: a copyWithBackup() that was killed leaves such files.
+    /// killed leaves such files. Backups, hidden files and files that cannot be read are ignored,
+    /// and so are files with the extension "tmp" that are not in the manifest: a copyWithBackup()
+    /// that was killed leaves such files. Of several files whose names differ only in letter case,
+    /// one becomes an asset.
     ///
     /// \throws Vyn::Exception::FileFormatException  The manifest was not written by this class.
     /// \throws Vyn::Exception::BaseException  The manifest cannot be read, or it is missing and
