@@ -39,8 +39,9 @@ bool areEquivalent(const QString &a, const QString &b)
     return std::filesystem::equivalent(os::nativePath(a), os::nativePath(b), unknown);
 }
 
-/// Returns true if \a a and \a b are paths of the same entry. If an entry is a link, the link
-/// itself is compared, and not its target.
+/// Returns true if \a a and \a b are paths of the same entry, by the same name or by names that
+/// differ in letter case. If an entry is a link, the link itself is compared, and not its target;
+/// two paths of a link are only found to be the same if the names are equal.
 bool areSameEntry(const QFileInfo &a, const QFileInfo &b)
 {
     const QString name = a.fileName();
@@ -125,7 +126,8 @@ public:
     void commit()
     {
         // The new content must be on the disk before it gets the name of the old content. The old
-        // content must be on the disk too: it may have been written a moment ago.
+        // content must be on the disk too: it may have been written a moment ago. (On Windows,
+        // keepAsBackup() syncs it.)
         sync(&CopyBatch::syncContent, &PendingCopy::fresh);
         finish(&CopyBatch::replaceDestination, &PendingCopy::fresh);
         sync(&CopyBatch::syncNames, &PendingCopy::name);
@@ -149,7 +151,7 @@ private:
         QString folder; ///< path of the folder that holds the destination
         QString name;   ///< file name of the destination
         QString fresh;  ///< file name of the temporary file, which is in the same folder
-        /// Index in mFileSystems; none if the folder does not exist.
+        /// Index in mFileSystems. On Linux, none if the folder does not exist.
         std::optional<std::size_t> fileSystem;
         bool isNew;            ///< true if nothing was at the destination
         bool replacesPassage;  ///< !isNew, and isPassage() for the destination or the backup
@@ -161,9 +163,10 @@ private:
         std::optional<std::size_t> fileSystem; ///< index in mFileSystems; none until it is known
     };
 
-    /// Returns a key that is equal for all paths of the same entry. Entries that differ only in
-    /// letter case also get equal keys. The only effect is that commit() is called earlier than
-    /// needed. \a last caches the folder of the previous call.
+    /// Returns a key that is equal for all paths of the same entry, except that a short name
+    /// ("A~1.TXT") has a key of its own. Entries that differ only in letter case also get equal
+    /// keys. The only effect is that commit() is called earlier than needed. \a last caches the
+    /// folder of the previous call.
     static QString keyOf(const QFileInfo &entry, Folder &last)
     {
         const QString folder = entry.path();
@@ -220,8 +223,8 @@ private:
         return copyFile(from, open(copy), copy.fresh);
     }
 
-    /// Makes the entry at the destination, if there is one, the backup. Then gives the name of the
-    /// destination to the temporary file.
+    /// Makes the entry at the destination, if there is one, the backup. An entry that leads to the
+    /// backup is not kept. Then gives the name of the destination to the temporary file.
     std::error_code replaceDestination(const PendingCopy &copy)
     {
         const os::CopyFolder &folder = open(copy);

@@ -17,7 +17,8 @@ bool canBePath(const QString &path);
 
 /// Returns \a path without "/" and "/." at the end, so that it is the path of a link and not of the
 /// target: "link/" and "link/." are paths of the target, and "link" is the path of the link. The
-/// separators of the result are "/". The path of a root keeps its separator.
+/// separators of the result are "/". A path for which QFileInfo::isRoot() is true
+/// keeps its separator.
 QString withoutTrailingSeparators(const QString &path);
 
 /// Returns true for a symbolic link, an NTFS junction and a Windows shortcut (.lnk).

@@ -10,8 +10,8 @@
 namespace Vyn::OvraBase {
 namespace {
 
-/// Copies the Qt resource \a from to the new file \a name, and syncs the copy. QFile::copy() would
-/// not report an error of its last write, because it writes through a buffer.
+/// Copies the Qt resource \a from to the new file \a name, and syncs the copy. QFile::copy() is not
+/// used: it syncs before its last write, which is buffered, and ignores a failure of the sync.
 std::error_code copyResource(const QString &from, const os::CopyFolder &folder, const QString &name)
 {
     QFile source(from);
@@ -28,7 +28,7 @@ std::error_code copyResource(const QString &from, const os::CopyFolder &folder, 
     copy.close();
     copy.setPermissions(source.permissions());
     const std::error_code error = isWritten && copy.error() == QFile::NoError
-                                      ? folder.syncFile(name) // on Windows nothing syncs it later
+                                      ? folder.syncFile(name) // SyncedFileSystems may not do it
                                       : std::make_error_code(std::errc::io_error);
     if (error) {
         folder.discardCopy(name);

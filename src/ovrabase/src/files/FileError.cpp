@@ -40,7 +40,7 @@ std::error_code make_error_code(FileError error)
 
 QString reasonOf(const std::error_code &error)
 {
-    // The standard library of MinGW has no texts for the error codes of Windows.
+    // On Windows, message() is in the local code page, which fromStdString() would not decode.
     return error.category() == std::system_category() ? qt_error_string(error.value())
                                                       : QString::fromStdString(error.message());
 }

@@ -8,8 +8,8 @@
 #include <system_error>
 
 /// \file
-/// The private copy functions report an error as a std::error_code: a code of the system, or one of
-/// the library's own.
+/// The private copy functions report an error as a std::error_code: a code of the system, a
+/// std::errc, or a FileError.
 namespace Vyn::OvraBase {
 
 /// Why the library itself refuses an operation on files.
@@ -17,7 +17,7 @@ enum class FileError {
     NotAPath = 1, ///< a path is empty or has a NUL
     SameFile,
     SourceIsNoFile,
-    SourceNotOpened, ///< the source is missing, is a folder, or may not be read
+    SourceNotOpened, ///< for example, the source is missing, a folder, or locked
     NameUnreadable,  ///< a name in a folder cannot be decoded, so that QString cannot hold it
 };
 

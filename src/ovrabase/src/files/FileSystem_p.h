@@ -26,7 +26,8 @@ public:
 /// long absolute path gets the prefix "\\?\".
 std::filesystem::path nativePath(const QString &path);
 
-/// Sets the Windows attribute "hidden" of \a path and clears all others. Does nothing on other
+/// Sets the Windows attribute "hidden" of \a path and clears all others. Finds a path with other
+/// than ASCII characters only if the code page of the program is UTF-8. Does nothing on other
 /// systems.
 void hideFile(const QString &path);
 

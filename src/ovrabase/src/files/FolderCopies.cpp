@@ -112,8 +112,8 @@ private:
         mCopies.push_back(copy);
     }
 
-    /// Returns true if the folder to which \a link leads is to be copied. In that case, appends the
-    /// canonical path of \a folder, which contains \a link, to \a linkedFrom.
+    /// Returns true if the folder to which \a link leads is to be copied. Then \a linkedFrom ends
+    /// with the canonical path of \a folder, which contains \a link. Otherwise it is of no use.
     ///
     /// A link is not followed if its target contains the link itself, or a link that was followed
     /// to reach this link: the copy would not end. Of the links inside linked folders, only the

@@ -12,8 +12,8 @@ namespace Vyn::OvraBase {
 /// and all others are removed. Returns true if this function removed the folder or the link.
 bool removeFolder(const QString &path);
 
-/// Does what removeFolder() does. But if \a path is a link to a folder, removes the content of that
-/// folder, and neither the folder nor the link.
+/// Does what removeFolder() does for folders. If \a path is a link to a folder, removes the content
+/// of that folder, and neither the folder nor the link. Ignores any other link.
 void removeFolderThroughLink(const QString &path);
 
 /// Returns \a path in the form that os::OpenFolder requires.

@@ -195,8 +195,8 @@ public:
     /// \throws Exception::FileOpenException  The file cannot be opened.
     /// \throws Exception::FileReadingException  The file cannot be read to its end.
     static QByteArray loadBinaryFile(const QString &path);
-    /// Returns the text of a file, with "\n" as line ends. A byte-order mark decides the encoding.
-    /// Without one, the text is decoded from UTF-8. Throws what loadBinaryFile() throws.
+    /// Returns the text of a file without its "\r", so that line ends are "\n". A byte-order mark
+    /// decides the encoding; the default is UTF-8. Throws what loadBinaryFile() throws.
     static QString loadTextFileToQString(const QString &path);
     /// Writes \a text to the file \a path, in UTF-8 and with the system's line ends. Overwrites an
     /// existing file. Returns true if the whole text was written. On failure, the file may contain
@@ -266,8 +266,8 @@ public:
     /// Returns the results in the order of \a copies. A copy that fails does not stop the others.
     ///
     /// At every moment, each destination has its complete old or its complete new content. (The old
-    /// content of a folder is for a moment only under the name of the backup. On Windows and on
-    /// file systems without hard links, this holds for files, too.) During the call, the disk must
+    /// content of a folder is for a moment only under the name of the backup; that of a file, too,
+    /// on Windows, without hard links, or if the last sync fails.) During the call, the disk must
     /// have space for the old and the new contents of all copies.
     ///
     /// Faster than single copies, because the file systems are synced only twice for all copies. A
@@ -305,14 +305,14 @@ public:
     /// temporary folder. Without an application name, it is the system's temporary folder itself.
     ///
     /// All processes of the application that one user runs share the folder. On Linux, no other
-    /// user has access to it (mode 0700). If its name is taken by a link, by an entry of another
-    /// user or by a folder that others may write to, all functions use "<name>-<user id>" instead.
-    /// On Windows, the system's temporary folder already belongs to the user.
+    /// user has access to a folder with a name (mode 0700). If the name is taken by a link, by an
+    /// entry of another user or by a folder that others may write to, the name is
+    /// "<name>-<user id>". On Windows, the system's temporary folder already belongs to the user.
     /// @{
 
     /// Makes a folder in the application's temporary folder. The destructor of the returned object
     /// removes it. The folder's name is \a nameTemplate with random characters in place of the last
-    /// "XXXXXX"; if there is none, "." and six random characters are appended.
+    /// six or more "X" in a row; if there are none, "." and six such characters are appended.
     ///
     /// \throws Exception::FolderCreationException  The folder cannot be made. subject() is the path
     ///     with \a nameTemplate as the name.

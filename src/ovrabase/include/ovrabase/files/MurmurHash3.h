@@ -16,7 +16,7 @@
 /// null if \a length is 0. Thread-safe.
 namespace Vyn {
 
-/// Writes a hash of 16 bytes, two 64-bit words. The fastest of the three on a 64-bit processor.
+/// Writes a hash of 16 bytes, two 64-bit words. The fastest of the three for long keys.
 OVRABASE_EXPORT void MurmurHash3_x64_128(
     const void *key, int length, std::uint32_t seed, void *out);
 
