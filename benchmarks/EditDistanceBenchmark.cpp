@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// Compares implementations of the edit distance on the same texts. Compare medians of one run:
+// Compares implementations of the edit distance. Compare medians of one run:
 //     EditDistanceBenchmark --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 // "plain" is the recurrence with three rows of cells, "direct" the library's function, and
 // "matcher" the library's matcher, made once per pattern. "peer" is the function of rapidfuzz-cpp,
 // and "peerCached" its matcher. Names with "Part" compare with any part of the text. Names with
-// "Limited" ask a matcher for distances of up to 3. Names with "peer" exist only if CMake finds
-// rapidfuzz-cpp (RAPIDFUZZ_INCLUDE_DIR).
+// "Limited" ask a matcher for distances of up to 3, of more texts. All other implementations in one
+// benchmark get the same texts. Names with "peer" exist only if CMake finds rapidfuzz-cpp
+// (RAPIDFUZZ_INCLUDE_DIR).
 
 #include <ovrabase/text/StringUtils.h>
 

@@ -38,8 +38,8 @@ set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
 "Errors, logs, services, files, text and devices for the modules of an
 application on Qt 6.
 .
-This package has what projects build with: headers, the CMake package, the
-pkg-config file and the template for translations.")
+This package has what projects build with: headers, the link libovrabase.so,
+the CMake package, the pkg-config file and the template for translations.")
 
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_NAME ovrabase-doc)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SECTION doc)

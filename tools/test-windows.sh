@@ -8,7 +8,7 @@
 # first call builds Qt for Windows, see tools/windows/build-dependencies.sh.
 #
 #   tools/test-windows.sh             does all of this, and makes a ZIP of the library in build/packages
-#   tools/test-windows.sh text files  builds and runs the tests of these folders only
+#   tools/test-windows.sh text files  builds and runs only text_tests and files_tests
 . "$(dirname "$0")/lib.sh"
 
 install_packages "${build_packages[@]}" build-essential dpkg-dev g++-mingw-w64-x86-64-posix googletest \

@@ -47,7 +47,7 @@ struct Operation {
 };
 
 /// Starts the locator with a DefaultAsyncRecovery. \a registry is a second one, outside of the
-/// locator. Its destructor waits for \a operation.
+/// locator. Its destructor waits for \a operation, unless the locator is stopped.
 struct DefaultAsyncRecoveryTest : testing::Test {
     DefaultAsyncRecoveryTest()
     {

@@ -31,8 +31,9 @@ struct LogPosition {
     std::string_view text;
 };
 
-/// Writes \a message to the logger of \a service. \a position, a LogPosition or LOG_CONTEXT,
-/// becomes the context of the record. If memory runs out, the record is lost.
+/// Writes \a message to the logger of \a service. The context of the record is the prefix
+/// of the logger and \a position, a LogPosition or LOG_CONTEXT. If memory runs out, the record is
+/// lost.
 void logAt(std::string_view position, LogService service, Logger::LogSeverity severity,
     const QString &message) noexcept;
 

@@ -43,8 +43,8 @@ struct OVRABASE_EXPORT LogDelegate {
     ///
     /// The function must not log through a spdlog logger with the library's sink. After
     /// bindLoggers(), spdlog's default logger has that sink. During a record that came from spdlog,
-    /// the call would deadlock. During any other record, it would cause an endless sequence of
-    /// records.
+    /// the call would deadlock if the logger is synchronous. In all other cases, it would cause an
+    /// endless sequence of records.
     virtual void log(int level, const QString &context, const QString &message) = 0;
 };
 

@@ -139,14 +139,14 @@ private:
 /// The operator << returns the message, and takes these values:
 /// - QString, QStringView, QLatin1String and string builders. It writes their text in UTF-8 and
 ///   without quotes, even if the caller has another operator for them in scope.
-/// - All values and manipulators that std::ostream takes by an operator of the standard library or
-///   of the namespace of the value.
-/// - All other values with a logStr(). It writes the text that logStr() returns.
+/// - All values and manipulators that std::ostream takes without a user-defined conversion, by an
+///   operator of the standard library or of the namespace of the value.
+/// - All other values with a logStr(), as its text, or with a conversion that std::ostream takes.
 ///
 /// An operator of any other namespace is found only by callers in its scope. For these callers, it
-/// is preferred to operators that need a conversion and to logStr(), except the logStr() of a
-/// scalar. It is not used for the first value of a statement. Normally it returns a std::ostream
-/// and not the message, so that no Qt value can follow in the statement.
+/// is preferred to operators that need a conversion and to the logStr() of a class, but not used
+/// for the first value of a statement. Normally it returns a std::ostream and not the message, so
+/// that no Qt value can follow in the statement.
 class OVRABASE_EXPORT StreamLogger : public std::iostream {
 public:
     /// Takes over the message of \a other, which then delivers nothing.

@@ -38,7 +38,7 @@ public:
     /// the operation if either is false. No other thread may use the list meanwhile.
     ///
     /// On the main thread, the wait is a busy loop. It processes events, except user input and
-    /// socket events, and carries out calls of deleteLater(), also those made before the wait. On
+    /// socket events, and deleteLater() calls, except those of an outer event loop's handlers. On
     /// any other thread, and on every thread if there is no application object, the wait blocks.
     ///
     /// A deferred operation (std::launch::deferred) counts as ready on the main thread, and is not
@@ -81,7 +81,7 @@ private:
     /// Returns the entry whose future equals \a future, or end(). The caller holds the lock.
     Registry::const_iterator findRecoverable(const Vyn::future<void> &future) const;
 
-    Registry mRegistry{8};              ///< begins with 8 buckets
+    Registry mRegistry{8};              ///< with 8 buckets or more
     mutable std::mutex mLock;           ///< guards mRegistry
     std::atomic<std::size_t> mSize = 0; ///< the size of mRegistry, for readers without the lock
 };

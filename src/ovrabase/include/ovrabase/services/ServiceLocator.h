@@ -80,7 +80,7 @@ private:
     OVRABASE_EXPORT bool add(std::size_t id, std::unique_ptr<Service> service);
     OVRABASE_EXPORT Service *find(std::size_t id);
 
-    /// The services by type id. Begins with 8 buckets.
+    /// The services by type id. Begins with 8 buckets or more.
     std::unordered_map<std::size_t, std::unique_ptr<Service>> mServices{8};
     std::mutex mLock; ///< guards mServices
 
