@@ -113,12 +113,14 @@ TEST_F(ApplicationFolders, CopyWhatIsNotOnDiskUnderFreeNames)
     EXPECT_EQ(tree("tmp"), "");
 
     const bool hasDrives = QDir::rootPath() != u'/'; // otherwise a folder is named "c:"
-    const QString source = hasDrives ? path("a.tar.gz") : u"c:/a.tar.gz"_s;
-    make(hasDrives ? "a.tar.gz=content" : "c:/a.tar.gz=content");
+    const QString drive = hasDrives ? path("c/") : u"c:/"_s;
+    make(hasDrives ? "c/a.tar.gz=text, c/a_041.gz" : "c:/a.tar.gz=text, c:/a_041.gz");
     const auto current = inFolder(mFolder.path());
-    onThreads(4, [&](int) { ensureFileIsOnDisk(source); });
+    onThreads(3, [&](int) { ensureFileIsOnDisk(drive + u"a.tar.gz"_s); });
+    ensureFileIsOnDisk(drive + u"a_041.gz"_s);
+    ensureFileIsOnDisk(drive + u"a.tar.gz"_s);
     EXPECT_EQ(tree("tmp/an app/external_files"),
-        "a.gz=content, a_001.gz=content, a_002.gz=content, a_003.gz=content");
+        "a.gz=text, a_001.gz=text, a_002.gz=text, a_003.gz=text, a_042.gz");
 
     EXPECT_TRUE(loadBinaryFile(ensureFileIsOnDisk(kResource)).startsWith("<RCC>"));
     for (const QString &missing : {u"http://host/a%1.png"_s, u"qrc:/missing.png"_s}) {

@@ -23,6 +23,7 @@
 #include <filesystem>
 #include <map>
 #include <system_error>
+#include <utility>
 
 namespace Vyn::OvraBase {
 namespace {
@@ -81,8 +82,8 @@ QString inApplicationTemporaryFolder(const QString &name)
     return path;
 }
 
-/// Remembers, for one folder and each file name, the number of the next copy. The search for a free
-/// name then does not begin at the first number each time.
+/// Remembers, for one folder and each sequence of names, the number of the next copy. The search
+/// for a free name then does not begin at the first number each time.
 ///
 /// The numbers are forgotten if something else has changed the folder, which its modification time
 /// shows. The clock of the file system may be too coarse to tell two changes apart. So the time is
@@ -99,7 +100,8 @@ public:
         if (std::filesystem::last_write_time(native, error) != mMark) {
             mNext.clear();
         }
-        qint64 &next = mNext.insert({names.path(names.first()), names.first()}).first->second;
+        const std::pair<QString, qint64> sequence(names.path(names.first()), names.first());
+        qint64 &next = mNext.insert({sequence, names.first()}).first->second;
         for (;; ++next) {
             file.setFileName(names.firstFreePath(next));
             if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
@@ -121,7 +123,9 @@ public:
 
 private:
     QMutex mMutex;
-    std::map<QString, qint64> mNext;       ///< the next number, by the path without a number
+    /// The next number, by the first path and its number: "a.png" and "a_005.png" have the same
+    /// first path.
+    std::map<std::pair<QString, qint64>, qint64> mNext;
     std::filesystem::file_time_type mMark; ///< the modification time that the last copy set
 };
 
