@@ -199,8 +199,8 @@ OVRABASE_EXPORT QString logStr(const QKeySequence &value);
 OVRABASE_EXPORT QString logStr(const QImage &value);
 OVRABASE_EXPORT QString logStr(const QBitmap &value);
 OVRABASE_EXPORT QString logStr(const QPixmap &value);
-/// Returns the text of the cursor's bitmap and the current position of the mouse pointer. Call it
-/// on the GUI thread only.
+/// Returns the text of the cursor's bitmap, as of a QPixmap, and the position of the mouse pointer.
+/// Call it on the GUI thread only.
 OVRABASE_EXPORT QString logStr(const QCursor &value);
 /// \}
 

@@ -68,7 +68,7 @@ struct OVRABASE_EXPORT USBInfo : DeviceInfo {
 /// if it has the device interface GUID_DEVINTERFACE_DISK. On Linux, a virtual disk (for example, a
 /// loop device, zram, a network block device or a RAID array) is listed if its size is not 0; most
 /// have the size 0 while they are not in use. Partitions, device-mapper volumes, optical drives and
-/// floppy drives are not listed.
+/// floppy drives are not listed; on Linux, a USB floppy drive is.
 OVRABASE_EXPORT std::vector<DeviceInfo> getDisksInfo();
 
 /// Returns the USB devices with their children. Fails as getDisksInfo() does.
@@ -78,8 +78,8 @@ OVRABASE_EXPORT std::vector<USBInfo> getUSBInfo();
 ///
 /// On Linux, a device is listed only if it is on a bus and has a modalias, which is the text by
 /// which Linux finds the driver for a device. A node of the ACPI table is not listed if it has a
-/// physical device, because drivers bind to the physical device, or if Linux itself added it to
-/// structure the table.
+/// physical device, because drivers bind to the physical device, or if its identifier begins with
+/// "LNX": Linux chose it, for example for the root of the table.
 OVRABASE_EXPORT std::vector<DeviceInfo> getUnknownDevicesInfo();
 
 /// Ejects the medium of the volume with the letter \a driveLetter.
@@ -94,8 +94,8 @@ OVRABASE_EXPORT void ejectUsbDrive(char driveLetter);
 /// Returns the system's text for the error \a code, in the local 8-bit encoding. \a code comes from
 /// GetLastError() on Windows and from errno on Linux.
 ///
-/// The text is unchanged, so that it ends in a line end on Windows. An unknown code has a text,
-/// too.
+/// The text is unchanged, so that it ends in a line end on Windows. The text of an unknown code is
+/// "Unknown error <code>" on Windows.
 OVRABASE_EXPORT std::string errorMessage(std::uint32_t code);
 
 } // namespace Vyn::OvraBase

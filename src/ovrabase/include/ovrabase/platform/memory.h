@@ -53,7 +53,7 @@ protected:
 /// of objects. While there is no application object, an object is deleted immediately on the
 /// calling thread.
 struct QObjectDeleteLater {
-    /// Deletes \a object as described for the class. Ignores null. Throws nothing.
+    /// Deletes \a object as described for the class. Ignores null.
     ///
     /// If \a object has a parent, logs an error on the logger Debug, because the parent may delete
     /// \a object first. \a object is deleted all the same. Can be called on any thread; while the

@@ -52,7 +52,8 @@ public:
     /// agrees.
     virtual bool askQuestion(const QString &title, const QString &text) = 0;
 
-    /// Suppresses messages until the matching endMute(). Several mutes may be active at a time.
+    /// Suppresses messages until the matching endMute(). The implementation decides whether it also
+    /// suppresses questions. Several mutes may be active at a time.
     virtual void beginMute() = 0;
     /// Ends one beginMute(). Must not throw, because the destructor of MuteScope calls it.
     virtual void endMute() = 0;

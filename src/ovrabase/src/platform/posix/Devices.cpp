@@ -131,8 +131,8 @@ bool isDisk(udev_device *device, const QString &driver)
 }
 
 /// Returns true if \a device is a node of the ACPI table that getUnknownDevicesInfo() leaves out.
-/// Either it has a physical device, to which drivers bind instead, or Linux itself added the node
-/// ("LNX…"), for example for the root of the table.
+/// Either it has a physical device, to which drivers bind instead, or its identifier begins with
+/// "LNX": Linux chose it, for example for the root of the table.
 bool isPassiveAcpiNode(udev_device *device)
 {
     const QString folder = QFile::decodeName(udev_device_get_syspath(device));
