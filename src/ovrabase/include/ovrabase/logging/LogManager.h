@@ -36,10 +36,10 @@ struct OVRABASE_EXPORT LogDelegate {
     ///
     /// The function may log, register and unregister. Its records are delivered after the current
     /// one. After installQtMessageHandler(), so are the Qt messages that it causes. If the delivery
-    /// of a Qt message causes another one, and so on 100 times, a warning is delivered in place of
-    /// the next message, and all further ones are dropped. A fatal Qt message that the function
-    /// causes is written to standard error, because the process ends before the message could be
-    /// delivered.
+    /// of a Qt message and of the records that follow from it causes 100 more Qt messages, a
+    /// warning is delivered in place of the next one, and all further ones are dropped. A fatal Qt
+    /// message that the function causes is written to standard error, because the process ends
+    /// before the message could be delivered.
     ///
     /// The function must not log through a spdlog logger with the library's sink. After
     /// bindLoggers(), spdlog's default logger has that sink. During a record that came from spdlog,

@@ -67,10 +67,10 @@ QT_END_NAMESPACE
 
 /// \file
 /// logStr() returns the short text for a value in a log message. The form of the text does not
-/// change between releases, because tools read it.
+/// change between releases 6.x, because tools read it.
 ///
-/// An overload accepts its own type and classes derived from it. The overload for QString also
-/// accepts string builders. Any other value that converts to the type is a compile error: an
+/// An overload accepts its own type and classes derived from it. The overloads for QString and
+/// QByteArray also accept string builders. Any other conversion to the type is a compile error: an
 /// enumeration is not accepted as int, and a pointer is not accepted as bool. All functions are
 /// thread-safe, except for a QCursor and for a value that contains one (a variant or a container).
 /// None fails.

@@ -19,8 +19,8 @@
 namespace Vyn::OvraBase::os {
 namespace {
 
-/// Other programs may do everything with an entry that is open here. The system decides whether an
-/// entry that they have open can be removed.
+/// Other programs may open an entry that is open here, but while it is open with DELETE, only with
+/// FILE_SHARE_DELETE. The system decides whether an entry that they have open can be removed.
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD kRemoval = DELETE | SYNCHRONIZE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
 constexpr DWORD kListing = SYNCHRONIZE | FILE_READ_ATTRIBUTES | FILE_LIST_DIRECTORY;
@@ -86,10 +86,12 @@ bool removeOpened(HANDLE entry)
 {
     // First with the POSIX semantics of Windows 10: the name disappears when this handle is closed,
     // even if other programs have the entry open, so that the folder that contains the entry can be
-    // removed. Not every file system can do this. The headers of MinGW lack the names of these
-    // constants.
+    // removed. Not every file system can do this. The headers of MinGW declare
+    // FileDispositionInfoEx (21) for newer versions of Windows only.
     constexpr auto kDispositionInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
-    DWORD deletePosixIgnoreReadOnly = 0x01 | 0x02 | 0x10;
+    DWORD deletePosixIgnoreReadOnly = FILE_DISPOSITION_FLAG_DELETE |
+                                      FILE_DISPOSITION_FLAG_POSIX_SEMANTICS |
+                                      FILE_DISPOSITION_FLAG_IGNORE_READONLY_ATTRIBUTE;
     if (::SetFileInformationByHandle(entry, kDispositionInfoEx, &deletePosixIgnoreReadOnly,
             sizeof(deletePosixIgnoreReadOnly))) {
         return true;
