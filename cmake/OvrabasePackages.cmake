@@ -65,7 +65,9 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" RENAME copyright
         DESTINATION "${folder}" COMPONENT ${component} EXCLUDE_FROM_ALL
     )
-    install(FILES "${changes}" DESTINATION "${folder}" COMPONENT ${component} EXCLUDE_FROM_ALL)
+    if(OVRABASE_GZIP)
+        install(FILES "${changes}" DESTINATION "${folder}" COMPONENT ${component} EXCLUDE_FROM_ALL)
+    endif()
 endforeach()
 
 include(CPack)
