@@ -18,11 +18,11 @@ namespace Vyn::Detail {
 /// The name has neither the return type nor the parameters, qualifiers and constraints of the
 /// function. For a lambda, the parameters, qualifiers and constraints of the enclosing function are
 /// kept. If \a function is empty or equal to \a signature, returns all of \a signature. Accepts any
-/// text. Takes linear time.
+/// text. Takes time in proportion to the length of \a signature if \a function is short.
 OVRABASE_EXPORT std::string_view qualifiedNameOf(
     std::string_view signature, std::string_view function);
 
-/// The text of a LOG_CONTEXT, which is composed only once for each place in the source.
+/// The text of a LOG_CONTEXT. It is composed once for each place, or instance of a template.
 class OVRABASE_EXPORT LogContext {
 public:
     /// \a place is "path:line ", where path is the text of __FILE__. \a signature and \a function

@@ -167,7 +167,8 @@ std::error_code makeFolderLike(const QString & /*from*/, const QString &to)
 
 void finishFolderLike(const QString & /*from*/, const QString & /*to*/) {}
 
-// MinGW's std::filesystem::directory_iterator lists another folder for a path of 256 characters.
+// For a path of 256 or more characters, MinGW's std::filesystem::directory_iterator lists the
+// current folder.
 std::error_code listFolder(const QString &path, QStringList &names)
 {
     const std::filesystem::path pattern =
