@@ -37,7 +37,7 @@ TEST(StringUtils, GetCopyNameCountsOnAfterTheTranslatedWord)
             {"%2%1 copy 1", "%2%1 copy 2"}, {u"\xD800 copy 1"_s, u"\xD800 copy 2"_s},
             // writes a number that exceeds a signed 32-bit integer, but does not read one
             {"A copy 2147483647", "A copy 2147483648"}, {"A copy 2147483648", "A copy 1"},
-            // counts only in a single line; one line feed may end it
+            // increases a number only in a single line; one line feed may follow the number
             {"A copy 1\n", "A copy 2"}, {"A copy 1\n\n", "A copy 1\n\n copy"},
             {"A\nB copy 1", "A\nB copy 1 copy"}, {"A\rB copy 1", "A\rB copy 2"},
             {"A copy\n", "A copy\n copy"},
@@ -57,7 +57,7 @@ TEST(StringUtils, GetCopyNameCountsOnAfterTheTranslatedWord)
         {{"Wand (neue) Kopie 2", "Wand (neue) Kopie 3"}, {"Wand copy", "Wand copy (neue) Kopie"}});
 }
 
-TEST(StringUtils, MakeValidXmlTagKeepsWhatAnElementNameMayHold)
+TEST(StringUtils, MakeValidXmlTagKeepsTheAsciiOfElementNames)
 {
     expectRows(
         makeValidXMLTag, {{"3d model", "dmodel"}, {"XmLnode", "node"}, {".-9", ""}, {"._-", "_-"},

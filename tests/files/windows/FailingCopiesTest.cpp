@@ -98,7 +98,8 @@ TEST_F(FailingCopies, LoseNoContentWhicheverCallIsRefused)
                 answers.push_back(copyRecursively(path("all/source"), path("all/tree")));
             }
             wasRefused = gCallsBeforeRefusal < 0;
-            // Four new files are synced, three of them by copyWithBackup(), and two old ones.
+            // Each of the four new files is synced after it is copied, each of the two old ones
+            // when it becomes the backup, and both files of the single copy once more in between.
             EXPECT_TRUE(wasRefused || call >= (QLatin1String(name) == "FlushFileBuffers" ? 8 : 1));
             failures += std::count(answers.begin(), answers.end(), false);
             mLog.take(); // a warning for each failure

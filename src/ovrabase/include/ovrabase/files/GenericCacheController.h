@@ -28,8 +28,8 @@ public:
     GenericCacheController &operator=(const GenericCacheController &) = default;
 
     /// Removes all files in the cache folder that are writable and not hidden. If the cache folder
-    /// has a sub-folder that is writable and not hidden, removes the cache folder with its whole
-    /// content instead.
+    /// has a sub-folder, or a link to a folder, that is writable and not hidden, removes the cache
+    /// folder with its whole content instead.
     void clear();
 
     /// Removes the cache folder with its content. Does nothing if the path is a file.
