@@ -222,7 +222,7 @@ bool AssetLibrary::isTaken(const QString &name) const
 }
 
 /// Returns true if a new asset can have the name \a name: the name and the name of its backup are
-/// not taken, and \a name is not the name of another asset's backup.
+/// not taken, and \a name is not the name that the backup of a taken name has or would have.
 bool AssetLibrary::isFree(const QString &name) const
 {
     return !isTaken(name) && !isTaken(name + kBackup) &&
@@ -230,9 +230,10 @@ bool AssetLibrary::isFree(const QString &name) const
 }
 
 /// Returns a valid and free name for a new asset: ensureValidFileName() of \a name, or if that is
-/// not free, the first free one of "name copy", "name copy 2" and so on, with the extension at the
-/// end. A long name is shortened before " copy" is appended. FileUtils::getUniqueFileName() is not
-/// used: it does not know the files of the batch that are not copied yet.
+/// not free, the first free one of its copy names, see StringUtils::getCopyName(), with the
+/// extension at the end. A long name is shortened before " copy" is appended.
+/// FileUtils::getUniqueFileName() is not used: it does not know the files of the batch that are not
+/// copied yet.
 QString AssetLibrary::freeName(const QString &name)
 {
     QString valid = FileUtils::ensureValidFileName(name);
@@ -252,8 +253,9 @@ QString AssetLibrary::freeName(const QString &name)
 }
 
 /// Returns true if the new content of a source with the file name \a sourceName may replace the old
-/// content of \a asset, which becomes a backup. This is so if \a asset has no other source, if its
-/// name was made from \a sourceName and has room for ".bak", and if it has no backup yet.
+/// content of \a asset, which becomes a backup. This is so if \a asset has no other source and no
+/// backup yet, and if its name has room for ".bak" and was probably made from \a sourceName: it is
+/// the valid form of \a sourceName, or begins with the first copy name of that.
 bool AssetLibrary::mayReplace(const Asset &asset, const QString &sourceName) const
 {
     const QString valid = FileUtils::ensureValidFileName(sourceName);

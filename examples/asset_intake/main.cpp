@@ -182,8 +182,9 @@ int run(const QStringList &arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Copies the files below SOURCE into LIBRARY, each content once, under valid and unique\n"
-        "names. A file that was changed since its last intake replaces its copy; the old content\n"
-        "is kept with the ending \".bak\". LIBRARY/manifest.json tells where each file came from.\n"
+        "names. A file that was changed since its last intake normally replaces its copy; the\n"
+        "old content is kept with the ending \".bak\". LIBRARY/manifest.json tells where each\n"
+        "file came from.\n"
         "Without folders, the system's icons and pixmaps are copied to a temporary library."));
     parser.addPositionalArgument(u"SOURCE"_s, u"A folder outside of LIBRARY."_s, u"[SOURCE"_s);
     parser.addPositionalArgument(
