@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// A program that starts, calls one function of Qt Gui and ends.
+// A program that starts, uses a QColor of Qt Gui, and ends.
 
 #include <QColor>
 

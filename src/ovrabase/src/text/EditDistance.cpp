@@ -467,8 +467,9 @@ std::uint64_t computeManyBands(const Comparison &table, UnitRowsOf unitRows)
     const std::size_t columns = table.columns();
     const char16_t *const units = table.text.utf16();
     const bool isLimited = table.limit < std::max(columns, table.rows.size());
-    // The borders of the last computed row. From unit `end` on, they are still those of row 0, so
-    // that the cells there may be too great, but never too small.
+    // The borders of the last computed row, from unit `from` on. Those before it are not read any
+    // more. From unit `end` on, they are still those of row 0, so that the cells there may be too
+    // great, but never too small.
     std::vector<std::uint8_t> borders(columns, packed(Kind::kTop));
 
     std::size_t band = table.rows.firstBand();

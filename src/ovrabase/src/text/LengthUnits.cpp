@@ -139,9 +139,9 @@ const QChar *skipUnit(const QChar *at, const QChar *end)
     return at;
 }
 
-/// Finds the first match of "([+-]?[\d.]+(?:[eE][-+]?\d+)?)\s*([\pL\pM*]+)?". One pass is enough,
-/// because no part of this expression needs backtracking. QRegularExpression is not used: it finds
-/// no match in very long texts, and none in texts with unpaired surrogates.
+/// Finds the first match of "([+-]?[\d.]+(?:[eE][-+]?\d+)?)\s*([\pL\pM*]+)?". One pass is enough:
+/// no repetition is ever shortened, and an "e" that no digit follows belongs to the unit.
+/// QRegularExpression is not used: it finds no match in texts with unpaired surrogates.
 Length findLength(QStringView text)
 {
     const QChar *const end = text.end();

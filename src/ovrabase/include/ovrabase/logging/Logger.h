@@ -143,10 +143,10 @@ private:
 ///   operator of the standard library or of the namespace of the value.
 /// - All other values with a logStr(), as its text, or with a conversion that std::ostream takes.
 ///
-/// An operator of any other namespace is found only by callers in its scope. For these callers, it
-/// is preferred to operators that need a conversion and to the logStr() of a class, but not used
-/// for the first value of a statement. Normally it returns a std::ostream and not the message, so
-/// that no Qt value can follow in the statement.
+/// An operator of any other namespace is found only by callers in its scope. For these callers, an
+/// operator for exactly the type is preferred to operators that need a conversion and to the
+/// logStr() of a class, except for the first value after info() and the like. Normally it returns a
+/// std::ostream and not the message, so that no Qt value can follow in the statement.
 class OVRABASE_EXPORT StreamLogger : public std::iostream {
 public:
     /// Takes over the message of \a other, which then delivers nothing.
@@ -219,9 +219,9 @@ private:
     StreamLogger &writeText(QStringView text);
 
     /// \name Fast functions that write what std::ostream would write
-    /// They return false, and write nothing, if the stream has another format than the default,
-    /// another buffer or an error, if they do not support the type of the value, or if the
-    /// allocated memory of the buffer is too small. std::ostream then writes the value.
+    /// They return false, and write nothing, if the stream has a format that may change the text,
+    /// another buffer, a tied stream or an error, if they do not support the type of the value, or
+    /// if the allocated memory of the buffer is too small. std::ostream then writes the value.
     /// \{
     bool append(std::string_view bytes) noexcept;
     bool append(long long number) noexcept;
