@@ -9,9 +9,10 @@
 
 using Vyn::OvraBase::FileUtils;
 
-/// The input is a name in UTF-8. Checks that ensureValidFileName() gives valid names and leaves
-/// valid names unchanged. Also checks that a name begins with its text before the extension, and
-/// that its complete extension ends with its extension.
+/// The input is a name in UTF-8. Checks that ensureValidFileName() gives valid names and that a
+/// second call changes nothing. For names that are not empty and have no NUL, checks that it
+/// changes exactly the invalid ones. Also checks that a name begins with its text before the
+/// complete extension, and that its complete extension ends with its extension.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QString name =

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Logs before main(), after it, and after the manager is closed and the loggers are destroyed. A
-// process of its own, because it tests the order of statics. It exits with 0 if the right records
-// are delivered.
+// process of its own, because it tests the order of statics. It exits with 0 if the right
+// number of records is delivered and the last instance destroys the loggers.
 
 #include "support/Require.h"
 
@@ -65,7 +65,7 @@ struct TimelySpeaker {
 
 int main()
 {
-    // Left registered on purpose: the manager must release it at its own end.
+    // Left registered on purpose, so that the manager is closed with a registration.
     gLeftRegistered = new Core::Log::ScopedPushLogDelegate(std::make_shared<Counting>());
     logger(UI).info("main") << "dropped, not bound yet";
     bindLoggers();

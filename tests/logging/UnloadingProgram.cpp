@@ -17,7 +17,7 @@ int main(int argc, char **argv)
     const QString folder = QCoreApplication::applicationDirPath();
     QLibrary plugin(folder + QStringLiteral("/ovrabaseTestPlugin.dll.6.0"));
     const QFunctionPointer install = plugin.resolve(argc == 2 ? argv[1] : "");
-    Vyn::Test::require(install != nullptr, "the plug-in is loaded");
+    Vyn::Test::require(install != nullptr, "the plug-in has the function");
     install();
     Vyn::Test::require(plugin.unload(), "the plug-in is unloaded");
     qWarning("to a handler of the library");

@@ -15,7 +15,7 @@ using namespace Vyn::Test;
 using namespace testing;
 using Vyn::Exception::DriveUnmountException;
 
-TEST(WindowsUtils, TextOfAUsbDeviceHasFieldsAsTheyAreAndNoUnknownNumber)
+TEST(WindowsUtils, TextOfAUsbDeviceHasFieldsAsTheyAreAndNoUnknownUsbNumber)
 {
     USBInfo device;
     device.pdo = QStringLiteral("%2");

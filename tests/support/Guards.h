@@ -59,7 +59,7 @@ struct Grouping : std::numpunct<char> {
 }
 
 #ifdef Q_OS_LINUX
-/// Lets the process open a file only while fewer than \a limit files are open. This holds for root
+/// Lets the process open a file only if a descriptor below \a limit is free. This holds for root
 /// too. Call only the tested function while the guard exists: checks of the undefined behaviour
 /// sanitizer open files.
 [[nodiscard]] inline Guard withOpenFiles(rlim_t limit)

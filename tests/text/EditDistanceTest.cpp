@@ -59,7 +59,8 @@ struct Texts {
     qsizetype below(qsizetype limit) { return qsizetype(random() % std::size_t(limit)); }
 
     /// Chooses an alphabet and makes two texts. In half of the pairs, the second text is the first
-    /// one after up to four edits. Most texts are short, and some have about 64 or 128 units.
+    /// one after up to four changes of a unit and four swaps. Most texts are short, and some have
+    /// about 64 or 128 units.
     std::pair<QString, QString> pair()
     {
         static constexpr int kSizes[] = {1, 2, 4, 26, 300, 60000};

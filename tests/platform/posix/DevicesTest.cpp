@@ -78,8 +78,8 @@ TEST(Devices, LogsThatDevicesCannotBeListed)
         EXPECT_THAT(getUnknownDevicesInfo(), IsEmpty());
     }
     {
-        // This comes last: the undefined behaviour sanitizer opens a file at the first check of an
-        // object, which the calls above cause.
+        // This comes last: the undefined behaviour sanitizer opens a pipe when it first checks an
+        // object of a class. The calls above, which fail too, make it check all these classes.
         const auto limit = Vyn::Test::withOpenFiles(0);
         EXPECT_THAT(getDisksInfo(), IsEmpty());
     }

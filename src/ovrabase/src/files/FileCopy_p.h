@@ -44,7 +44,8 @@ public:
     /// failure.
     std::error_code syncFile(const QString &name) const;
 
-    /// Waits until the names in the folder are on the disk.
+    /// Waits until the names in the folder are on the disk. If the file system cannot sync folders,
+    /// succeeds without that. Does nothing on Windows, where each rename waits.
     std::error_code syncNames() const;
 
     /// Renames the entry \a from of this folder to the name \a to. Fails if \a to exists. On a file
@@ -53,13 +54,13 @@ public:
     std::error_code renameNew(const QString &from, const QString &to) const;
 
     /// Renames the entry \a from of this folder to the name \a to in one step. An existing file
-    /// \a to is replaced. On failure nothing has changed.
+    /// \a to is replaced, but not by a folder. On failure nothing has changed.
     std::error_code renameOver(const QString &from, const QString &to) const;
 
-    /// Makes \a backup a hard link to the entry \a name. An existing file or link \a backup is
-    /// replaced. Renames the entry instead on Windows, and if no hard link to it can be made (for
-    /// example, if it is a folder). \a spare is a free name, used for the link until it replaces
-    /// \a backup.
+    /// Makes \a backup a hard link to the entry \a name. Renames the entry instead on Windows, and
+    /// if no hard link to it can be made (for example, if it is a folder). An existing file or link
+    /// \a backup is replaced, but not by a folder. \a spare is a free name, used for the link until
+    /// it replaces \a backup.
     std::error_code keepAsBackup(
         const QString &name, const QString &backup, const QString &spare) const;
 
@@ -91,7 +92,7 @@ public:
 private:
     struct FileSystem {
         unsigned long long id;
-        int descriptor; ///< -1 if the folder cannot be opened
+        int descriptor; ///< -1 if the folder cannot be opened, and on Windows
     };
     std::vector<FileSystem> mFileSystems;
 };

@@ -7,11 +7,12 @@
 
 namespace Vyn::OvraBase::os {
 
-/// The path of a folder to which only this user has access.
+/// The path of a folder, normally one to which only this user has access.
 struct PrivateFolder {
     QString path;
-    /// False if another user may have access to the path. True even if the folder cannot be made:
-    /// then the next operation of the caller on the path fails.
+    /// False if the path is empty, or if makePrivateFolder() finds that another user may have
+    /// access to it. True even if the folder cannot be made: then the next operation of the caller
+    /// on the path fails.
     bool isUsable = false;
 };
 

@@ -35,11 +35,11 @@ struct OVRABASE_EXPORT LogDelegate {
     /// Qt::BlockingQueuedConnection, no event loop.
     ///
     /// The function may log, register and unregister. Its records are delivered after the current
-    /// one. After installQtMessageHandler(), so are the Qt messages that it causes. If the delivery
-    /// of a Qt message and of the records that follow from it causes 100 more Qt messages, a
-    /// warning is delivered in place of the next one, and all further ones are dropped. A fatal Qt
-    /// message that the function causes is written to standard error, because the process ends
-    /// before the message could be delivered.
+    /// one. After installQtMessageHandler(), so are the Qt messages that it causes. If one such
+    /// message and all that follow from it are more than 100, a warning is delivered in place of
+    /// the 101st, and all further ones are dropped. A fatal Qt message that the function causes is
+    /// written to standard error, because the process ends before the message could be
+    /// delivered.
     ///
     /// The function must not log through a spdlog logger with the library's sink. After
     /// bindLoggers(), spdlog's default logger has that sink. During a record that came from spdlog,
@@ -113,7 +113,7 @@ private:
 ///
 /// Constructor and destructor wait while another thread delivers a record. So do not call them
 /// while you hold a lock that a delegate takes. After the destructor, no other thread runs the
-/// delegate.
+/// delegate, except at the end of the process.
 ///
 /// A registration may end inside LogDelegate::log(). Its delegate is then released after all queued
 /// records are delivered, and without a lock, so that the destructor of the delegate may wait for a
