@@ -2,8 +2,9 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Builds and runs a project that contains ovrabase and has settings of its own (C++ standard, output
-# folders, installation), and checks that ovrabase leaves these settings alone.
+# Builds and runs a project that contains ovrabase and has its own C++ standard and output folders. Checks
+# that ovrabase keeps to these, and adds no programs, tests, -Werror and installed files to the project.
+# Also checks that ovrabase refuses to be a static library.
 . "$(dirname "$0")/lib.sh"
 
 build=build/parent

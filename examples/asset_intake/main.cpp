@@ -117,7 +117,7 @@ struct Summary {
 /// Adds the files in \a folder and its sub-folders to \a files. Ignores \a library, linked folders,
 /// and hidden files and folders. A folder that cannot be read becomes a failure of \a summary.
 /// Dangling links and names that are not UTF-8, which FileUtils::folderParseFiles() leaves out, are
-/// added: the intake reports that they cannot be read.
+/// added: the intake reports them as failed.
 void find(const QString &folder, const QDir &library, std::vector<QString> &files, Summary &summary)
 {
     std::error_code error;
@@ -182,9 +182,10 @@ int run(const QStringList &arguments)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Copies the files below SOURCE into LIBRARY, each content once, under valid and unique\n"
-        "names. A file that was changed since its last intake normally replaces its copy; the\n"
-        "old content is kept with the ending \".bak\". LIBRARY/manifest.json tells where each\n"
-        "file came from.\n"
+        "names. A file that was changed since its last intake replaces its copy, and the old\n"
+        "content is kept with the ending \".bak\", if the copy has no other source and no backup\n"
+        "yet. Otherwise it is copied like a new file. LIBRARY/manifest.json tells where each file\n"
+        "came from.\n"
         "Without folders, the system's icons and pixmaps are copied to a temporary library."));
     parser.addPositionalArgument(u"SOURCE"_s, u"A folder outside of LIBRARY."_s, u"[SOURCE"_s);
     parser.addPositionalArgument(
