@@ -15,7 +15,7 @@ void start(benchmark::State &state, const QString &program)
 {
     for (auto _ : state) {
         if (QProcess::execute(program, {}) != 0) {
-            state.SkipWithError("the program does not start");
+            state.SkipWithError("the program does not start or fails");
             return;
         }
     }

@@ -9,5 +9,5 @@ preset=${1:-dev}
 install_packages "${build_packages[@]}" "${test_packages[@]}"
 configure_and_build "$preset"
 ctest --preset "$preset" -j "$jobs"
-# The faults that the tests cannot provoke on this machine.
+# What was not tested, and why: for example, a fault that the tests cannot provoke on this machine.
 grep '^NOT TESTED' "build/$preset/Testing/Temporary/LastTest.log" || true

@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// While a folder is being removed, it is replaced by a link to another folder, the victim, at each
-/// system call of the removal in turn; or a folder in it is moved into the victim. The victim must
-/// lose none of its files.
+/// While a folder is being removed or emptied, the folder or its sub-folder is replaced by a link to
+/// another folder, the victim: in each run at another system call, as long as the folder has
+/// entries. In a second test, a sub-folder is moved into the victim. The victim must lose none of
+/// its files.
 
 #include "faults/Faults.h"
 #include "support/Cache.h"
