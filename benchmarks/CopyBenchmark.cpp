@@ -45,7 +45,7 @@ QDir source(const benchmark::State &state)
     for (int i = 0; isNew && i < countFor(state); ++i) {
         const QString path = found->second.filePath(nameOf(i));
         FileUtils::makeFolder(FileUtils::extractFolderPath(path));
-        QFile file(path); // saveTextToFile() would sync each file
+        QFile file(path);
         if (!file.open(QFile::WriteOnly) || file.write(QByteArray(i * 37 % 8192, 'x')) < 0) {
             qFatal("%s cannot be written", qUtf8Printable(path));
         }

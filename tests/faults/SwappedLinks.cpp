@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 /// \file
-/// While a folder is being removed or emptied, the folder or its sub-folder is replaced by a link to
-/// another folder, the victim: in each run at another system call, as long as the folder has
+/// While a folder is being removed or emptied, the folder or its sub-folder is replaced by a link
+/// to another folder, the victim: in each run at another system call, as long as the folder has
 /// entries. In a second test, a sub-folder is moved into the victim. The victim must lose none of
 /// its files.
 

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
-// A plug-in that test programs load. It links the library, and shares it with a program that links it too.
+// A plug-in that test programs load. It links the library, and shares it with a program that links
+// it too.
 
 #include "support/PluginServices.h"
 
