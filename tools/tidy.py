@@ -5,7 +5,8 @@
 
 For each source without a complaint the cache has a file, whose name is a hash of everything that
 clang-tidy sees: the source, each header that the compiler read for it, the compiler's arguments, the
-settings and the version of clang-tidy. A source whose headers the build does not know is checked.
+settings and the version of clang-tidy. A source whose headers the build does not know is checked. A
+source without a compile command in BUILD is left out.
 """
 
 import concurrent.futures
@@ -32,7 +33,7 @@ def hash_of(path):
 
 
 def dependencies(build):
-    """Returns, for each object file that is up to date, the files that it was compiled from."""
+    """Returns, for each object file with a valid record in ninja, the files that it was compiled from."""
     known = {}
     for block in output_of("ninja", "-C", build, "-t", "deps").split("\n\n"):
         head, *files = block.splitlines() or [""]

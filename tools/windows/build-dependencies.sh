@@ -67,7 +67,7 @@ build_all() {
 build_benchmark() {
     rm -rf "$work"
     get_sources benchmark
-    # GIT_VERSION: without it, the build asks git, and there is no repository.
+    # GIT_VERSION: Debian's sources do not ask git for the version, and cannot be configured without one.
     build benchmark -DBUILD_SHARED_LIBS=OFF -DGIT_VERSION=0.0.0 -DBENCHMARK_ENABLE_TESTING=OFF \
         -DBENCHMARK_ENABLE_WERROR=OFF -DBENCHMARK_INSTALL_DOCS=OFF
     mv "$work/prefix" "$benchmark"

@@ -9,7 +9,8 @@
 
 /// \file
 /// The seam for small differences between the systems, implemented in windows/FileSystem.cpp and
-/// posix/FileSystem.cpp. The functions neither log nor throw.
+/// posix/FileSystem.cpp. The functions do not log, and throw std::bad_alloc
+/// only.
 namespace Vyn::OvraBase::os {
 
 /// On Windows, while an object of this class exists, QFileInfo::isReadable(), isWritable() and the

@@ -10,7 +10,8 @@
 class QString;
 
 /// \file
-/// The seam for the removal of files and folders. The functions neither log nor throw.
+/// The seam for the removal of files and folders. The functions do not log, and throw
+/// std::bad_alloc only.
 namespace Vyn::OvraBase::os {
 
 /// Removes the file or link \a path, also if it is read-only. The target of a link stays. Returns

@@ -127,7 +127,7 @@ OVRABASE_EXPORT QString asStringLiteral(const QString &text);
 ///
 /// \a options are the accepted names, without "--". The name of an option ends at the first space.
 /// Its value is the text after that space, up to the next "--". The character in front of each "--"
-/// is dropped, whatever it is.
+/// is dropped, whatever it is. The "--" of several hyphens in a row are found from their end.
 ///
 /// Errors are pairs, too. For an option without a name, the pair is "Invalid syntax" and the text
 /// from its "--" up to the next "--". For an option that is not accepted, the pair is "Invalid

@@ -33,8 +33,8 @@ QString text(const char *value)
 }
 
 /// Returns the first non-empty text. \a attributes are tried first, because their texts come from
-/// the device itself; one that is a hexadecimal number is skipped. \a properties come from udev's
-/// rules and database.
+/// the device itself; one that begins with "0x" is a number and is skipped. \a properties come from
+/// udev's rules and database.
 QString firstOf(udev_device *device, std::initializer_list<const char *> attributes,
     std::initializer_list<const char *> properties)
 {
