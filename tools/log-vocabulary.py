@@ -4,11 +4,13 @@
 """Writes the tables of docs/log-vocabulary.md from the log sites of the source.
 
     tools/log-vocabulary.py           writes the tables. The last column, what to do, is written by hand
-                                      and kept; it is empty in new rows, which is an error
+                                      and kept. It is empty for a new position, which is an error. A new
+                                      text at a known position gets the column of another text there
     tools/log-vocabulary.py --check   fails if the tables differ from the source, or if the last column
                                       of a row is empty
 
-A log site that this script cannot read is an error.
+A LOG_CONTEXT or LogPosition in a .cpp file that this script cannot read is an error. Other log sites
+are not found.
 """
 import pathlib
 import re
@@ -77,7 +79,7 @@ def arguments_at(code, opening):
 
 
 def name_of(expression):
-    """Returns the placeholder of an expression: its names as words, without conversions."""
+    """Returns the placeholder of an expression: its names as words, without conversions, or its literals."""
     quoted = expression.startswith("logStr(")
     while True:
         inner = re.fullmatch(r"(?:logStr|view|textOf|QString::\w+|errorMessage|os::\w+)\((.*)\)",
@@ -105,18 +107,18 @@ def name_of(expression):
     return f'"{text}"' if quoted else text
 
 
-def texts_of(expression, code, header):
+def texts_of(expression, code):
     """Returns the possible texts of a message expression."""
     choice = split(expression, ["?"])
     if len(choice) == 2:
         branches = split(choice[1], [":"])
         if len(branches) == 2:
-            return texts_of(branches[0], code, header) + texts_of(branches[1], code, header)
+            return texts_of(branches[0], code) + texts_of(branches[1], code)
     parts = split(expression, ["<<", "+", "%"])
     if len(parts) > 1:
         texts = [""]
         for part in parts:
-            texts = [text + more for text in texts for more in texts_of(part, code, header)]
+            texts = [text + more for text in texts for more in texts_of(part, code)]
         return texts
     expression = parts[0]
     literals = rf"((?:{STRING}\s*)+)"
@@ -137,12 +139,7 @@ def texts_of(expression, code, header):
     if re.fullmatch(r"\w+", expression):
         made = re.findall(rf"\b{expression}\s*=\s*([^;]*?QStringLiteral[^;]*);", code)
         if made:
-            return texts_of(made[-1], code, header)
-    elif re.fullmatch(r"\w+\.\w+", expression) and "QStringLiteral" in header:
-        # The text is a literal in the private header of the source.
-        at = header.index("QStringLiteral")
-        end = re.search(r"[;}]", header[at:]).start()
-        return texts_of(header[at:at + end].strip(), header, "")
+            return texts_of(made[-1], code)
     return [name_of(expression)]
 
 
@@ -150,8 +147,6 @@ def records_of(path):
     """Yields (position, logger, level, text, exception) for the log sites of a source."""
     relative = path.relative_to(SOURCES).as_posix()
     code = without_comments(path.read_text(encoding="utf-8"))
-    header_path = path.with_name(path.stem + "_p.h")
-    header = without_comments(header_path.read_text(encoding="utf-8")) if header_path.exists() else ""
 
     def mistake(what, at=0):
         return Mistake(f"src/ovrabase/src/{relative}:{code.count(chr(10), 0, at) + 1}: {what}")
@@ -209,7 +204,7 @@ def records_of(path):
             message = re.sub(r"\b(\w+)\b(?![^\"]*\"(?:[^\"]*\"[^\"]*\")*[^\"]*$)",
                              lambda word: given.get(word.group(1), word.group(1)), message)
         where = positions_of(arguments[0], call.start())
-        texts = texts_of(message, code[:call.start()], header)
+        texts = texts_of(message, code[:call.start()])
         if len(where) not in (1, len(texts)):
             raise mistake("not one text for each position", call.start())
         for number, text in enumerate(texts):
@@ -226,14 +221,14 @@ def records_of(path):
             re.search(rf"^\s+{caller_of(stream.start())[:-2].split('::')[-1]}\([^;]*?\)\s*<<([^;]*);", code, re.M)
         if not written:
             raise mistake("cannot read what is written to this message", stream.start())
-        yield where, service, stream.group(3), texts_of(written.group(1), code, header)[0], ""
+        yield where, service, stream.group(3), texts_of(written.group(1), code)[0], ""
 
     # Records that are filled in without a logger.
     records = re.compile(r"\.level = (\d);\s*\w+\.context = QString::fromStdString\(LOG_CONTEXT\);"
                          r"\s*\w+\.message =\s*([^;]*);")
     for record in records.finditer(code):
         yield (positions_of("LOG_CONTEXT", record.start())[0], "", list(LEVELS.values())[int(record.group(1))],
-               texts_of(record.group(2), code, header)[0], "")
+               texts_of(record.group(2), code)[0], "")
 
     lost = set(positions) - used
     if lost:
