@@ -64,8 +64,8 @@ CLAIMS = [
           "of equal length. The textbook algorithm computes each cell of a table; the library computes up to 64 cells "
           "at once.",
           each([8, 16, 32, 64, 256, 1024], lambda n: Pair(
-              f"function, {n} Latin letters", f"pairs/latin_direct/{n}/{n}", TEXTBOOK, f"pairs/latin_plain/{n}/{n}",
-              "edit distance of two texts of 32 letters" if n == 32 else ""))
+              f"function, {n} ASCII characters", f"pairs/latin_direct/{n}/{n}", TEXTBOOK, f"pairs/latin_plain/{n}/{n}",
+              "edit distance of two texts of 32 characters" if n == 32 else ""))
           + each([16, 64, 256], lambda n: Pair(
               f"function, {n} ideographs", f"pairs/ideographs_direct/{n}/{n}", TEXTBOOK, f"pairs/ideographs_plain/{n}/{n}"))
           + each([16, 32, 256], lambda n: Pair(
@@ -79,12 +79,12 @@ CLAIMS = [
            "rapidfuzz-cpp, cached": "prepared/latin_peerCached/{0}/{0}"},
           LENGTHS, "length of both texts in UTF-16 units", "time per distance"),
     Claim("part", "Distance to a part of a text",
-          "`damerauLevenshteinSubstringDistance()` finds the part of a text that is most similar to a pattern.",
+          "`damerauLevenshteinSubstringDistance()` computes the least distance between a pattern and any part of a text.",
           each([(16, 64), (8, 100), (32, 256), (64, 1024)], lambda n: Pair(
               f"{n[0]} ideographs in {n[1]}", f"pairs/ideographs_directPart/{n[0]}/{n[1]}", TEXTBOOK,
               f"pairs/ideographs_plainPart/{n[0]}/{n[1]}"))
           + each([(16, 64), (64, 1024)], lambda n: Pair(
-              f"{n[0]} Latin letters in {n[1]}", f"pairs/latin_directPart/{n[0]}/{n[1]}", TEXTBOOK,
+              f"{n[0]} ASCII characters in {n[1]}", f"pairs/latin_directPart/{n[0]}/{n[1]}", TEXTBOOK,
               f"pairs/latin_plainPart/{n[0]}/{n[1]}"))),
     Claim("search", "Suggestions from a list of names",
           "Typed names are compared with 240 names of assets. The rows \"any part\" use `substringDistance()`. "
@@ -97,14 +97,14 @@ CLAIMS = [
            Pair("matcher, at most 3", "search/matcherLimited", "rapidfuzz-cpp, cached, at most 3", "search/peerLimited")]),
     Claim("escape", "Escaped texts",
           "`asStringLiteral()` and `escapeJSON()` beside a look-up for each character.",
-          [Pair(f"{function}, {text}, {size:,} characters", f"{form}/library/text:{kind}/size:{size}", "one look-up per character",
+          [Pair(f"{function}, {text}, about {size:,} bytes", f"{form}/library/text:{kind}/size:{size}", "one look-up per character",
                 f"{form}/plain/text:{kind}/size:{size}")
            for form, function in (("literal", "`asStringLiteral()`"), ("json", "`escapeJSON()`"))
            for kind, text in enumerate(("a path", "lines", "escapes only")) for size in (100, 10000)]),
     Claim("long", "Long texts",
-          "Here \"×\" is the time for 2 MB of the input that is slowest for a function, divided by the time for 1 MB. It is "
-          "about 2 if the time grows in proportion to the length. It is more if the function mainly copies memory that the "
-          "processor's caches cannot hold. \"time\" is the time for 1 MB.",
+          "Here \"×\" is the time for about 2 MB of the input that is slowest for a function, divided by the time for about "
+          "1 MB. It is about 2 if the time grows in proportion to the length. It can be more if the memory that the function "
+          "uses fits into the processor's caches for 1 MB, but not for 2 MB. \"time\" is the time for 1 MB.",
           [Pair(title, f"{name}/1", "2 MB beside 1 MB", f"{name}/2") for title, name in (
               ("`parseInput()`, dashes", "parseDashes"), ("`parseInput()`, many options", "parseManyOptions"),
               ("`substituteInString()`, open braces", "substitute/opened"), ("`substituteInString()`, keys", "substitute/keys"),
@@ -196,14 +196,15 @@ def machine(build, context):
         "File system": output("stat", "-f", "-c", "%T", os.environ.get("TMPDIR", "/tmp")),
         "Compiler": output(compiler, "--version").split("\n")[0] + ", Release",
         "Qt": output("pkg-config", "--modversion", "Qt6Core") or output("qmake6", "-query", "QT_VERSION"),
-        "Load when the run began": f"{context['load_avg'][0]:.1f}" if context.get("load_avg") else "unknown",
+        "Load when the last program began": f"{context['load_avg'][0]:.1f}" if context.get("load_avg") else "unknown",
     }
 
 
 def collect(results, build):
     """Puts new figures into docs/performance.json; the figures of other benchmarks stay.
 
-    A figure is the time of a repetition in nanoseconds, per item where a benchmark counts items.
+    A figure is the mean time of an iteration in one repetition, in nanoseconds, per item where a benchmark
+    counts items. It is processor time, unless the name of the benchmark says "real_time".
     """
     figures = json.loads(FIGURES.read_text()) if FIGURES.exists() else {"times": {}}
     for path in sorted(glob.glob(f"{results}/*.json")):
@@ -285,8 +286,8 @@ def rule(x1, y1, x2, y2, kind="grid"):
 def scale(low, high, begin, end):
     """Returns the ticks of a logarithmic axis and a function from a value to its coordinate.
 
-    The ticks are round values. They begin at or below low and end at or above high. The first one has
-    the coordinate begin, the last one the coordinate end.
+    The ticks are round values. They begin at or below low and end at or above high (or 0.1 % inside). The
+    first one has the coordinate begin, the last one the coordinate end.
     """
     steps = (1, 2, 5) if high < 100 * low else (1,)
     marks = [step * 10.0 ** exponent for exponent in range(-3, 13) for step in steps]
@@ -388,7 +389,7 @@ def write_page(figures):
     page += [f"| {key} | {value} |" for key, value in figures["machine"].items()]
     absent = [title for title, name in (("rapidfuzz-cpp", "search/peerCached"), ("XXH3", "xxh3/16")) if name not in times]
     if absent:
-        page += ["", f"Contenders that were not installed: {', '.join(absent)}."]
+        page += ["", f"Contenders without figures: {', '.join(absent)}."]
     page.append("")
     for claim in CLAIMS:
         page += section(claim, times)
