@@ -84,7 +84,8 @@ def samples_of(name):
 
 
 def source(name, line, code, kind, setup, before, checks):
-    """Returns the source file of a sample. Compiler messages name the line of the page."""
+    """Returns the source file of a sample. Compiler messages name the line of the page, except for includes and
+    using directives at the beginning of statements."""
     tests = "".join(
         f'    if (!({check})) {{\n        std::fprintf(stderr, "not true: %s\\n", R"({check})");\n'
         "        return 1;\n    }\n" for check in checks)

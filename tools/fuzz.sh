@@ -43,10 +43,11 @@ if [ $# -eq 0 ]; then
     set -- "${targets[@]}"
 fi
 each=$((seconds * (jobs < $# ? jobs : $#) / $#))
+each=$((each > 0 ? each : 1))
 mkdir -p build/clang/findings
 echo "  each target for $each s"
 printf '  %-28s %14s %10s %9s\n' target executions "a second" findings
-printf '%s\n' "$@" | xargs -P "$jobs" -I '{}' bash -c "fuzz '{}' $((each > 0 ? each : 1))" \
+printf '%s\n' "$@" | xargs -P "$jobs" -I '{}' bash -c "fuzz '{}' $each" \
     | tee build/clang/findings/table
 awk '{ runs += $2; findings += $4 }
     END { printf "  %-28s %14d %10s %9d\n", "all", runs, "", findings; exit findings > 0 }' build/clang/findings/table

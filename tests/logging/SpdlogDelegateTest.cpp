@@ -33,7 +33,7 @@ struct SpdlogDelegateTest : testing::Test {
     }
 };
 
-TEST_F(SpdlogDelegateTest, WritesLevelContextAndMessageAsTheyAre)
+TEST_F(SpdlogDelegateTest, WritesContextAndMessageAsTheyAreAndTheNearestLevel)
 {
     SpdlogDelegate delegate(mLogger);
     for (const int level : {-1, 0, 1, 2, 3}) {

@@ -16,8 +16,8 @@
 /// throws. All are thread-safe.
 namespace Vyn::OvraBase::UrlUtils {
 
-/// Returns the file name of \a url up to its first dot, percent-decoded. Returns an empty text if
-/// the path of \a url ends in "/".
+/// Decodes the path of \a url, in which "%2F" is a "/", and returns its file name up to the first
+/// dot. Returns an empty text if the decoded path ends in "/".
 OVRABASE_EXPORT QString getFileBaseNameFromUrl(const QUrl &url);
 
 /// Returns true if \a name is not empty and contains no "/". All other characters are allowed.
