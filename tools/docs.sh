@@ -24,4 +24,5 @@ for text in docs/images/*.dot; do
 done
 
 tools/log-vocabulary.py --check
+mkdir -p build
 doxygen docs/Doxyfile >/dev/null
