@@ -26,8 +26,8 @@ QHash<QString, double> factors()
     return all;
 }
 
-/// Returns the metres of the length that a regular expression finds in \a value. \a value must be
-/// short and have no unpaired surrogates. In any other text, the expression may find no match.
+/// Returns the metres of the length that a regular expression finds in \a value. \a value must
+/// have no unpaired surrogates: in a text with them, the expression finds no match.
 double expected(const QString &value, const QString &defaultUnit)
 {
     static const QHash<QString, double> all = factors();

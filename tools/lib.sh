@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The ovrabase authors
 # SPDX-License-Identifier: MIT
 #
-# Functions and settings for the scripts of this folder, which source this file.
+# Functions and settings for .ci/run and most scripts of this folder, which source this file.
 # shellcheck shell=bash
 
 set -euo pipefail

@@ -36,7 +36,7 @@ struct Base : testing::Test {
     RecordedLog mLog;
 };
 
-TEST_F(Base, NamesTheProductItsVersionAndTheExtensionOfLibraries)
+TEST_F(Base, NamesTheProductTheVersionAndTheExtensionOfLibraries)
 {
     EXPECT_EQ(applicationName(), u"Tessik"_s);
     EXPECT_EQ(applicationArdelName(), u"Ardel Sulvane 3D Tessik"_s);

@@ -24,7 +24,8 @@ struct NumberedCopy {
 };
 
 /// Splits \a name as the expression "^(.*) copy (\d+)$" does, with \a copyWord in place of "copy".
-/// QRegularExpression is not used: it reports no match for long names and for unpaired surrogates.
+/// QRegularExpression is not used: it reports no match for names with unpaired surrogates or with
+/// many millions of digits.
 NumberedCopy splitCopyName(QStringView name, QStringView copyWord)
 {
     if (name.endsWith(u'\n')) {

@@ -23,7 +23,7 @@ namespace Vyn::OvraBase {
 ///     logger(UI).error(LOG_CONTEXT) << "another recovery service is registered already";
 /// }
 /// if (auto *recovery = ServiceLocator::instance()->service<DefaultAsyncRecovery>()) {
-///     logger(UI).info(LOG_CONTEXT) << recovery->registrySize() << " operations are under way";
+///     logger(UI).info(LOG_CONTEXT) << recovery->registrySize() << " operations are registered";
 /// }
 /// ServiceLocator::stop();
 /// ```
