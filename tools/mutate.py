@@ -63,7 +63,7 @@ def faults_of(path):
 # new folders in memory, its changes in /tmp and in the named folder are kept in memory, and all other files
 # are read-only. When the command ends, its changes are lost, and all processes that it started are ended.
 ENCLOSED = ["unshare", "--mount", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-ec", """
-    cut -d' ' -f2 /proc/self/mounts | sort -u | while read -r point; do
+    cut -d' ' -f2 /proc/self/mounts | sed 's/\\\\040/ /g' | sort -u | while read -r point; do
         mount -o remount,bind,ro "$point" 2>/dev/null || true
     done
     mount -t tmpfs -o size=2g tmpfs /mnt
@@ -158,14 +158,16 @@ def main():
         lines = original.splitlines()
         before, lines[number - 1] = lines[number - 1], changed
         path.write_text("\n".join(lines) + "\n", encoding="utf-8")
-        if build(folder):  # a fault that does not compile does not count
-            if test(folder, limits[folder]):
-                place = f"{path.relative_to(TREE)}:{number}: {kind}"
-                survivors.append(place)
-                print(f"{place}\n  - {before.strip()}\n  + {changed.strip()}", flush=True)
-            else:
-                caught += 1
-        path.write_text(original, encoding="utf-8")
+        try:
+            if build(folder):  # a fault that does not compile does not count
+                if test(folder, limits[folder]):
+                    place = f"{path.relative_to(TREE)}:{number}: {kind}"
+                    survivors.append(place)
+                    print(f"{place}\n  - {before.strip()}\n  + {changed.strip()}", flush=True)
+                else:
+                    caught += 1
+        finally:
+            path.write_text(original, encoding="utf-8")
     print(f"{caught} of {caught + len(survivors)} faults were caught")
     return 1 if survivors else 0
 

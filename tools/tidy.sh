@@ -6,8 +6,8 @@
 # finished Clang build:
 #   tools/tidy.sh BUILD
 # A source without a complaint is not checked again while everything that clang-tidy sees is the same,
-# see tools/tidy.py. Those results are kept in
-# ${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}/tidy.
+# see tools/tidy.py. Those results are kept in ${OVRABASE_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/ovrabase}/tidy
+# until no run has used them for 30 days.
 . "$(dirname "$0")/lib.sh"
 
 install_packages clang-tidy-14 python3
