@@ -121,7 +121,7 @@ TEST(LogManager, GetsQtMessagesWithLevelFileAndLineUnlessMasked)
     }
     emitMessage(QtInfoMsg, nullptr);
     std::vector<Record> expected;
-    // The default mask leaves out debug messages. Each of the next masks selects one type.
+    // The default mask leaves out debug messages. Each of the next five selects one type.
     for (const int level : {1, 2, 2, 0, 0, 1, 2, 0, 2}) {
         expected.push_back({level, "Default", "widget.cpp(42): hello"});
     }

@@ -73,7 +73,7 @@ struct LoggerTest : testing::Test {
 };
 
 // The QString at the end of a statement shows that the stream still accepts types of Qt there.
-TEST_F(LoggerTest, TakesQtValuesAnywhereInTheStatement)
+TEST_F(LoggerTest, TakesQtValuesAndTypesWithALogStrAnywhereInTheStatement)
 {
     const QString name = u"尺 \"%1\""_s;
     mLogger.info("") << std::hex << 255 << QPoint(1, 2) << ' ' << name << std::dec << 10 << name;

@@ -42,9 +42,9 @@ struct OVRABASE_EXPORT LogDelegate {
     /// delivered.
     ///
     /// The function must not log through a spdlog logger with the library's sink. After
-    /// bindLoggers(), spdlog's default logger has that sink. During a record that came from spdlog,
-    /// the call would deadlock if the logger is synchronous. In all other cases, it would cause an
-    /// endless sequence of records.
+    /// bindLoggers(), spdlog's default logger has that sink. The call would wait for a lock that
+    /// this thread holds, or that is held by a thread which waits for this one, or it would cause
+    /// an endless sequence of records.
     virtual void log(int level, const QString &context, const QString &message) = 0;
 };
 
