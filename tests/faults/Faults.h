@@ -20,7 +20,7 @@
 #include <unistd.h>
 
 /// \file
-/// Shared by the programs that provoke one kind of fault each. A program exits with 0 if the
+/// Shared by the programs of this folder. A program exits with 0 if the
 /// library passes, and ends in notTested() if this machine does not let it provoke the fault.
 namespace Vyn::Test {
 

@@ -108,7 +108,7 @@ concept Other = !Preferred<T> && (Shown<T> || Anyhow::Writable<T>);
 /// not run while another thread uses the same object.
 class OVRABASE_EXPORT Logger {
 public:
-    /// The log manager treats any other value as Error, see bindLogger().
+    /// A logger that bindLogger() has bound treats any other value as Error.
     enum LogSeverity : int { Info = 0, Warning = 1, Error = 2 };
 
     /// Receives one message: severity, context, text. An exception is ignored.
@@ -137,8 +137,8 @@ private:
 /// the delegate runs. Use the object only on the thread that made it.
 ///
 /// The operator << returns the message, and takes these values:
-/// - QString, QStringView, QLatin1String and string builders. It writes their text in UTF-8 and
-///   without quotes, even if the caller has another operator for them in scope.
+/// - QString, QStringView, QLatin1String and string builders of a QString. It writes their text in
+///   UTF-8 and without quotes, even if the caller has another operator for them in scope.
 /// - All values and manipulators that std::ostream takes without a user-defined conversion, by an
 ///   operator of the standard library or of the namespace of the value.
 /// - All other values with a logStr(), as its text, or with a conversion that std::ostream takes.
