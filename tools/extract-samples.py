@@ -84,8 +84,8 @@ def samples_of(name):
 
 
 def source(name, line, code, kind, setup, before, checks):
-    """Returns the source file of a sample. Compiler messages name the line of the page, except for includes and
-    using directives at the beginning of statements."""
+    """Returns the source file of a sample. Compiler messages on the sample name the line of the page, except for
+    includes and using directives at the beginning of statements. Those on code of comments do not."""
     tests = "".join(
         f'    if (!({check})) {{\n        std::fprintf(stderr, "not true: %s\\n", R"({check})");\n'
         "        return 1;\n    }\n" for check in checks)

@@ -19,7 +19,7 @@
 namespace Vyn::OvraBase {
 namespace {
 
-/// The names that Windows reserves: those of its devices, and COM0 and LPT0, which are no devices.
+/// The names that count as reserved by Windows: those of devices, and COM0 and LPT0.
 constexpr std::array<QStringView, 24> kReservedNames{u"CON", u"PRN", u"AUX", u"NUL", u"COM0",
     u"COM1", u"COM2", u"COM3", u"COM4", u"COM5", u"COM6", u"COM7", u"COM8", u"COM9", u"LPT0",
     u"LPT1", u"LPT2", u"LPT3", u"LPT4", u"LPT5", u"LPT6", u"LPT7", u"LPT8", u"LPT9"};

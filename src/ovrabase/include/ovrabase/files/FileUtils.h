@@ -51,8 +51,8 @@ public:
     /// Returns ';', which separates the paths of a list.
     static char getPathListSeparator();
 
-    /// Returns the folder of \a path, without a separator at the end unless the folder is a root.
-    /// Returns "." for a file name without a folder.
+    /// Returns the folder of \a path. It ends in a separator only if it is a root, or if \a path
+    /// has three separators in a row there. Returns "." for a file name without a folder.
     static QString extractFolderPath(const QString &path);
     /// Returns the file name up to its first dot.
     static QString getBaseName(const QString &path);
@@ -61,13 +61,13 @@ public:
     /// Returns what follows the first dot of the file name: "tar.gz" of "a/b.tar.gz".
     static QString getFilePathCompleteExtension(const QString &path);
     /// Returns \a filePath without its complete extension and the dot before it: "a/b" of
-    /// "a/b.tar.gz", and "a/" of "a/.hidden".
+    /// "a/b.tar.gz", "a/" of "a/.hidden", and "a/b." of "a/b.", which has no extension.
     Q_INVOKABLE static QString getFilePathWithoutExtension(const QString &filePath);
     /// Returns the complete extension of \a path if it is a file, and an empty text otherwise.
     static QString getFileSuffix(const QString &path);
 
     /// Returns \a path with \a extension in place of its complete extension: "x/a.png" for
-    /// "x/a.tar.gz" and "png". A leading dot of \a extension is not removed.
+    /// "x/a.tar.gz" and "png". A leading dot of \a extension and a final one of \a path stay.
     ///
     /// \throws Exception::InvalidArgumentException  \a path or \a extension is empty, or
     ///     \a extension contains "/" or "\".
@@ -151,8 +151,8 @@ public:
 
     /// @}
     /// \name File names
-    /// The forbidden characters and the reserved device names are those of Windows, on every
-    /// system.
+    /// The forbidden characters and the reserved device names (CON, PRN, AUX, NUL, COM0 to COM9 and
+    /// LPT0 to LPT9) are those of Windows, on every system.
     /// @{
 
     /// Returns true if \a name has no forbidden character and is not a reserved device name. Only
@@ -203,8 +203,8 @@ public:
     /// a part of it.
     static bool saveTextToFile(const QString &text, const QString &path);
 
-    /// Makes the folder \a path and its parents if they are missing. Returns true if \a path is a
-    /// folder afterwards. An empty \a path is the current folder.
+    /// Makes the folder \a path and its parents if they are missing. Returns true if the folder
+    /// then exists. In a missing path, ".." removes the name before it. "" is the current folder.
     static bool makeFolder(const QString &path);
     /// Creates the empty file \a path if it is missing, and does not change an existing one.
     /// Failures are ignored.
@@ -241,8 +241,8 @@ public:
     /// @{
 
     /// Copies the file or Qt resource \a source to \a destination. An entry that exists there (a
-    /// file, a folder or a link) becomes the backup "destination.bak", and replaces an older
-    /// backup. If the older backup is a folder, it normally cannot be replaced, and the call fails.
+    /// file, a folder or a link) becomes the backup "destination.bak", unless it leads to that. It
+    /// replaces an older backup, but normally not one that is a folder: then the call fails.
     /// The copy has the permissions of \a source without the set-uid, set-gid and sticky bits.
     ///
     /// Returns true if the whole content is at \a destination. The content and the backup then
@@ -354,8 +354,8 @@ public:
     ///
     /// Anything else, for example "qrc:/icon.png", is copied into the folder "external_files" in
     /// the application's temporary folder. A path with a drive letter and "/" is copied, too,
-    /// because the letter looks like a scheme. Each call makes a new copy. Its name is the first
-    /// free one, as for getUniqueFileName().
+    /// because the letter looks like a scheme. Each call makes a new copy under the first
+    /// free name: "a.gz", "a_001.gz" and so on for "qrc:/a.tar.gz".
     ///
     /// \throws Exception::FileCopyException  The file cannot be copied. subject() is \a pathOrUrl.
     /// \throws Exception::FolderCreationException  The folder "external_files" cannot be made.
