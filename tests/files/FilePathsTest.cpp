@@ -20,7 +20,7 @@ TEST_F(FilePaths, AreAddedToAList)
     }
 }
 
-TEST_F(FilePaths, AreTakenApart)
+TEST_F(FilePaths, AreTakenApartAndGetAnotherExtension)
 {
     const struct {
         QString path, folder, base, extension, completeExtension, withoutExtension, asPng;

@@ -89,7 +89,7 @@ struct Texts {
     }
 };
 
-TEST(EditDistance, IsThatOfTheDefinitionOrOneMoreThanTheLimit)
+TEST(EditDistance, ToATextOrAPartOfItIsThatOfTheDefinitionOrOneMoreThanTheLimit)
 {
     Texts texts;
     for (int i = 0; i < 20'000 && !HasFailure(); ++i) {
