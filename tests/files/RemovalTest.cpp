@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ovrabase authors
 // SPDX-License-Identifier: MIT
 
+#include "support/Cache.h"
 #include "support/FolderTest.h"
 
 #include <ovrabase/logging/logStr.h>
@@ -120,7 +121,7 @@ TEST_F(Removal, GoesOnWhenSomethingCannotBeRemoved)
 {
     {
         const auto user = asOrdinaryUser({mFolder.path()});
-        make("folder/a/, folder/b/c/, folder/d/, folder/removed, folder/b/secret/, secret/");
+        make("folder/a/, folder/b/c/, folder/d/, folder/removed, folder/b/x/, x/, cache/");
         // The folders nest so deeply that the removal closes outer ones, and opens and lists them
         // again after the inner ones.
         for (const char *name : {"folder/a", "folder/b/c", "folder/d"}) {
@@ -132,9 +133,11 @@ TEST_F(Removal, GoesOnWhenSomethingCannotBeRemoved)
             EXPECT_EQ(fchmodat(deepest, "locked", 0555, 0), 0);
             close(deepest);
         }
-        fs::permissions(native("folder/b/secret"), fs::perms::none);
-        fs::permissions(native("secret"), fs::perms::none);
-        removeDirRecursiveIfItExists(path("secret"));
+        for (const char *name : {"folder/b/x", "x", "cache"}) {
+            fs::permissions(native(name), fs::perms::none);
+        }
+        removeDirRecursiveIfItExists(path("x"));
+        Cache(path("cache")).purge();
         const QString folder = path("folder");
         expectFailure<Exception::FolderDeletionException>(
             "731 Vyn::OvraBase::FileUtils::removeDirRecursiveIfItExists",

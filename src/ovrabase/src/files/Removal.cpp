@@ -35,19 +35,13 @@ bool removeFolder(const QString &path)
 {
     const QString entry = pathOfEntry(path);
     os::OpenFolder folder(entry, os::OpenFolder::LinkAtPath::Refused);
-    if (folder.isOpen()) {
-        return folder.remove();
-    }
-    // A folder that cannot be read can be removed if it is empty.
-    return isLink(QFileInfo(entry)) ? os::removeEntry(entry) : QDir().rmdir(entry);
+    const bool isRemovableLink = !folder.isOpen() && isLink(QFileInfo(entry));
+    return isRemovableLink ? os::removeEntry(entry) : folder.remove();
 }
 
 void removeFolderThroughLink(const QString &path)
 {
-    os::OpenFolder folder(pathOfEntry(path), os::OpenFolder::LinkAtPath::Followed);
-    if (folder.isOpen()) {
-        folder.remove();
-    }
+    os::OpenFolder(pathOfEntry(path), os::OpenFolder::LinkAtPath::Followed).remove();
 }
 
 void FileUtils::removeDirRecursiveIfItExists(const QString &path)

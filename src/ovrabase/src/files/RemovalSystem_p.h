@@ -32,7 +32,7 @@ public:
     ~OpenFolder();
     Q_DISABLE_COPY_MOVE(OpenFolder)
 
-    /// Returns false if the constructor failed. Then no other function may be called.
+    /// Returns false if the constructor failed. Then only remove() may be called.
     bool isOpen() const;
 
     /// Removes the file or link \a name in this folder, if possible.
@@ -43,8 +43,9 @@ public:
     /// others are removed. Returns true if this function removed the folder itself. No other
     /// function may be called afterwards.
     ///
-    /// On Linux, the folder itself is removed by its name in the parent folder. If another program
-    /// has put an empty folder in its place, that folder is removed.
+    /// On Linux, the folder itself is removed by its name in the parent folder. So an empty folder
+    /// is removed even if it cannot be opened. If another program has put an empty folder in the
+    /// place of the folder, that one is removed.
     bool remove();
 
 private:

@@ -204,7 +204,9 @@ void OpenFolder::removeFile(const QString &name)
 
 bool OpenFolder::remove()
 {
-    ContentRemoval(std::move(mHandles->stream)).run();
+    if (mHandles->stream) {
+        ContentRemoval(std::move(mHandles->stream)).run();
+    }
     return !mHandles->isThroughLink &&
            ::unlinkat(mHandles->parent, mHandles->name.constData(), AT_REMOVEDIR) == 0;
 }

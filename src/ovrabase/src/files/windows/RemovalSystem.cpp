@@ -86,12 +86,10 @@ bool removeOpened(HANDLE entry)
 {
     // First with the POSIX semantics of Windows 10: the name disappears when this handle is closed,
     // even if other programs have the entry open, so that the folder that contains the entry can be
-    // removed. Not every file system can do this. The headers of MinGW declare
-    // FileDispositionInfoEx (21) for newer versions of Windows only.
+    // removed. Not every file system can do this. Headers may declare
+    // FileDispositionInfoEx (21) and its flags for newer versions of Windows only.
     constexpr auto kDispositionInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
-    DWORD deletePosixIgnoreReadOnly = FILE_DISPOSITION_FLAG_DELETE |
-                                      FILE_DISPOSITION_FLAG_POSIX_SEMANTICS |
-                                      FILE_DISPOSITION_FLAG_IGNORE_READONLY_ATTRIBUTE;
+    DWORD deletePosixIgnoreReadOnly = 0x01 | 0x02 | 0x10;
     if (::SetFileInformationByHandle(entry, kDispositionInfoEx, &deletePosixIgnoreReadOnly,
             sizeof(deletePosixIgnoreReadOnly))) {
         return true;
@@ -238,6 +236,9 @@ void OpenFolder::removeFile(const QString &name)
 
 bool OpenFolder::remove()
 {
+    if (!mHandles->folder) {
+        return false;
+    }
     removeContent(mHandles->folder.get());
     if (mHandles->isThroughLink) {
         return false;
