@@ -3,7 +3,7 @@
 # SPDX-License-Identifier: MIT
 #
 # Builds and runs a project that contains ovrabase and has its own C++ standard and output folders. Checks
-# that ovrabase keeps to these, and adds no programs, tests, -Werror and installed files to the project.
+# that ovrabase keeps to these, and adds no programs, tests, -Werror or installed files to the project.
 # Also checks that ovrabase refuses to be a static library.
 . "$(dirname "$0")/lib.sh"
 

@@ -33,7 +33,7 @@ enum class Result {
     /// Not copied: the library has its content, and another file is the first source of it.
     Duplicate,
     New,      ///< copied under its own name
-    Renamed,  ///< copied under another name: its own is invalid, taken or reserved for a backup
+    Renamed,  ///< copied under another name: its own is invalid or not free, see isFree()
     Replaced, ///< copied in place of its old content, which is kept as a backup
     Failed    ///< not copied: it cannot be read, or its content cannot be written
 };

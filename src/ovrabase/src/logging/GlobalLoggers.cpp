@@ -25,8 +25,8 @@ constexpr std::size_t kLoggerCount = 10;
 constinit int sCounter = 0;
 constinit std::vector<Logger> *sLoggers = nullptr;
 
-/// Does nothing. The call in bindLoggers() documents the arguments with which the application
-/// initialised its former logging library, which ovrabase does not contain.
+/// Stands for the initialisation of another logging library, which ovrabase does not contain. Does
+/// nothing. The call in bindLoggers() documents the arguments of that initialisation.
 void initLogBackend([[maybe_unused]] const std::string &first,
     [[maybe_unused]] spdlog::level::level_enum level, [[maybe_unused]] bool second,
     [[maybe_unused]] bool third, [[maybe_unused]] int format,

@@ -67,7 +67,7 @@ public:
     static QString getFileSuffix(const QString &path);
 
     /// Returns \a path with \a extension in place of its complete extension: "x/a.png" for
-    /// "x/a.tar.gz" and "png". A leading dot of \a extension and a final one of \a path stay.
+    /// "x/a.tar.gz" and "png". A leading dot of \a extension stays: "x/a..png".
     ///
     /// \throws Exception::InvalidArgumentException  \a path or \a extension is empty, or
     ///     \a extension contains "/" or "\".
@@ -241,8 +241,8 @@ public:
     /// @{
 
     /// Copies the file or Qt resource \a source to \a destination. An entry that exists there (a
-    /// file, a folder or a link) becomes the backup "destination.bak", unless it leads to that. It
-    /// replaces an older backup, but normally not one that is a folder: then the call fails.
+    /// file, a folder or a link) becomes the backup "destination.bak" and replaces an older backup,
+    /// unless it is a link to that. An older backup that is a folder normally makes the call fail.
     /// The copy has the permissions of \a source without the set-uid, set-gid and sticky bits.
     ///
     /// Returns true if the whole content is at \a destination. The content and the backup then
@@ -304,15 +304,15 @@ public:
     /// The application's temporary folder is the folder with the application's name in the system's
     /// temporary folder. Without an application name, it is the system's temporary folder itself.
     ///
-    /// All processes of the application that one user runs share the folder. On Linux, no other
-    /// user has access to a folder with a name (mode 0700). If the name is taken by a link, by an
-    /// entry of another user or by a folder that others may write to, the name is
+    /// All processes of the application that one user runs share the folder. On Linux, if
+    /// there is a name, no other user has access to it (mode 0700). If the name is taken by a link,
+    /// by an entry of another user or by a folder that others may write to, the folder's name is
     /// "<name>-<user id>". On Windows, the system's temporary folder already belongs to the user.
     /// @{
 
     /// Makes a folder in the application's temporary folder. The destructor of the returned object
     /// removes it. The folder's name is \a nameTemplate with random characters in place of the last
-    /// six or more "X" in a row; if there are none, "." and six such characters are appended.
+    /// six or more "X" in a row; if there are none, "." and six random characters are appended.
     ///
     /// \throws Exception::FolderCreationException  The folder cannot be made. subject() is the path
     ///     with \a nameTemplate as the name.

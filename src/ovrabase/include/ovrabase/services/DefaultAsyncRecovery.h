@@ -37,8 +37,8 @@ public:
     /// another DefaultAsyncRecovery. Checks both conditions again before each operation, and skips
     /// the operation if either is false. No other thread may use the list meanwhile.
     ///
-    /// On the main thread, the wait is a busy loop. It processes events, except user input and
-    /// socket events, and deleteLater() calls, except those of an outer event loop's handlers. On
+    /// On the main thread, the wait is a busy loop. It processes events (but no user input and no
+    /// socket events) and deleteLater() calls (but not of handlers of an outer event loop). On
     /// any other thread, and on every thread if there is no application object, the wait blocks.
     ///
     /// A deferred operation (std::launch::deferred) counts as ready on the main thread, and is not
