@@ -9,7 +9,8 @@
 namespace Vyn::OvraBase {
 
 /// The paths that FileUtils::getUniqueFileName() tries. Each path has a number: first() is the
-/// number of "stem.extension", and the numbers after it are those in "stem_001.extension" and so
+/// number of "stem.extension", and the numbers after it are written into the names. For the base
+/// name "a" they are 0, 1 ("a_001") and so on; for "a_009" they are 9 ("a"), 10 ("a_010") and so
 /// on.
 class NumberedNames {
 public:

@@ -34,14 +34,14 @@ void warn(const LogPosition &position, const QString &message)
 
 GenericCacheController::~GenericCacheController() = default;
 
-// These functions change the cache, and so are not const, although they change no member.
+// These functions change the cache, and so are not const, even if they change no member.
 // NOLINTBEGIN(readability-make-member-function-const)
 
 void GenericCacheController::clear()
 {
     const QString path = cacheFolderPath();
     if (path.isEmpty()) {
-        return; // QDir would take an empty path for the current folder
+        return; // no cache, see cacheFolderPath()
     }
     // The folder is opened before it is listed. If another program replaces it in between, no file
     // of the new folder is removed.

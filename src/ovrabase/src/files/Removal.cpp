@@ -61,7 +61,7 @@ void FileUtils::removeFileIfItExists(const QString &path)
         return;
     }
     if (isLink(entry)) {
-        QDir().rmdir(path); // Windows has links that only this removes
+        QDir().rmdir(path); // Windows has links that QFile::remove() leaves
     }
     entry.refresh();
     if (entryExists(entry)) {

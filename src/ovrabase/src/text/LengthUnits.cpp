@@ -140,7 +140,7 @@ const QChar *skipUnit(const QChar *at, const QChar *end)
 }
 
 /// Finds the first match of "([+-]?[\d.]+(?:[eE][-+]?\d+)?)\s*([\pL\pM*]+)?". One pass is enough:
-/// no repetition is ever shortened, and an "e" that no digit follows belongs to the unit.
+/// no repetition is ever shortened, and an "e" that begins no exponent belongs to the unit.
 /// QRegularExpression is not used: it finds no match in texts with unpaired surrogates.
 Length findLength(QStringView text)
 {

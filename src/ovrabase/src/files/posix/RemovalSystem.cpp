@@ -75,7 +75,7 @@ private:
         std::string name;                ///< its name in the level above; empty for the top
         Stream stream;                   ///< null while the folder is closed
         struct stat identity;            ///< to recognise the folder when it is opened again
-        std::set<std::string> kept = {}; ///< sub-folders that cannot be removed
+        std::set<std::string> kept = {}; ///< entries that may be folders and cannot be removed
     };
 
     /// Returns the descriptor of the innermost level.
@@ -104,7 +104,7 @@ private:
             }
             return;
         }
-        removeOrKeep(name); // the folder cannot be read, but it can be removed if it is empty
+        removeOrKeep(name); // a folder that cannot be opened can be removed if it is empty
     }
 
     /// Removes the folder of the innermost level, whose content has been removed, and returns to
@@ -173,7 +173,7 @@ struct OpenFolder::Handles {
     int parent = -1;
     QByteArray name; ///< in the parent
     Stream stream;
-    bool isThroughLink = false; ///< the folder was opened through a link at the path
+    bool isThroughLink = false; ///< the path is not a folder: a link there was followed
 };
 
 OpenFolder::OpenFolder(const QString &path, LinkAtPath link)
