@@ -59,10 +59,13 @@ def faults_of(path):
     return found
 
 
+# Runs a command in a process namespace of its own: all processes in it end with it, also those that Ninja
+# starts in process groups of their own.
+CONTAINED = ["unshare", "--pid", "--fork", "--kill-child", "--mount-proc"]
 # Runs the command after the first argument, which names a folder. For the command, /mnt and /dev/shm are
 # new folders in memory, its changes in /tmp and in the named folder are kept in memory, and all other files
-# are read-only. When the command ends, its changes are lost, and all processes that it started are ended.
-ENCLOSED = ["unshare", "--mount", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-ec", """
+# are read-only. When the command ends, its changes are lost.
+ENCLOSED = ["unshare", "--mount", "sh", "-ec", """
     cut -d' ' -f2 /proc/self/mounts | sed 's/\\\\040/ /g' | sort -u | while read -r point; do
         mount -o remount,bind,ro "$point" 2>/dev/null || true
     done
@@ -83,8 +86,9 @@ MOST_MEMORY = 8 << 30
 
 
 def run(arguments, seconds):
-    """Returns whether the command succeeds in time. Kills its process group when the time is over."""
-    with subprocess.Popen(arguments, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+    """Returns whether the command succeeds in time. When it ends, or the time is over, all processes that it
+    started are ended."""
+    with subprocess.Popen([*CONTAINED, *arguments], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                           stdin=subprocess.DEVNULL, start_new_session=True, preexec_fn=lambda:
                           resource.setrlimit(resource.RLIMIT_AS, (MOST_MEMORY, MOST_MEMORY))) as process:
         try:
@@ -100,9 +104,7 @@ def tests(folder):
 
 
 def build(folder):
-    # Without a process namespace, the compilers would go on when the time is over.
-    return run(["unshare", "--pid", "--fork", "--kill-child", "cmake", "--build", BUILD / "build", "-j2",
-                "--target", *targets(folder)], 900)
+    return run(["cmake", "--build", BUILD / "build", "-j2", "--target", *targets(folder)], 900)
 
 
 def targets(folder):
@@ -129,13 +131,13 @@ def main():
     subprocess.run(["tar", "-x", "-C", TREE], input=archive, check=True)
     for path in SOURCES.rglob("*.cpp"):  # tar sets the date of the commit, so Ninja would keep an earlier fault
         path.touch()
+    if not run([*ENCLOSED, BUILD, "true"], 10):
+        sys.exit("run this as root: a fault could remove any file, and only root can make files read-only")
     # Test programs need no new link when only the library has changed.
     if not run(["cmake", "-S", TREE, "-B", BUILD / "build", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
                 "-DCMAKE_CXX_FLAGS_DEBUG=", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
                 "-DOVRABASE_BUILD_EXAMPLES=OFF"], 300):
         sys.exit("the build cannot be configured")
-    if not run([*ENCLOSED, BUILD, "true"], 10):
-        sys.exit("run this as root: a fault could remove any file, and only root can make files read-only")
 
     system = "/windows/" if os.name != "nt" else "/posix/"
     sources = [path for path in sorted(SOURCES.rglob("*.cpp"))
@@ -160,16 +162,14 @@ def main():
         lines = original.splitlines()
         before, lines[number - 1] = lines[number - 1], changed
         path.write_text("\n".join(lines) + "\n", encoding="utf-8")
-        try:
-            if build(folder):  # a fault that does not compile does not count
-                if test(folder, limits[folder]):
-                    place = f"{path.relative_to(TREE)}:{number}: {kind}"
-                    survivors.append(place)
-                    print(f"{place}\n  - {before.strip()}\n  + {changed.strip()}", flush=True)
-                else:
-                    caught += 1
-        finally:
-            path.write_text(original, encoding="utf-8")
+        if build(folder):  # a fault that does not compile does not count
+            if test(folder, limits[folder]):
+                place = f"{path.relative_to(TREE)}:{number}: {kind}"
+                survivors.append(place)
+                print(f"{place}\n  - {before.strip()}\n  + {changed.strip()}", flush=True)
+            else:
+                caught += 1
+        path.write_text(original, encoding="utf-8")
     print(f"{caught} of {caught + len(survivors)} faults were caught")
     return 1 if survivors else 0
 
