@@ -80,12 +80,14 @@ bool FileUtils::isWritable(const QString &path)
     if (path.isEmpty() || entry.exists()) {
         return entry.isWritable();
     }
+    const QString absolute = QDir::cleanPath(entry.absoluteFilePath());
+    QFileInfo nearest(absolute);
+    if (nearest.exists()) { // for example, that of "missing/.."
+        return nearest.isWritable();
+    }
     // Begins at the root, and ends at the first missing ancestor. From the other end, a long path
     // with many missing ancestors would take quadratic time.
-    const QString absolute = QDir::cleanPath(entry.absoluteFilePath());
-    QFileInfo nearest(absolute); // exists for "missing/.."
-    for (qsizetype end = nearest.exists() ? 0 : sizeOfRoot(absolute); end > 0;
-         end = absolute.indexOf(u'/', end + 1)) {
+    for (qsizetype end = sizeOfRoot(absolute); end > 0; end = absolute.indexOf(u'/', end + 1)) {
         const QFileInfo ancestor(absolute.left(end));
         if (!ancestor.exists()) {
             break;
