@@ -20,8 +20,8 @@
 #include <unistd.h>
 
 /// \file
-/// Shared by the programs of this folder. A program exits with 0 if the
-/// library passes, and ends in notTested() if this machine does not let it provoke the fault.
+/// Shared by the programs of this folder. A program exits with 0 if the library passes, and ends in
+/// notTested() if this machine does not let it provoke the fault.
 namespace Vyn::Test {
 
 using namespace Qt::StringLiterals;
@@ -57,10 +57,9 @@ inline QByteArray valueIn(const QString &path, const char *key)
 }
 
 /// Runs \a call in a process of its own, which is stopped before and after each system call.
-/// At each stop, calls \a endsHere with the id of the process, and kills the process if the answer
+/// At each stop, calls \a ends with the id of the process, and kills the process if the answer
 /// is true. Returns true if the process was killed.
-inline bool runInStops(
-    const std::function<void()> &call, const std::function<bool(pid_t)> &endsHere)
+inline bool runInStops(const std::function<void()> &call, const std::function<bool(pid_t)> &ends)
 {
     const pid_t child = fork();
     if (child == 0) {
@@ -82,7 +81,7 @@ inline bool runInStops(
             return false;
         }
         require(WIFSTOPPED(status), "the call returns");
-    } while (!endsHere(child));
+    } while (!ends(child));
     kill(child, SIGKILL);
     waitpid(child, &status, 0);
     return true;

@@ -33,9 +33,8 @@ protected:
 
 TEST_F(FolderCopies, CopyHiddenEmptyAndDeepFoldersAndQtResources)
 {
-    const std::string name(100, 'x');
-    make("source/a.txt=a, source/.b/.c/d=d, source/empty/, source/" + name + '/' + name + '/' +
-         name + "/x=x");
+    const std::string n(100, 'x');
+    make("source/a=a, source/.b/.c/d=d, source/empty/, source/" + n + '/' + n + '/' + n + "/x=x");
     EXPECT_TRUE(copyRecursively(path("source"), path("new/deep")));
     EXPECT_EQ(tree("new/deep"), tree("source"));
 

@@ -32,16 +32,15 @@ struct Variant {
     /// seeds.
     std::uint32_t verify(std::uint32_t firstSeed) const
     {
-        QByteArray hashes;
+        QByteArray all;
         for (std::uint32_t length = 0; length < 256; ++length) {
             // The keys have different alignments. A buffer ends with its key, so that the address
             // sanitizer reports a read after the key.
             std::vector<unsigned char> key(length % 15 + length);
             std::iota(key.begin() + length % 15, key.end(), static_cast<unsigned char>(0));
-            hashes += hash(key.data() + length % 15, length, firstSeed - length);
+            all += hash(key.data() + length % 15, length, firstSeed - length);
         }
-        return qFromLittleEndian<std::uint32_t>(
-            hash(hashes.constData(), hashes.size()).constData());
+        return qFromLittleEndian<std::uint32_t>(hash(all.constData(), all.size()).constData());
     }
 };
 

@@ -27,8 +27,8 @@ using testing::IsEmpty;
 /// Gives each test an empty folder, a RecordedLog, and the functions of FileUtils without a
 /// qualifier. Names are relative to that folder. A test fails if it does not take all records from
 /// the log. A tree is written as one text, the list of its entries: "file=content, folder/,
-/// folder/empty file, link->target". make() takes them in any order, but a
-/// link only after the folder that contains it. tree() sorts them.
+/// folder/empty file, link->target". make() takes them in any order, but a link only after the
+/// folder that contains it. tree() sorts them.
 class FolderTest : public testing::Test, protected OvraBase::FileUtils {
 protected:
     /// Without a valid folder, all paths would be empty, which QDir takes for the current folder.

@@ -53,8 +53,7 @@ struct Grouping : std::numpunct<char> {
 /// Makes a locale with Grouping the global one of the standard library.
 [[nodiscard]] inline Guard withGrouping()
 {
-    const std::locale before =
-        std::locale::global(std::locale(std::locale::classic(), new Grouping));
+    const auto before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
     return Guard([before] { std::locale::global(before); });
 }
 

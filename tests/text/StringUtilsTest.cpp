@@ -18,8 +18,7 @@ using namespace std::string_literals;
 
 constexpr int kMega = 1'000'000;
 
-void expectRows(
-    QString (*function)(const QString &), std::initializer_list<std::pair<QString, QString>> rows)
+void expectRows(auto *function, std::initializer_list<std::pair<QString, QString>> rows)
 {
     for (const auto &[from, to] : rows) {
         EXPECT_TRUE(function(from) == to)

@@ -92,8 +92,7 @@ TEST_F(FailingCopies, LoseNoContentWhicheverCallIsRefused)
             gCallsBeforeRefusal = call;
             {
                 const auto replaced = withReplaced(name, replacement);
-                answers =
-                    copyWithBackup({{source, path("all/batch")}, {source, path("all/fresh")}});
+                answers = copyWithBackup({{source, path("all/batch")}, {source, path("all/new")}});
                 answers.push_back(copyWithBackup(source, path("all/file")));
                 answers.push_back(copyRecursively(path("all/source"), path("all/tree")));
             }
@@ -109,7 +108,7 @@ TEST_F(FailingCopies, LoseNoContentWhicheverCallIsRefused)
                 return exists(entry) ? loadBinaryFile(entry).toStdString() : "";
             };
             EXPECT_EQ(contentOf("batch"), answers[0] ? "new" : "old");
-            EXPECT_EQ(contentOf("fresh"), answers[1] ? "new" : "");
+            EXPECT_EQ(contentOf("new"), answers[1] ? "new" : "");
             EXPECT_EQ(contentOf("file"), answers[2] ? "new" : "old");
             const std::string backup = contentOf("file.bak");
             EXPECT_TRUE(answers[2] ? backup == "old" : backup == "older" || backup.empty());
