@@ -96,8 +96,9 @@ CLAIMS = [
            Pair("matcher", "search/matcher", "rapidfuzz-cpp, cached", "search/peerCached"),
            Pair("matcher, at most 3", "search/matcherLimited", "rapidfuzz-cpp, cached, at most 3", "search/peerLimited")]),
     Claim("escape", "Escaped texts",
-          "`asStringLiteral()` and `escapeJSON()` beside a look-up for each character.",
-          [Pair(f"{function}, {text}, at least {size:,} bytes in UTF-8", f"{form}/library/text:{kind}/size:{size}", "one look-up per character",
+          "`asStringLiteral()` and `escapeJSON()` beside a look-up for each character. Each text has at least the number of "
+          "bytes in its row, in UTF-8.",
+          [Pair(f"{function}, {text}, {size:,} bytes", f"{form}/library/text:{kind}/size:{size}", "one look-up per character",
                 f"{form}/plain/text:{kind}/size:{size}")
            for form, function in (("literal", "`asStringLiteral()`"), ("json", "`escapeJSON()`"))
            for kind, text in enumerate(("a path", "lines", "escapes only")) for size in (100, 10000)]),
